@@ -1,0 +1,22 @@
+// The console: every line that the tool prints goes through here.
+//
+// Standard output is line-buffered whatever it is connected to. A reader that has stopped reading
+// cannot wedge the run: the process waits for it where an interrupt is let in, and once the
+// termination handler is at work, text that nobody takes is dropped.
+#pragma once
+
+namespace wivex {
+
+/// Prints to standard output; complete lines are written at once, the rest at the next flush.
+[[gnu::format(printf, 1, 2)]] void print_out(const char* format, ...);
+
+/// Flushes standard output and prints to standard error.
+[[gnu::format(printf, 1, 2)]] void print_err(const char* format, ...);
+
+/// Prints `prefix`, ": ", the text of `errno` and a newline to standard error.
+void print_errno(const char* prefix);
+
+/// Writes what standard output still holds. Called before a wait, before a child and at exit.
+void flush_out();
+
+} // namespace wivex

@@ -1,0 +1,42 @@
+// The numbers under which failures are returned and recorded.
+//
+// One number can have several names: the checks, the station and P2P operations and the scripted
+// modes grew their meanings side by side, and the numbers are what scripts on the line rely on.
+#pragma once
+
+#include <cstdint>
+
+namespace wivex {
+
+using ErrorCode = std::int32_t;
+
+namespace error_code {
+
+inline constexpr ErrorCode passed = 0;
+
+// Filed by the fixed checks of the run loop.
+inline constexpr ErrorCode module_absent = 1;
+inline constexpr ErrorCode driver_not_loaded = 2;
+inline constexpr ErrorCode interface_down = 3;
+
+// Results of the station operations and host tools.
+inline constexpr ErrorCode disconnect_timeout = 1;
+inline constexpr ErrorCode session_not_open = 6;
+inline constexpr ErrorCode scan_rejected = 8;
+inline constexpr ErrorCode add_network_failed = 18;
+inline constexpr ErrorCode set_network_failed = 19;
+inline constexpr ErrorCode select_network_failed = 20;
+inline constexpr ErrorCode dhcp_client_failed = 21;
+inline constexpr ErrorCode disable_network_failed = 22;
+inline constexpr ErrorCode remove_network_not_formatted = 23;
+inline constexpr ErrorCode scan_busy = 24;
+
+// Further results of the scripted modes.
+inline constexpr ErrorCode network_not_found = 9;
+inline constexpr ErrorCode network_not_added = 9;
+inline constexpr ErrorCode iperf_client_failed = 14;
+inline constexpr ErrorCode network_not_selected = 19;
+
+} // namespace error_code
+
+} // namespace wivex

@@ -1,0 +1,34 @@
+// All state that belongs to the process and not to a caller.
+//
+// The termination handler must reach the results, the options and the supplicant connections
+// wherever the run stands, so they are process-wide by design; they stand here and nowhere else.
+#pragma once
+
+#include "common/run_options.hpp"
+
+#include <cstdint>
+
+namespace wivex {
+
+struct wpa_ctrl;
+
+extern RunOptions run_options;
+
+/// Whether the scan test reads the access points of the previous run (-o iw) or not.
+extern std::int32_t compare_previous;
+
+// The two checks that begin every iteration can be switched off at build time.
+inline constexpr std::int32_t module_check_enabled = 1;
+inline constexpr std::int32_t driver_check_enabled = 1;
+
+/// 1 while the clean-up closes the supplicant connections, else 0.
+extern std::int32_t sigterm_var;
+
+/// Numbers the client sockets of this process; only ever counts up.
+extern std::int32_t client_counter;
+
+// The connections of the one live supplicant session; null when not open.
+extern wpa_ctrl* command_connection;
+extern wpa_ctrl* event_connection;
+
+} // namespace wivex

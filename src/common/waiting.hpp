@@ -1,0 +1,28 @@
+// The waiting room: the one door through which the program waits.
+//
+// A wait sleeps until there is something to do, so it costs next to no processor time; standard
+// output is flushed before it; and every wait lets a pending SIGINT or SIGTERM in, also one that
+// finds its input ready at once.
+#pragma once
+
+#include <sys/types.h>
+
+#include <cstdint>
+
+namespace wivex {
+
+/// Waits until `fd` can be read or `timeout_ms` milliseconds have passed (negative: no limit).
+/// Returns 1 when it can be read, 0 after the time-out, -1 on an error (errno is set).
+int wait_readable(int fd, int timeout_ms);
+
+/// Waits until `fd` can be read or the wall clock shows its next second, whichever comes first.
+/// For loops that poll an event and a `DeadlineTimer`.
+void wait_readable_or_next_second(int fd);
+
+/// Sleeps `seconds` and then `microseconds`; negative values do not sleep.
+void wait_for(std::int64_t seconds, std::int64_t microseconds = 0);
+
+/// Waits until the child `pid` has ended. Returns its wait status, or -1 when there is none.
+int wait_for_child(pid_t pid);
+
+} // namespace wivex

@@ -1,0 +1,45 @@
+#include "ctrl/event_wait.hpp"
+
+#include "common/process_state.hpp"
+#include "common/waiting.hpp"
+#include "ctrl/wpa_ctrl.hpp"
+
+namespace wivex {
+
+namespace {
+
+void wait_for_message() {
+    const int fd = event_connection == nullptr ? -1 : wpa_ctrl_get_fd(*event_connection);
+    wait_readable_or_next_second(fd);
+}
+
+} // namespace
+
+bool await_event(SupplicantSession& session, DeadlineTimer& timer, const char* event,
+                 EventMatcher matcher, const char* argument) {
+    while (session.waitForEvent(event, matcher, argument) != 1) {
+        if (timer.expired()) {
+            return false;
+        }
+        wait_for_message();
+    }
+    return true;
+}
+
+void await_event(SupplicantSession& session, const char* event) {
+    while (session.waitForEvent(event) != 1) {
+        wait_for_message();
+    }
+}
+
+int await_event_any(SupplicantSession& session, DeadlineTimer& timer, const char* event,
+                    EventMatcher matcher, std::span<const char* const> candidates) {
+    int found = session.waitForEventAny(event, matcher, candidates);
+    while (found < 0 && !timer.expired()) {
+        wait_for_message();
+        found = session.waitForEventAny(event, matcher, candidates);
+    }
+    return found;
+}
+
+} // namespace wivex

@@ -1,0 +1,64 @@
+// wivex: proves the Wi-Fi module, driver and supplicant of the device it runs on.
+
+#include "common/console.hpp"
+#include "common/interrupts.hpp"
+#include "common/process_state.hpp"
+#include "driver/command_line.hpp"
+#include "driver/results.hpp"
+#include "driver/run_loop.hpp"
+#include "driver/start.hpp"
+#include "driver/termination.hpp"
+
+#include <cstdlib>
+#include <ctime>
+#include <exception>
+
+namespace wivex {
+
+namespace {
+
+void finish() {
+    write_result_file(run_options.results, run_options.result_stream);
+    cleanup();
+}
+
+void run(int argc, char* argv[]) {
+    RunConfig config;
+    print_banner();
+    if (parse_command_line(argc, argv) != 1 || !read_chosen_config(config)) {
+        return;
+    }
+    enable_chosen_test_cases();
+    install_interrupt_handler(termination_handler);
+    std::srand(static_cast<unsigned>(std::time(nullptr)));
+    provide_usb_device_list();
+    bring_interface_up(config);
+    if (run_loop(config) == RunEnd::finished) {
+        finish();
+    }
+}
+
+// Memory ran out. What was recorded is still worth its file.
+void finish_after_failure(const std::exception& failure) {
+    print_err("[WIFI]ERROR:run ended early: %s\n", failure.what());
+    try {
+        finish();
+    } catch (const std::exception&) {
+        print_err("[WIFI]Unable to write results\n");
+    }
+}
+
+} // namespace
+
+} // namespace wivex
+
+int main(int argc, char* argv[]) {
+    std::atexit(wivex::flush_out);
+    try {
+        wivex::run(argc, argv);
+    } catch (const std::exception& failure) {
+        wivex::finish_after_failure(failure);
+    }
+    wivex::flush_out();
+    return 0;
+}

@@ -1,0 +1,110 @@
+#include "driver/readiness.hpp"
+
+#include "common/console.hpp"
+#include "common/process_state.hpp"
+#include "common/unique_fd.hpp"
+
+#include <array>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+
+namespace wivex {
+
+namespace {
+
+constexpr std::size_t line_size = 512;
+constexpr int up_bit = 1;
+
+struct KnownModule {
+    int chip_type;
+    const char* text;
+    const char* product_id;
+};
+
+constexpr std::array<KnownModule, 5> known_modules{{
+    {1, "Vendor=0cf3 ProdID=1022", "1022"},
+    {2, "Vendor=0cf3 ProdID=9378", "9378"},
+    {3, "Vendor=0a5c ProdID=bd27", "bd27"},
+    {4, "Vendor=0a5c ProdID=bd1d", "bd1d"},
+    {5, "Vendor=9e0c ProdID=20a0", "20a0"},
+}};
+
+UniqueFile open_for_reading(const std::string& path) {
+    UniqueFile file(std::fopen(path.c_str(), "re"));
+    if (!file && run_options.debug != 0) {
+        print_out("ERROR:Unable to open file %s\n", path.c_str());
+    }
+    return file;
+}
+
+const KnownModule* find_module(const char* line) {
+    for (const KnownModule& module : known_modules) {
+        if (std::strstr(line, module.text) != nullptr) {
+            return &module;
+        }
+    }
+    return nullptr;
+}
+
+// The digits behind "0x" are read as a decimal number, so 0x100b reads as 100 and counts as down.
+// Verdicts of the line are built on this reading.
+int decimal_reading(const char* flags) {
+    constexpr std::size_t prefix_length = 2;
+    return std::strlen(flags) > prefix_length ? std::atoi(flags + prefix_length) : 0;
+}
+
+} // namespace
+
+int detect_usb_chip(const std::string& path, RunConfig& config) {
+    const UniqueFile file = open_for_reading(path);
+    if (!file) {
+        return 0;
+    }
+    std::array<char, line_size> line{};
+    while (std::fgets(line.data(), static_cast<int>(line.size()), file.get()) != nullptr) {
+        if (const KnownModule* module = find_module(line.data())) {
+            config.product_id = module->product_id;
+            return module->chip_type;
+        }
+    }
+    return 0;
+}
+
+int read_interface_flag(const std::string& path, int bit, std::int32_t& status) {
+    const UniqueFile file = open_for_reading(path);
+    if (!file) {
+        status = interface_status::unreadable;
+        return 0;
+    }
+    std::array<char, line_size> line{};
+    const bool read =
+        std::fgets(line.data(), static_cast<int>(line.size()), file.get()) != nullptr;
+    const int value = read ? decimal_reading(line.data()) : 0;
+    const bool set = (((1 << (bit - 1)) & value) >> (bit - 1)) == 1;
+    status = set ? interface_status::ready : interface_status::flag_clear;
+    return set ? 1 : 0;
+}
+
+std::string interface_flags_path(const RunConfig& config) {
+    return config.wifidev + "/" + config.interface_name + "/flags";
+}
+
+int check_module(RunConfig& config) {
+    run_options.chip_type = detect_usb_chip(config.usbdevlist, config);
+    if (run_options.chip_type == 0) {
+        return 0;
+    }
+    print_out("[WIFI]Chip type is = %d\n", run_options.chip_type);
+    print_out("[WIFI]Chip vendor id = %s and product id %s\n", config.vendor_id.c_str(),
+              config.product_id.c_str());
+    return 1;
+}
+
+std::int32_t check_driver(const RunConfig& config) {
+    std::int32_t status = interface_status::ready;
+    read_interface_flag(interface_flags_path(config), up_bit, status);
+    return status;
+}
+
+} // namespace wivex

@@ -1,0 +1,127 @@
+#include "driver/results.hpp"
+
+#include "common/console.hpp"
+#include "common/process_state.hpp"
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <iterator>
+
+namespace wivex {
+
+namespace {
+
+constexpr ErrorCode highest_code = 33;
+
+void add_record(TestCaseResult& result, ErrorCode code, std::uint32_t iteration) {
+    FailureEntry& entry = result.failures[code];
+    entry.iterations.push_back(iteration);
+    ++entry.count;
+}
+
+int owner_of(ErrorCode code) {
+    switch (code) {
+    case 1:
+        return test_case::module;
+    case 2:
+    case 3:
+        return test_case::driver;
+    case 4:
+        return test_case::mac_address;
+    case 5:
+        return test_case::loopback;
+    case 6:
+    case 7:
+    case 8:
+    case 9:
+        return test_case::scan;
+    default:
+        return -1;
+    }
+}
+
+// Counts records of failures, not failed iterations; the first entry is always the pass.
+std::int32_t failure_count(const TestCaseResult& result) {
+    std::int32_t sum = 0;
+    for (auto entry = result.failures.begin(); entry != result.failures.end(); ++entry) {
+        if (entry != result.failures.begin()) {
+            sum += entry->second.count;
+        }
+    }
+    return sum;
+}
+
+const char* result_path() {
+    if (run_options.result_file.empty()) {
+        return default_result_file;
+    }
+    print_out("[WIFI]user file name is %s\n", run_options.result_file.c_str());
+    return run_options.result_file.c_str();
+}
+
+// Returns false when the file did not take the line.
+bool write_verdict(std::FILE* file, std::size_t index, std::int32_t failures) {
+    const int written = failures != 0
+                            ? std::fprintf(file, "Test case %zu fail # %d\n", index + 1, failures)
+                            : std::fprintf(file, "Test case %zu passed \n", index + 1);
+    return written >= 0 && std::fflush(file) == 0;
+}
+
+bool write_verdicts(const TestCaseResults& results, std::FILE* file) {
+    bool written = true;
+    for (std::size_t index = 0; index < results.size(); ++index) {
+        if (results[index].enabled != 0) {
+            written = write_verdict(file, index, failure_count(results[index])) && written;
+        }
+    }
+    return written;
+}
+
+} // namespace
+
+void enable_test_case(TestCaseResults& results, int index) {
+    TestCaseResult& result = results.at(static_cast<std::size_t>(index));
+    result.enabled = 1;
+    for (ErrorCode code = 0; code <= highest_code; ++code) {
+        // Code 4 gets its entry only when it is recorded.
+        if (code != 4) {
+            result.failures[code] = FailureEntry{};
+        }
+    }
+}
+
+void record_failure(TestCaseResults& results, ErrorCode code, std::uint32_t iteration) {
+    const int owner = owner_of(code);
+    if (owner >= 0) {
+        add_record(results.at(static_cast<std::size_t>(owner)), code, iteration);
+    }
+}
+
+void record_test_case(TestCaseResults& results, int index, ErrorCode code,
+                      std::uint32_t iteration) {
+    if (index >= 5 && index <= 9) {
+        add_record(results.at(static_cast<std::size_t>(index)), code, iteration);
+    }
+}
+
+void write_result_file(const TestCaseResults& results, ResultStream& stream) {
+    const char* const path = result_path();
+    stream.file.reset(std::fopen(path, "we"));
+    stream.failed = !stream.file;
+    if (stream.failed) {
+        // The message is split over the two streams; scripts collect them apart.
+        print_err("[WIFI]Unable to open Result File: ");
+        print_out("%s\n", path);
+        return;
+    }
+    const bool written = write_verdicts(results, stream.file.get());
+    if (!written) {
+        print_err("[WIFI]Unable to write Result File: %s: %s\n", path, std::strerror(errno));
+    } else {
+        print_out("[WIFI]ResultFile: %s Updated\n", path);
+    }
+    stream.file.reset();
+}
+
+} // namespace wivex

@@ -1,0 +1,141 @@
+#include "driver/run_loop.hpp"
+
+#include "common/console.hpp"
+#include "common/process_state.hpp"
+#include "common/waiting.hpp"
+#include "driver/readiness.hpp"
+#include "driver/results.hpp"
+#include "tests/legacy_wlan.hpp"
+
+#include <array>
+#include <span>
+
+namespace wivex {
+
+namespace {
+
+constexpr int pause_between_iterations = 2;
+
+struct Translation {
+    ErrorCode returned;
+    ErrorCode recorded;
+};
+
+/// A scripted mode as the run loop sees it.
+struct ScriptedMode {
+    std::int32_t RunOptions::*chosen;
+    int test_case;
+    ErrorCode (*run)(RunConfig& config);
+    /// Codes recorded as themselves, once for each time they are listed; others are dropped.
+    std::span<const ErrorCode> recorded;
+    std::span<const Translation> translated;
+    int pause_after_failure;
+};
+
+// The lists are what evaluations of the line count on, 6 listed twice included.
+constexpr std::array<ErrorCode, 10> legacy_wlan_codes{6, 6, 24, 9, 18, 19, 20, 21, 14, 22};
+constexpr std::array<Translation, 1> legacy_wlan_translations{{{8, 21}}};
+
+/// The first chosen row runs.
+constexpr std::array<ScriptedMode, 1> scripted_modes{{
+    {&RunOptions::wlan_legacy_mode, test_case::legacy_wlan, legacy_wlan_test, legacy_wlan_codes,
+     legacy_wlan_translations, 0},
+}};
+
+void check_module_of_iteration(RunConfig& config, std::uint32_t iteration) {
+    if (check_module(config) != 0) {
+        print_out("[WIFI]MODULE CONNECTED\n");
+        return;
+    }
+    print_out("[WIFI]ERROR:Module not inserted. check Insmod [*].ko\n");
+    print_out("[WIFI]check usbfs: mount -t usbfs none /proc/bus/usb \n");
+    record_failure(run_options.results, error_code::module_absent, iteration);
+}
+
+std::int32_t check_driver_of_iteration(const RunConfig& config, std::uint32_t iteration) {
+    const std::int32_t status = check_driver(config);
+    if (status == interface_status::ready) {
+        print_out("[WIFI]WIFI DRIVER READY\n");
+    } else if (status == interface_status::unreadable) {
+        print_out("[WIFI]ERROR:WiFi driver is not insmoded properly, "
+                  "Please check WiFi driver status...\n");
+        record_failure(run_options.results, error_code::driver_not_loaded, iteration);
+    } else {
+        print_out("[WIFI]ERROR:WiFi network interface not up(check supplicant)\n");
+        record_failure(run_options.results, error_code::interface_down, iteration);
+    }
+    return status;
+}
+
+// The verdict is inverted on purpose: softAP scripts take the driver's absence for its success.
+void print_softap_verdict(std::int32_t driver_status) {
+    if (driver_status != interface_status::ready) {
+        print_out("[WIFI]softAP created successfuly.\n");
+    } else {
+        print_out("[WIFI]ERROR:create softAP problem\n");
+    }
+}
+
+void record_code(const ScriptedMode& mode, ErrorCode code, std::uint32_t iteration) {
+    for (const ErrorCode recorded : mode.recorded) {
+        if (recorded == code) {
+            record_test_case(run_options.results, mode.test_case, code, iteration);
+        }
+    }
+    for (const Translation& translation : mode.translated) {
+        if (translation.returned == code) {
+            record_test_case(run_options.results, mode.test_case, translation.recorded, iteration);
+        }
+    }
+}
+
+void run_scripted_mode(const ScriptedMode& mode, RunConfig& config, std::uint32_t iteration) {
+    const ErrorCode code = mode.run(config);
+    if (code == error_code::passed) {
+        // A pass is filed under iteration 1, whatever the counter says.
+        record_test_case(run_options.results, mode.test_case, error_code::passed, 1);
+        return;
+    }
+    record_code(mode, code, iteration);
+    wait_for(mode.pause_after_failure);
+}
+
+void run_test_mode(RunConfig& config, std::uint32_t iteration) {
+    for (const ScriptedMode& mode : scripted_modes) {
+        if (run_options.*(mode.chosen) != 0) {
+            run_scripted_mode(mode, config, iteration);
+            return;
+        }
+    }
+}
+
+RunEnd run_iteration(RunConfig& config, std::uint32_t iteration) {
+    print_out("\n");
+    if (module_check_enabled != 0) {
+        check_module_of_iteration(config, iteration);
+    }
+    std::int32_t driver_status = interface_status::ready;
+    if (driver_check_enabled != 0) {
+        driver_status = check_driver_of_iteration(config, iteration);
+    }
+    if (run_options.softap_mode != 0) {
+        print_softap_verdict(driver_status);
+        return RunEnd::softap;
+    }
+    run_test_mode(config, iteration);
+    return RunEnd::finished;
+}
+
+} // namespace
+
+RunEnd run_loop(RunConfig& config) {
+    for (std::int32_t iteration = 0; iteration < run_options.iteration_count; ++iteration) {
+        if (run_iteration(config, static_cast<std::uint32_t>(iteration)) == RunEnd::softap) {
+            return RunEnd::softap;
+        }
+        wait_for(pause_between_iterations);
+    }
+    return RunEnd::finished;
+}
+
+} // namespace wivex

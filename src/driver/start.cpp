@@ -1,0 +1,109 @@
+#include "driver/start.hpp"
+
+#include "common/buffers.hpp"
+#include "common/console.hpp"
+#include "common/process_state.hpp"
+#include "common/shell.hpp"
+#include "common/unique_fd.hpp"
+#include "driver/config_file.hpp"
+#include "driver/readiness.hpp"
+#include "driver/results.hpp"
+
+#include <array>
+#include <cstdio>
+
+namespace wivex {
+
+namespace {
+
+constexpr const char* default_config = "/lib/modules/wifi/wivex.cfg";
+constexpr const char* qca_config = "/lib/modules/wifi/wivex_qca.cfg";
+constexpr const char* softap_config = "/lib/modules/wifi/wivex_softap.cfg";
+constexpr const char* usb_device_list = "/proc/bus/usb/devices";
+constexpr int up_bit = 1;
+
+// Null means that no file is to be read.
+const char* chosen_config() {
+    if (run_options.softap_mode != 0) {
+        return softap_config;
+    }
+    switch (run_options.config_choice) {
+    case 0:
+    case 1:
+        return default_config;
+    case 2:
+        return qca_config;
+    case 3:
+        return softap_config;
+    case -1:
+        return run_options.user_config_file.c_str();
+    default:
+        // Any other answer to the prompt runs without a file; production scripts use it.
+        return nullptr;
+    }
+}
+
+struct ModeRecord {
+    std::int32_t RunOptions::*chosen;
+    int index;
+};
+
+constexpr std::array<ModeRecord, 7> mode_records{{
+    {&RunOptions::loopback_mode, test_case::loopback},
+    {&RunOptions::mac_mode, test_case::mac_address},
+    {&RunOptions::scan_mode, test_case::scan},
+    {&RunOptions::go_mode, test_case::autonomous_go},
+    {&RunOptions::wlan_legacy_mode, test_case::legacy_wlan},
+    {&RunOptions::p2p_client_mode, test_case::p2p_client},
+    {&RunOptions::p2p_device_mode, test_case::p2p_device},
+}};
+
+} // namespace
+
+void print_banner() {
+    print_out("\n[WIFI]WIVEX2_0_160421_INCREASE_SCAN_RESULT_SIZE\n");
+    print_out("\n[WIFI]This build is compiled on May 13 2016, 02:36:07.\n");
+}
+
+bool read_chosen_config(RunConfig& config) {
+    const char* const path = chosen_config();
+    if (path == nullptr || read_config_file(path, config) == 1) {
+        return true;
+    }
+    // Names the default result file even when -R gave another.
+    print_err("[WIFI]Configuration file problem.Plese check %s for more details\n",
+              default_result_file);
+    return false;
+}
+
+void enable_chosen_test_cases() {
+    enable_test_case(run_options.results, test_case::module);
+    enable_test_case(run_options.results, test_case::driver);
+    for (const ModeRecord& mode : mode_records) {
+        if (run_options.*(mode.chosen) != 0) {
+            enable_test_case(run_options.results, mode.index);
+        }
+    }
+}
+
+void provide_usb_device_list() {
+    if (UniqueFile(std::fopen(usb_device_list, "re"))) {
+        print_out("[WIFI]USBFS is already Mounted\n");
+    } else {
+        run_shell("mount -t usbfs none /proc/bus/usb/;");
+    }
+    print_out("[WIFI]USBFS is Mounted\n");
+}
+
+void bring_interface_up(const RunConfig& config) {
+    std::int32_t status = interface_status::ready;
+    read_interface_flag(interface_flags_path(config), up_bit, status);
+    if (status != interface_status::flag_clear) {
+        return;
+    }
+    CommandBuffer command{};
+    std::snprintf(command.data(), command.size(), "ifconfig %s up", config.interface_name.c_str());
+    run_shell(command.data());
+}
+
+} // namespace wivex
