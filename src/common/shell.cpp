@@ -62,8 +62,8 @@ int run_shell(const char* command) {
                                          nullptr};
     const SpawnAttributes attributes;
     pid_t child = -1;
-    const int failure = posix_spawn(&child, "/bin/sh", nullptr, attributes.get(), arguments.data(),
-                                    environ);
+    const int failure =
+        posix_spawn(&child, "/bin/sh", nullptr, attributes.get(), arguments.data(), environ);
     if (failure == 0) {
         return wait_for_child(child);
     }

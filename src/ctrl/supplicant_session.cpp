@@ -154,8 +154,7 @@ bool SupplicantSession::sendCommand(std::string_view command, char* reply, std::
     return true;
 }
 
-int SupplicantSession::waitForEvent(const char* event, EventMatcher matcher,
-                                    const char* argument) {
+int SupplicantSession::waitForEvent(const char* event, EventMatcher matcher, const char* argument) {
     ReplyBuffer message{};
     if (!read_event(event, message)) {
         return 0;
@@ -180,8 +179,7 @@ int SupplicantSession::waitForEventAny(const char* event, EventMatcher matcher,
     return -1;
 }
 
-bool SupplicantSession::checkWlanStatus(const RunConfig& config, char* reply,
-                                        std::size_t& length) {
+bool SupplicantSession::checkWlanStatus(const RunConfig& config, char* reply, std::size_t& length) {
     return checkInterfaceStatus(config.ctrl_iface + "/wlan0", reply, length);
 }
 

@@ -30,8 +30,8 @@ int read_choice() {
         next = std::getchar();
     }
     std::string text;
-    while (next != EOF && (std::isdigit(next) != 0 ||
-                           (text.empty() && (next == '-' || next == '+')))) {
+    while (next != EOF &&
+           (std::isdigit(next) != 0 || (text.empty() && (next == '-' || next == '+')))) {
         text.push_back(static_cast<char>(next));
         next = std::getchar();
     }

@@ -3,8 +3,8 @@
 
 namespace wivex {
 
-/// Parses the options. Returns 1 to run, 0 to stop at once (help, version, no mode, unknown option);
-/// whatever there is to say has been printed then.
+/// Parses the options. Returns 1 to run, 0 to stop at once (help, version, no mode, unknown
+/// option); whatever there is to say has been printed then.
 int parse_command_line(int argc, char* argv[]);
 
 /// Prints the usage text to standard output.

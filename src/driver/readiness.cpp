@@ -78,8 +78,7 @@ int read_interface_flag(const std::string& path, int bit, std::int32_t& status) 
         return 0;
     }
     std::array<char, line_size> line{};
-    const bool read =
-        std::fgets(line.data(), static_cast<int>(line.size()), file.get()) != nullptr;
+    const bool read = std::fgets(line.data(), static_cast<int>(line.size()), file.get()) != nullptr;
     const int value = read ? decimal_reading(line.data()) : 0;
     const bool set = (((1 << (bit - 1)) & value) >> (bit - 1)) == 1;
     status = set ? interface_status::ready : interface_status::flag_clear;

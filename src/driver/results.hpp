@@ -56,8 +56,7 @@ void enable_test_case(TestCaseResults& results, int index);
 void record_failure(TestCaseResults& results, ErrorCode code, std::uint32_t iteration);
 
 /// Records the outcome of a scripted mode; a pass is code 0. Indices other than 5 to 9 are ignored.
-void record_test_case(TestCaseResults& results, int index, ErrorCode code,
-                      std::uint32_t iteration);
+void record_test_case(TestCaseResults& results, int index, ErrorCode code, std::uint32_t iteration);
 
 /// Writes one line for each enabled test case to the result file, replacing what was there. A file
 /// that cannot be opened is reported and marks `stream` as failed.

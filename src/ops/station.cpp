@@ -111,9 +111,9 @@ struct NetworkField {
 bool set_field(SupplicantSession& session, int id, const NetworkField& field) {
     CommandBuffer command{};
     const char* const quote = field.quoted ? "\"" : "";
-    const int length = std::snprintf(command.data(), command.size(), "SET_NETWORK %d %s %s%.*s%s",
-                                     id, field.name, quote, static_cast<int>(field.value.size()),
-                                     field.value.data(), quote);
+    const int length =
+        std::snprintf(command.data(), command.size(), "SET_NETWORK %d %s %s%.*s%s", id, field.name,
+                      quote, static_cast<int>(field.value.size()), field.value.data(), quote);
     if (length < 0) {
         print_err("%s%d %s %.*s", field.format_failure, id, field.name,
                   static_cast<int>(field.value.size()), field.value.data());
@@ -206,7 +206,8 @@ int cmd_to_addnetwork(SupplicantSession& session) {
         print_err("ADD_NETWORK Command not successful\n");
         return error_code::add_network_failed;
     }
-    // Anything but a bare "0" is network 0: after "REMOVE_NETWORK all" the supplicant answers "0\n".
+    // Anything but a bare "0" is network 0: after "REMOVE_NETWORK all" the supplicant answers
+    // "0\n".
     if (std::string_view(reply.text.data()) != "0") {
         return 0;
     }
@@ -222,10 +223,8 @@ ErrorCode cmd_to_setnetwork(SupplicantSession& session, const RunConfig& config,
     constexpr const char* unspaced = "Fail to Create Command SET_NETWORK";
     // The pass phrase is set for an open network too; a line's access point is never open.
     const std::array<NetworkField, 6> fields{{
-        {"ssid", config.go_ssid, true, spaced,
-         "SET_NETWORK Command for ssid is  not successful\n"},
-        {"auth_alg", "OPEN", false, spaced,
-         "SET_NETWORK Command for auth_alg is not successful\n"},
+        {"ssid", config.go_ssid, true, spaced, "SET_NETWORK Command for ssid is  not successful\n"},
+        {"auth_alg", "OPEN", false, spaced, "SET_NETWORK Command for auth_alg is not successful\n"},
         {"proto", config.scan_proto, false, spaced,
          "SET_NETWORK Command for proto is not successful\n"},
         {"key_mgmt", config.scan_key_mgmt, false, unspaced,
