@@ -31,7 +31,18 @@ inline constexpr ErrorCode disable_network_failed = 22;
 inline constexpr ErrorCode remove_network_not_formatted = 23;
 inline constexpr ErrorCode scan_busy = 24;
 
+// Results of the P2P operations that no mode calls.
+inline constexpr ErrorCode p2p_listen_failed = 28;
+
 // Further results of the scripted modes.
+inline constexpr ErrorCode session_lost = -1;
+inline constexpr ErrorCode group_not_started = 10;
+inline constexpr ErrorCode group_addressing_failed = 12;
+inline constexpr ErrorCode iperf_server_failed = 13;
+inline constexpr ErrorCode peer_not_configured = 16;
+inline constexpr ErrorCode p2p_find_failed = 26;
+inline constexpr ErrorCode p2p_connect_failed = 29;
+inline constexpr ErrorCode group_removal_failed = 32;
 inline constexpr ErrorCode network_not_found = 9;
 inline constexpr ErrorCode network_not_added = 9;
 inline constexpr ErrorCode iperf_client_failed = 14;

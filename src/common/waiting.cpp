@@ -56,6 +56,13 @@ void wait_readable_or_next_second(int fd) {
     }
 }
 
+void wait_until_expired(DeadlineTimer& timer) {
+    constexpr int no_descriptor = -1;
+    while (!timer.expired()) {
+        wait_readable_or_next_second(no_descriptor);
+    }
+}
+
 void wait_for(std::int64_t seconds, std::int64_t microseconds) {
     const std::int64_t whole = seconds > 0 ? seconds : 0;
     const std::int64_t part = microseconds > 0 ? microseconds : 0;

@@ -5,6 +5,8 @@
 // finds its input ready at once.
 #pragma once
 
+#include "common/deadline_timer.hpp"
+
 #include <sys/types.h>
 
 #include <cstdint>
@@ -18,6 +20,9 @@ int wait_readable(int fd, int timeout_ms);
 /// Waits until `fd` can be read or the wall clock shows its next second, whichever comes first.
 /// For loops that poll an event and a `DeadlineTimer`.
 void wait_readable_or_next_second(int fd);
+
+/// Sleeps until `timer` has expired.
+void wait_until_expired(DeadlineTimer& timer);
 
 /// Sleeps `seconds` and then `microseconds`; negative values do not sleep.
 void wait_for(std::int64_t seconds, std::int64_t microseconds = 0);

@@ -5,7 +5,10 @@
 #include "common/waiting.hpp"
 #include "driver/readiness.hpp"
 #include "driver/results.hpp"
+#include "tests/autonomous_go.hpp"
 #include "tests/legacy_wlan.hpp"
+#include "tests/p2p_client.hpp"
+#include "tests/p2p_device.hpp"
 
 #include <array>
 #include <span>
@@ -33,13 +36,23 @@ struct ScriptedMode {
 };
 
 // The lists are what evaluations of the line count on, 6 listed twice included.
+constexpr std::array<ErrorCode, 8> p2p_device_codes{6, 26, 29, 21, 12, 14, 32, 10};
+constexpr std::array<ErrorCode, 6> p2p_group_codes{6, 26, 29, 21, 14, 32};
 constexpr std::array<ErrorCode, 10> legacy_wlan_codes{6, 6, 24, 9, 18, 19, 20, 21, 14, 22};
 constexpr std::array<Translation, 1> legacy_wlan_translations{{{8, 21}}};
 
 /// The first chosen row runs.
-constexpr std::array<ScriptedMode, 1> scripted_modes{{
+constexpr std::array<ScriptedMode, 4> scripted_modes{{
+    {&RunOptions::p2p_device_mode,
+     test_case::p2p_device,
+     p2p_device_test,
+     p2p_device_codes,
+     {},
+     10},
+    {&RunOptions::go_mode, test_case::autonomous_go, autonomous_go_test, p2p_group_codes, {}, 0},
     {&RunOptions::wlan_legacy_mode, test_case::legacy_wlan, legacy_wlan_test, legacy_wlan_codes,
      legacy_wlan_translations, 0},
+    {&RunOptions::p2p_client_mode, test_case::p2p_client, p2p_client_test, p2p_group_codes, {}, 10},
 }};
 
 void check_module_of_iteration(RunConfig& config, std::uint32_t iteration) {

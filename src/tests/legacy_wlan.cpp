@@ -4,8 +4,8 @@
 #include "common/process_state.hpp"
 #include "common/waiting.hpp"
 #include "ctrl/supplicant_session.hpp"
-#include "ops/host_tools.hpp"
 #include "ops/station.hpp"
+#include "tests/addressing.hpp"
 #include "tests/session_setup.hpp"
 #include "tests/traffic.hpp"
 
@@ -85,14 +85,8 @@ ErrorCode select_network(SupplicantSession& session, int id) {
 }
 
 // A DHCP failure is only told: a later step decides the test.
-void take_address(const RunConfig& config) {
-    const ErrorCode result = cmd_to_run_dhcp_client(config.interface_name);
-    if (result == error_code::passed) {
-        print_out("Command to udhcpc is successful...\n");
-        return;
-    }
-    print_err("Fail to start udhcpc!!!\n");
-    if (result == error_code::dhcp_client_failed) {
+void try_to_take_address(const RunConfig& config) {
+    if (take_address(config) == error_code::dhcp_client_failed) {
         print_out("ERROR:UDHCHPC START FAILED\n");
     }
 }
@@ -133,7 +127,7 @@ ErrorCode legacy_wlan_test(RunConfig& config) {
     if (const ErrorCode failure = associate(session, config, id)) {
         return failure;
     }
-    take_address(config);
+    try_to_take_address(config);
     if (const ErrorCode failure = measure_traffic(config)) {
         return failure;
     }

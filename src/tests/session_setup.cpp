@@ -12,6 +12,14 @@ bool session_created(const SupplicantSession& session) {
     return true;
 }
 
+bool peer_configured(const RunConfig& config) {
+    if (config.p2p_target_device_mac.empty()) {
+        print_err("error in config file: missing target mac address\n");
+        return false;
+    }
+    return true;
+}
+
 bool session_open_or_reopened(SupplicantSession& session, const RunConfig& config) {
     if (!session.isInvalid()) {
         return true;

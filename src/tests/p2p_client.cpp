@@ -1,0 +1,96 @@
+#include "tests/p2p_client.hpp"
+
+#include "common/buffers.hpp"
+#include "common/console.hpp"
+#include "common/deadline_timer.hpp"
+#include "common/process_state.hpp"
+#include "common/waiting.hpp"
+#include "ctrl/event_wait.hpp"
+#include "ctrl/supplicant_session.hpp"
+#include "ops/p2p.hpp"
+#include "tests/addressing.hpp"
+#include "tests/session_setup.hpp"
+#include "tests/traffic.hpp"
+
+#include <array>
+
+namespace wivex {
+
+namespace {
+
+constexpr int connected_timeout_seconds = 60;
+constexpr std::size_t removal_reply_capacity = 4096;
+constexpr const char* method = "pbc";
+
+using LargeReply = std::array<char, removal_reply_capacity + 1>;
+
+bool connect(SupplicantSession& session, const RunConfig& config, char* reply) {
+    if (p2pConnectJoin(session, config.p2p_target_device_mac.c_str(), method, reply,
+                       reply_capacity) != 0) {
+        return false;
+    }
+    DeadlineTimer timer;
+    timer.start(connected_timeout_seconds);
+    await_event(session, timer, "CTRL-EVENT-CONNECTED");
+    return !timer.expired();
+}
+
+ErrorCode join_group(SupplicantSession& session, const RunConfig& config, char* reply) {
+    if (connect(session, config, reply)) {
+        print_out("client Connected...\n");
+        return error_code::passed;
+    }
+    print_out("CONNECT:TEST CASE FAIL\n");
+    p2pGroupRemove(session, config.interface_name, reply, reply_capacity);
+    return error_code::p2p_connect_failed;
+}
+
+ErrorCode leave_group(SupplicantSession& session, const RunConfig& config, char* reply) {
+    if (p2pGroupRemove(session, config.interface_name, reply, removal_reply_capacity) != 0) {
+        print_out("disconnect:TEST CASE FAIL\n");
+        return error_code::group_removal_failed;
+    }
+    print_out("Waiting for P2P-GROUP-REMOVED event from peer.\n");
+    await_event(session, "P2P-GROUP-REMOVED");
+    return error_code::passed;
+}
+
+} // namespace
+
+ErrorCode p2p_client_test(RunConfig& config) {
+    LargeReply reply{};
+
+    SupplicantSession session(config);
+    if (!session_created(session)) {
+        return error_code::session_not_open;
+    }
+    if (!peer_configured(config)) {
+        return error_code::peer_not_configured;
+    }
+    std::size_t status_length = reply_capacity;
+    session.checkWlanStatus(config, reply.data(), status_length);
+    if (!session_open_or_reopened(session, config)) {
+        return error_code::session_lost;
+    }
+    p2pGroupRemove(session, config.interface_name, reply.data(), reply_capacity);
+    if (p2pFind(session, reply.data(), reply_capacity, config.p2p_target_device_mac.c_str()) != 0) {
+        print_out("P2P FIND FAIL \n");
+        return error_code::p2p_find_failed;
+    }
+    if (const ErrorCode failure = join_group(session, config, reply.data())) {
+        return failure;
+    }
+    if (const ErrorCode failure = take_address(config)) {
+        return failure;
+    }
+    if (const ErrorCode failure = measure_traffic(config)) {
+        return failure;
+    }
+    if (const ErrorCode failure = leave_group(session, config, reply.data())) {
+        return failure;
+    }
+    wait_for(run_options.iteration_interval);
+    return error_code::passed;
+}
+
+} // namespace wivex
