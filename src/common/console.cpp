@@ -26,7 +26,7 @@ constexpr std::size_t largest_write = PIPE_BUF;
 constexpr int patience_in_handler_ms = 200;
 
 struct Stream {
-    int fd;
+    int fd = -1;
     bool given_up = false;
 };
 
@@ -96,7 +96,7 @@ void buffer_out(std::string_view text) {
 // Formats on the stack, or in memory of its own when the text is long.
 template <typename Sink>
 [[gnu::format(printf, 1, 0)]] void with_text(const char* format, va_list arguments, Sink sink) {
-    std::array<char, 2048> text;
+    std::array<char, 2048> text{};
     va_list again;
     va_copy(again, arguments);
     const int length = std::vsnprintf(text.data(), text.size(), format, arguments);

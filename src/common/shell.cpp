@@ -58,8 +58,8 @@ int run_shell(const char* command) {
     flush_out();
     std::array<char, 3> shell{"sh"};
     std::array<char, 3> option{"-c"};
-    const std::array<char*, 4> arguments{shell.data(), option.data(), const_cast<char*>(command),
-                                         nullptr};
+    std::string text(command);
+    const std::array<char*, 4> arguments{shell.data(), option.data(), text.data(), nullptr};
     const SpawnAttributes attributes;
     pid_t child = -1;
     const int failure =

@@ -46,7 +46,7 @@ private:
 
 struct FileCloser {
     void operator()(std::FILE* file) const {
-        std::fclose(file);
+        static_cast<void>(std::fclose(file));
     }
 };
 

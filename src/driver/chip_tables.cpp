@@ -58,7 +58,7 @@ int push_chip_ids(int device_type_code, int vendor_code, VendorId* vendor_out,
     if (run_options.debug != 0) {
         print_out("[WIFI]Pushing PIDs\n");
     }
-    const auto chip = std::find_if(chips.begin(), chips.end(), [&](const Chip& known) {
+    const auto* const chip = std::find_if(chips.begin(), chips.end(), [&](const Chip& known) {
         return known.device_type == device_type_code && known.vendor == vendor_code;
     });
     if (chip == chips.end() || vendor_out == nullptr) {

@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
+#include <cstring>
 
 namespace wivex {
 
@@ -96,6 +97,10 @@ bool read_line(std::FILE* file, Line& line) {
     return true;
 }
 
+void end_at_zero_byte(std::string& text) {
+    text.resize(std::strlen(text.c_str()));
+}
+
 bool is_comment(std::string_view line) {
     return line.starts_with('#') || line.starts_with("//");
 }
@@ -167,8 +172,8 @@ int read_config_file(const std::string& path, RunConfig& config) {
             print_err("[WIFI]%s:%d: line is longer than %zu characters, the rest is skipped\n",
                       path.c_str(), number, longest_line);
         }
-        // A zero byte ends a line's text.
-        take_line(line.text.c_str(), config);
+        end_at_zero_byte(line.text);
+        take_line(line.text, config);
     }
     choose_device_list(config);
     fill_chip_ids(config);
