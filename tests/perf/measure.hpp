@@ -1,0 +1,25 @@
+// Clocks, medians and the line that every measurement prints.
+#pragma once
+
+#include <cstddef>
+#include <vector>
+
+namespace perf {
+
+/// Monotonic time in seconds.
+double now();
+
+/// Processor time of this process so far, user and system, in seconds.
+double processor_time();
+
+/// The value at `fraction` of the sorted samples; 0.5 is the median.
+double quantile(std::vector<double> samples, double fraction);
+
+/// Prints "name: figure unit, floor ..., ratio ... (at most ...)".
+void print_against_floor(const char* name, const char* unit, double figure, double floor,
+                         double largest_ratio);
+
+/// Prints "name: figure unit (at most ...)".
+void print_figure(const char* name, const char* unit, double figure, double limit);
+
+} // namespace perf

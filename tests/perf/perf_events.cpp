@@ -1,0 +1,72 @@
+// Draining and matching queued events, against a bare receive loop over the same queue.
+
+#include "common/buffers.hpp"
+#include "common/process_state.hpp"
+#include "counterpart.hpp"
+#include "ctrl/supplicant_session.hpp"
+#include "ctrl/wpa_ctrl.hpp"
+#include "measure.hpp"
+
+#include <sys/socket.h>
+
+#include <array>
+#include <cstdio>
+#include <string>
+#include <vector>
+
+namespace {
+
+// As many as the kernel queues on one connection by default.
+constexpr int events_a_batch = 10;
+constexpr int batches = 10'000;
+
+void queue_events(wivex::SupplicantSession& session) {
+    wivex::ReplyBuffer reply;
+    std::size_t length = wivex::reply_capacity;
+    session.sendCommand("EVENT " + std::to_string(events_a_batch), reply.data(), length);
+    // The next answer comes when all events of this one have been sent.
+    length = wivex::reply_capacity;
+    session.sendCommand("PING", reply.data(), length);
+}
+
+void drain_bare(int fd) {
+    static std::array<char, 1248> message;
+    while (recv(fd, message.data(), message.size() - 1, 0) >= 0) {
+    }
+}
+
+void drain_through_session(wivex::SupplicantSession& session) {
+    session.waitForEvent("CTRL-EVENT-CONNECTED");
+}
+
+template <typename Drain>
+double microseconds(wivex::SupplicantSession& session, Drain drain) {
+    queue_events(session);
+    const double start = perf::now();
+    drain();
+    return (perf::now() - start) * 1e6 / events_a_batch;
+}
+
+} // namespace
+
+int main() {
+    const perf::Counterpart counterpart;
+    wivex::RunConfig config;
+    config.ctrl_iface = counterpart.folder();
+    config.interface_name = "wlan0";
+    wivex::SupplicantSession session(config);
+    if (session.isInvalid()) {
+        std::puts("no session");
+        return 1;
+    }
+    const int fd = wivex::wpa_ctrl_get_fd(*wivex::event_connection);
+    std::vector<double> through_session;
+    std::vector<double> floor;
+    for (int batch = 0; batch < batches; ++batch) {
+        through_session.push_back(microseconds(session, [&] { drain_through_session(session); }));
+        floor.push_back(microseconds(session, [&] { drain_bare(fd); }));
+    }
+    perf::print_against_floor("draining an event", "us", perf::quantile(through_session, 0.5),
+                              perf::quantile(floor, 0.5), 1.3);
+    return 0;
+}

@@ -1,0 +1,46 @@
+// From the sending of an event to the arrival of the next command, as the supplicant sees it.
+
+#include "common/buffers.hpp"
+#include "counterpart.hpp"
+#include "ctrl/event_wait.hpp"
+#include "ctrl/supplicant_session.hpp"
+#include "measure.hpp"
+
+#include <cstdio>
+#include <cstdlib>
+#include <vector>
+
+namespace {
+
+constexpr int samples = 1000;
+
+double reaction_microseconds(wivex::SupplicantSession& session) {
+    wivex::ReplyBuffer reply{};
+    std::size_t length = wivex::reply_capacity;
+    session.sendCommand("EVENT 1", reply.data(), length);
+    wivex::await_event(session, "CTRL-EVENT-BSS-ADDED");
+    length = wivex::reply_capacity;
+    session.sendCommand("DELAY", reply.data(), length);
+    return std::atof(reply.data());
+}
+
+} // namespace
+
+int main() {
+    const perf::Counterpart counterpart;
+    wivex::RunConfig config;
+    config.ctrl_iface = counterpart.folder();
+    config.interface_name = "wlan0";
+    wivex::SupplicantSession session(config);
+    if (session.isInvalid()) {
+        std::puts("no session");
+        return 1;
+    }
+    std::vector<double> delays;
+    for (int sample = 0; sample < samples; ++sample) {
+        delays.push_back(reaction_microseconds(session));
+    }
+    perf::print_figure("event to next command, median", "us", perf::quantile(delays, 0.5), 200);
+    perf::print_figure("event to next command, 99th", "us", perf::quantile(delays, 0.99), 1000);
+    return 0;
+}
