@@ -5,7 +5,11 @@ target_compile_options(wivex_flags INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wformat=2 -Werror)
 target_compile_definitions(wivex_flags INTERFACE _FILE_OFFSET_BITS=64)
 
-if(WIVEX_SANITIZE)
+if(WIVEX_FUZZ)
+  target_compile_options(wivex_flags INTERFACE
+    -fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=all -O1 -g)
+  target_link_options(wivex_flags INTERFACE -fsanitize=address,undefined)
+elseif(WIVEX_SANITIZE)
   target_compile_options(wivex_flags INTERFACE
     -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer -g)
   target_link_options(wivex_flags INTERFACE -fsanitize=address,undefined)
@@ -16,7 +20,7 @@ else()
 endif()
 
 add_library(wivex_link_flags INTERFACE)
-if(NOT WIVEX_SANITIZE)
+if(NOT WIVEX_SANITIZE AND NOT WIVEX_FUZZ)
   target_link_options(wivex_link_flags INTERFACE
     -pie -Wl,--gc-sections -Wl,--as-needed -Wl,-z,relro -Wl,-z,now -Wl,-z,noexecstack)
 endif()
