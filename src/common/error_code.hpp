@@ -18,6 +18,8 @@ inline constexpr ErrorCode passed = 0;
 inline constexpr ErrorCode module_absent = 1;
 inline constexpr ErrorCode driver_not_loaded = 2;
 inline constexpr ErrorCode interface_down = 3;
+inline constexpr ErrorCode mac_address_differs = 4;
+inline constexpr ErrorCode loopback_failed = 5;
 
 // Results of the station operations and host tools.
 inline constexpr ErrorCode disconnect_timeout = 1;

@@ -1,6 +1,8 @@
 // Shell command lines, run so that an interrupt is handled at once while they run.
 #pragma once
 
+#include <cstddef>
+#include <optional>
 #include <string>
 
 namespace wivex {
@@ -13,5 +15,9 @@ int run_shell(const char* command);
 inline int run_shell(const std::string& command) {
     return run_shell(command.c_str());
 }
+
+/// Runs `command` like `run_shell` and returns the first `limit` bytes of its standard output, or
+/// nothing when it cannot be started. Its exit status does not count.
+std::optional<std::string> read_from_shell(const char* command, std::size_t limit);
 
 } // namespace wivex

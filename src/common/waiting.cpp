@@ -4,8 +4,10 @@
 #include "common/interrupts.hpp"
 
 #include <poll.h>
+#include <sys/ioctl.h>
 #include <sys/wait.h>
 #include <time.h>
+#include <unistd.h>
 
 #include <cerrno>
 
@@ -70,6 +72,18 @@ void wait_for(std::int64_t seconds, std::int64_t microseconds) {
     duration.tv_sec = static_cast<time_t>(whole + part / 1'000'000);
     duration.tv_nsec = static_cast<long>(part % 1'000'000) * 1000;
     sleep_open(duration);
+}
+
+ssize_t wait_for_data(int fd, std::span<char> buffer) {
+    flush_out();
+    const InterruptsOpen open;
+    return read(fd, buffer.data(), buffer.size());
+}
+
+int wait_for_driver(int fd, unsigned long request, void* argument) {
+    flush_out();
+    const InterruptsOpen open;
+    return ioctl(fd, request, argument);
 }
 
 int wait_for_child(pid_t pid) {

@@ -10,6 +10,7 @@
 #include <sys/types.h>
 
 #include <cstdint>
+#include <span>
 
 namespace wivex {
 
@@ -26,6 +27,13 @@ void wait_until_expired(DeadlineTimer& timer);
 
 /// Sleeps `seconds` and then `microseconds`; negative values do not sleep.
 void wait_for(std::int64_t seconds, std::int64_t microseconds = 0);
+
+/// Reads from `fd` into `buffer`, however long it takes. Returns what `read` returns.
+ssize_t wait_for_data(int fd, std::span<char> buffer);
+
+/// Makes a request to the driver behind `fd`, however long it works on it: a bus loopback takes
+/// seconds. Returns what `ioctl` returns, with errno set.
+int wait_for_driver(int fd, unsigned long request, void* argument);
 
 /// Waits until the child `pid` has ended. Returns its wait status, or -1 when there is none.
 int wait_for_child(pid_t pid);

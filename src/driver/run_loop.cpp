@@ -3,6 +3,8 @@
 #include "common/console.hpp"
 #include "common/process_state.hpp"
 #include "common/waiting.hpp"
+#include "diag/loopback.hpp"
+#include "diag/mac_address.hpp"
 #include "driver/readiness.hpp"
 #include "driver/results.hpp"
 #include "tests/autonomous_go.hpp"
@@ -12,6 +14,7 @@
 
 #include <array>
 #include <span>
+#include <string>
 
 namespace wivex {
 
@@ -80,6 +83,36 @@ std::int32_t check_driver_of_iteration(const RunConfig& config, std::uint32_t it
     return status;
 }
 
+// The part of the result file's path up to its last "/"; empty when it has none. Of a longer path
+// only the first 99 characters count.
+std::string result_directory() {
+    constexpr std::size_t path_size = 100;
+    const std::string& chosen = run_options.result_file;
+    const std::string path = chosen.empty() ? default_result_file : chosen;
+    const std::string kept = path.substr(0, path_size - 1);
+    return kept.substr(0, kept.rfind('/') + 1);
+}
+
+void check_mac_address_of_iteration(const RunConfig& config, std::uint32_t iteration) {
+    std::string directory = result_directory();
+    print_out("[WIFI]Result file direcotry is %s\n", directory.c_str());
+    if (mac_address_check(config, directory) != 0) {
+        print_out("[WIFI]MAC PRINT SUCCESS\n");
+        return;
+    }
+    print_out("[WIFI]MAC PRINT FAIL\n");
+    record_failure(run_options.results, error_code::mac_address_differs, iteration);
+}
+
+void test_loopback_of_iteration(const RunConfig& config, std::uint32_t iteration) {
+    if (loopback_test(config) == 1) {
+        print_out("[WIFI]LOOPBACK SUCCESS\n");
+        return;
+    }
+    print_out("[WIFI]### LOOPBACK FAIL ###\n");
+    record_failure(run_options.results, error_code::loopback_failed, iteration);
+}
+
 // The verdict is inverted on purpose: softAP scripts take the driver's absence for its success.
 void print_softap_verdict(std::int32_t driver_status) {
     if (driver_status != interface_status::ready) {
@@ -130,6 +163,12 @@ RunEnd run_iteration(RunConfig& config, std::uint32_t iteration) {
     std::int32_t driver_status = interface_status::ready;
     if (driver_check_enabled != 0) {
         driver_status = check_driver_of_iteration(config, iteration);
+    }
+    if (run_options.mac_mode != 0) {
+        check_mac_address_of_iteration(config, iteration);
+    }
+    if (run_options.loopback_mode != 0) {
+        test_loopback_of_iteration(config, iteration);
     }
     if (run_options.softap_mode != 0) {
         print_softap_verdict(driver_status);

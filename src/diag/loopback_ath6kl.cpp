@@ -1,0 +1,135 @@
+#include "diag/loopback_ath6kl.hpp"
+
+#include "common/buffers.hpp"
+#include "common/console.hpp"
+#include "common/process_state.hpp"
+#include "common/shell.hpp"
+#include "common/unique_fd.hpp"
+#include "common/waiting.hpp"
+#include "diag/register_files.hpp"
+
+#include <fcntl.h>
+
+#include <bit>
+#include <cstdio>
+#include <string>
+
+namespace wivex {
+
+namespace {
+
+constexpr std::int64_t settling_time_us = 1'000'000;
+
+constexpr const char* content_error_register = "0x40bf38";
+constexpr const char* sequence_error_register = "0x40bf34";
+
+/// The two numbers of a counter dump. What cannot be parsed keeps the value of the dump before.
+struct CounterValues {
+    unsigned first = 0;
+    unsigned second = 0;
+};
+
+bool directory_opens(const char* path) {
+    return static_cast<bool>(UniqueFd(open(path, O_RDONLY | O_DIRECTORY | O_CLOEXEC)));
+}
+
+bool provide_debugfs() {
+    if (!directory_opens(phy_root)) {
+        print_err("[WIFI][Trying to Mount Debugfs for Wi-Fi]\n");
+        run_shell("mount -t debugfs none /sys/kernel/debug;");
+        if (!directory_opens(phy_root)) {
+            print_err("[WIFI]Debugfs Mount Error : Does not exist = %s\n", phy_root);
+            return false;
+        }
+    }
+    print_err("[WIFI]Debugfs is Mounted\n");
+    return true;
+}
+
+std::string echo_command(const char* value, const std::string& path, const char* file) {
+    return fit_command(std::string("echo ") + value + " > " + path + "/ath6kl/" + file);
+}
+
+std::string dump_command(const std::string& path) {
+    return fit_command("cat " + path + "/ath6kl/reg_dump");
+}
+
+void print_and_run(const char* prefix, const std::string& command) {
+    print_err("%s%s\n", prefix, command.c_str());
+    run_shell(command);
+}
+
+// Reads the phy path itself, a directory, so that nothing is read and the last command is parsed in
+// the place of a dump. Verdicts of the line are built on it.
+bool read_counter(const std::string& path, std::string last_command, CounterValues& values) {
+    const UniqueFile file(std::fopen(path.c_str(), "re"));
+    if (!file) {
+        print_err("[WIFI]File Error : %s\n", path.c_str());
+        return false;
+    }
+    CommandBuffer line{};
+    if (std::fgets(line.data(), static_cast<int>(line.size()), file.get()) != nullptr) {
+        last_command = line.data();
+    }
+    std::sscanf(last_command.c_str(), "%x%x", &values.first, &values.second);
+    print_err("[WIFI]buf=%s\n", last_command.c_str());
+    print_err("[WIFI]val1=%d val2=%d\n", std::bit_cast<int>(values.first),
+              std::bit_cast<int>(values.second));
+    return true;
+}
+
+int errors_in(const CounterValues& values) {
+    return std::bit_cast<int>(values.second) > 0 ? 1 : 0;
+}
+
+void run_loopback(const std::string& path) {
+    print_and_run("[WIFI]", echo_command("2", path, "aow"));
+    wait_for(0, settling_time_us);
+    print_and_run("", echo_command("3", path, "aow"));
+}
+
+// Returns the number of errors.
+int read_counters(const std::string& path) {
+    CounterValues values;
+    print_err("[WIFI][QCA Wi-Fi Content Error Count]\n");
+    print_and_run("", echo_command(content_error_register, path, "reg_addr"));
+    const std::string dump = dump_command(path);
+    print_and_run("", dump);
+    if (!read_counter(path, dump, values)) {
+        return 1;
+    }
+    int errors = errors_in(values);
+    print_err("[WIFI][QCA Wi-Fi Seq Error Count]\n");
+    const std::string select = echo_command(sequence_error_register, path, "reg_addr");
+    print_and_run("", select);
+    // The second dump is shown only after this read, which parses the command before it.
+    if (!read_counter(path, select, values)) {
+        return errors + 1;
+    }
+    errors += errors_in(values);
+    print_and_run("[WIFI]", dump);
+    wait_for(run_options.iteration_interval);
+    return errors;
+}
+
+} // namespace
+
+int loopback_ath6kl(const RunConfig& /*config*/) {
+    if (!provide_debugfs()) {
+        return 0;
+    }
+    PhyName phy{};
+    if (find_phy_name(phy) == nullptr) {
+        print_err("[WIFI]phy_addr is NULL\n");
+        return 0;
+    }
+    const std::string name = phy.data();
+    print_err("[WIFI]phy_addr is [%s] [%zu]\n", name.c_str(), name.size());
+    const std::string path = fit_command(std::string(phy_root) + "/" + name);
+    print_err("[WIFI]buf is [%s]\n", path.c_str());
+    print_err("[WIFI]path = %s\n", path.c_str());
+    run_loopback(path);
+    return read_counters(path) < 1 ? 1 : 0;
+}
+
+} // namespace wivex

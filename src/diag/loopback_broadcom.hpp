@@ -1,0 +1,13 @@
+// Bus loopback of Broadcom modules, through variables of the bcmdhd driver.
+#pragma once
+
+#include "common/run_config.hpp"
+
+namespace wivex {
+
+/// Sets the driver to loopback mode and has it transfer `loopback_pkt_cnt` packets of
+/// `loopback_pkt_size` bytes. Returns 1 on a pass, 0 on a failure. The driver stays in loopback
+/// mode.
+int loopback_broadcom(const RunConfig& config);
+
+} // namespace wivex
