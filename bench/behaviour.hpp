@@ -1,0 +1,30 @@
+// How a well-behaved supplicant answers: a small model with one access point and one peer.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace bench {
+
+/// What the model needs to know of the tool's configuration.
+struct Neighbourhood {
+    std::string interface = "wlan0";
+    std::string ssid;
+    std::string peer;
+};
+
+struct PlannedEvent {
+    std::string text;
+    int delay_ms = 0;
+};
+
+struct Behaviour {
+    std::string reply;
+    std::vector<PlannedEvent> events;
+};
+
+/// The model's answer to `command`, and the events that follow it.
+Behaviour usual_behaviour(std::string_view command, const Neighbourhood& around);
+
+} // namespace bench

@@ -1,0 +1,159 @@
+// wivex-bench: runs the unchanged tool in a private world, against simulated and real counterparts.
+
+#include "access_point.hpp"
+#include "configuration.hpp"
+#include "device.hpp"
+#include "gate.hpp"
+#include "interfaces.hpp"
+#include "namespaces.hpp"
+#include "options.hpp"
+#include "scenario.hpp"
+#include "text.hpp"
+
+#include <fcntl.h>
+#include <signal.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <filesystem>
+#include <optional>
+#include <string>
+
+namespace bench {
+
+namespace {
+
+pid_t device_process = -1;
+
+void forward_to_device(int signal_number) {
+    if (device_process > 0) {
+        kill(device_process, signal_number);
+    }
+}
+
+int fail(const std::string& problem) {
+    std::fprintf(stderr, "wivex-bench: %s\n", problem.c_str());
+    return bench_failure;
+}
+
+std::optional<Scenario> read_scenario(const std::string& path, std::string& problem) {
+    if (path.empty()) {
+        return Scenario{};
+    }
+    const auto text = read_file(path);
+    if (!text) {
+        problem = "cannot read " + path;
+        return std::nullopt;
+    }
+    return parse_scenario(*text, path, problem);
+}
+
+std::optional<Configuration> make_configuration(const Options& options, const Scenario& scenario,
+                                                std::string& problem) {
+    Configuration configuration = usual_configuration();
+    apply(scenario, configuration);
+    if (!options.config.empty()) {
+        const auto text = read_file(options.config);
+        if (!text) {
+            problem = "cannot read " + options.config;
+            return std::nullopt;
+        }
+        take_values(*text, configuration);
+    }
+    for (const std::string& setting : options.settings) {
+        take_values(setting, configuration);
+    }
+    return configuration;
+}
+
+bool wants_traffic(const Configuration& configuration) {
+    const auto value = configuration.find("check_iperf");
+    return value != configuration.end() && !value->second.empty() && value->second != "no";
+}
+
+int open_out_folder(const std::string& path) {
+    if (path.empty()) {
+        return -1;
+    }
+    std::error_code ignored;
+    std::filesystem::create_directories(path, ignored);
+    return open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+}
+
+int wait_for_device() {
+    int status = 0;
+    while (waitpid(device_process, &status, 0) < 0 && errno == EINTR) {
+    }
+    return WIFEXITED(status) ? WEXITSTATUS(status) : bench_failure;
+}
+
+int run_worlds(const Options& options, const Scenario& scenario,
+               const Configuration& configuration) {
+    const int out_fd = open_out_folder(options.out);
+    if (!options.out.empty() && out_fd < 0) {
+        return fail("cannot use the folder " + options.out);
+    }
+    Gate network_of_device;
+    Gate network_of_access_point;
+    Gate services;
+    const Device device{options, scenario, configuration, out_fd};
+    device_process = start_world([&] { return run_device(device, network_of_device, services); });
+    const AccessPointServices wanted{scenario.dhcp_server,
+                                     scenario.iperf_server && wants_traffic(configuration)};
+    const pid_t access_point =
+        start_world([&] { return run_access_point(wanted, network_of_access_point, services); });
+    if (device_process < 0 || access_point < 0) {
+        return fail("the kernel gives no namespaces; run as root");
+    }
+    if (scenario.interface != InterfaceState::absent &&
+        !connect_worlds(device_process, access_point)) {
+        return fail("cannot create the virtual Ethernet");
+    }
+    network_of_device.open();
+    network_of_access_point.open();
+    return wait_for_device();
+}
+
+int run(int argc, char* argv[]) {
+    Options options;
+    if (!parse_options(argc, argv, options)) {
+        return bench_failure;
+    }
+    if (options.tool.empty()) {
+        options.tool = std::filesystem::read_symlink("/proc/self/exe").parent_path() / "../wivex";
+    }
+    std::error_code missing;
+    options.tool = std::filesystem::canonical(options.tool, missing);
+    if (missing) {
+        return fail("no tool there; build it or name it with --tool");
+    }
+    std::string problem;
+    const auto scenario = read_scenario(options.scenario, problem);
+    if (!scenario) {
+        return fail(problem);
+    }
+    const auto configuration = make_configuration(options, *scenario, problem);
+    if (!configuration) {
+        return fail(problem);
+    }
+    if (!become_root(problem)) {
+        return fail(problem);
+    }
+    // An interrupt from the keyboard is the tool's.
+    signal(SIGINT, SIG_IGN);
+    signal(SIGTERM, forward_to_device);
+    return run_worlds(options, *scenario, *configuration);
+}
+
+} // namespace
+
+} // namespace bench
+
+int main(int argc, char* argv[]) {
+    try {
+        return bench::run(argc, argv);
+    } catch (const std::exception& failure) {
+        return bench::fail(failure.what());
+    }
+}

@@ -1,0 +1,28 @@
+// The launcher's command line.
+#pragma once
+
+#include "signal_plan.hpp"
+
+#include <string>
+#include <vector>
+
+namespace bench {
+
+struct Options {
+    std::string scenario;
+    std::string config;
+    std::vector<std::string> settings;
+    std::string out;
+    std::string tool;
+    std::vector<std::string> preloads;
+    int speed = 1;
+    int descriptor_limit = 0;
+    SignalPlan signals;
+    bool shell = false;
+    std::vector<std::string> tool_arguments;
+};
+
+/// Reads the options. Returns false after a message when they are wrong or help was asked for.
+bool parse_options(int argc, char* argv[], Options& options);
+
+} // namespace bench

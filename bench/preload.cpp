@@ -1,0 +1,51 @@
+#include "preload.hpp"
+
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+
+namespace bench {
+
+namespace {
+
+constexpr const char* library_folders = "/usr/lib";
+
+// The packaged library that changes a program's clock stands in the folder of the architecture.
+std::string find_clock_library() {
+    for (const auto& folder : std::filesystem::directory_iterator(library_folders)) {
+        const auto library = folder.path() / "faketime" / "libfaketime.so.1";
+        std::error_code missing;
+        if (std::filesystem::exists(library, missing)) {
+            return library;
+        }
+    }
+    return {};
+}
+
+} // namespace
+
+std::string preload_in_world(std::size_t index) {
+    return "/bench/preload-" + std::to_string(index) + ".so";
+}
+
+void set_preload_environment(const Options& options) {
+    std::string libraries;
+    for (std::size_t index = 0; index < options.preloads.size(); ++index) {
+        libraries += preload_in_world(index) + " ";
+    }
+    if (options.speed > 1) {
+        const std::string clock = find_clock_library();
+        if (clock.empty()) {
+            std::fputs("wivex-bench: the package libfaketime is missing\n", stderr);
+        }
+        libraries += clock;
+        setenv("FAKETIME", ("+0 x" + std::to_string(options.speed)).c_str(), 1);
+        setenv("FAKETIME_DONT_RESET", "1", 1);
+        setenv("FAKETIME_NO_CACHE", "1", 1);
+    }
+    if (!libraries.empty()) {
+        setenv("LD_PRELOAD", libraries.c_str(), 1);
+    }
+}
+
+} // namespace bench

@@ -1,0 +1,98 @@
+// A scenario: what the bench plays to the tool, read from one small text file.
+//
+// Each line's first word names who it speaks of; README.md lists them all. Lines of actors that
+// live in files of their own are kept as they are, for those files to read.
+#pragma once
+
+#include "text.hpp"
+
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace bench {
+
+/// Which times a command comes: from `first` to `last`, counted from 1.
+struct Times {
+    int first = 1;
+    int last = 1'000'000'000;
+
+    bool contain(int count) const {
+        return count >= first && count <= last;
+    }
+};
+
+/// A command by its text; a pattern that ends with "*" matches what begins with it.
+struct CommandMatch {
+    std::string pattern;
+    Times times;
+
+    bool matches(std::string_view command) const;
+};
+
+/// When something happens: at a time after the start, or on a command. `delay_ms` counts from
+/// there.
+struct Trigger {
+    std::optional<CommandMatch> command;
+    int delay_ms = 0;
+};
+
+struct Answer {
+    CommandMatch command;
+    /// None at all is silence.
+    std::vector<std::string> replies;
+    int delay_ms = 0;
+};
+
+struct Event {
+    static constexpr int forever = -1;
+
+    std::string text;
+    int times = 1;
+    Trigger trigger;
+};
+
+enum class Turn { dies, dies_after_answer, stops };
+
+/// The supplicant dies or falls asleep; `back_after_ms` later it returns or goes on, if given.
+struct Fate {
+    Turn turn = Turn::dies;
+    Trigger trigger;
+    std::optional<int> back_after_ms;
+};
+
+struct SupplicantScript {
+    bool absent = false;
+    std::vector<Answer> answers;
+    std::vector<Event> events;
+    /// Events of the well-behaved model that contain one of these are not sent.
+    std::vector<std::string> withheld;
+    std::vector<Fate> fates;
+};
+
+enum class InterfaceState { up, down, absent };
+enum class FolderState { missing, read_only, full };
+
+struct Scenario {
+    SupplicantScript supplicant;
+    /// "VENDOR:PRODUCT", or empty for none.
+    std::string module = "0a5c:bd27";
+    InterfaceState interface = InterfaceState::up;
+    bool dhcp_server = true;
+    bool iperf_server = true;
+    /// Configuration values that replace the usual ones; nothing removes the key.
+    std::map<std::string, std::optional<std::string>> config;
+    std::vector<std::string> hidden_programs;
+    std::map<std::string, std::string> programs;
+    std::map<std::string, std::string> files;
+    std::map<std::string, FolderState> folders;
+};
+
+/// Reads a scenario from `text`; `name` stands in messages. On an error `problem` says which line
+/// is wrong and why, and nothing is returned.
+std::optional<Scenario> parse_scenario(std::string_view text, const std::string& name,
+                                       std::string& problem);
+
+} // namespace bench

@@ -1,0 +1,81 @@
+// Runs the unchanged tool on the rehearsal bench and hands back all that it left.
+//
+//     const BenchRun run = Bench("scan-refused").args({"-w", "-m", "1"}).run();
+//     EXPECT_EQ(run.result_file(), "Test case 1 passed \n...");
+#pragma once
+
+#include <chrono>
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace bench_test {
+
+struct BenchRun {
+    std::string out;
+    std::string err;
+    /// Exit status of the tool; 128 + n when signal n ended it, 125 when the bench failed.
+    int status = -1;
+    bool timed_out = false;
+    double wall_ms = 0;
+    /// User and system time of the tool and of the children that it waited for.
+    double processor_ms = 0;
+    long max_rss_kb = 0;
+    /// Files that the run left, by path: "root/WIFIResult", "tmp/output", "supplicant.log".
+    std::map<std::string, std::string> files;
+
+    /// The result file; nothing when there is none.
+    std::optional<std::string> result_file() const;
+
+    /// Commands that the supplicant received, without "ATTACH" and "DETACH".
+    std::vector<std::string> commands() const;
+
+    /// The same, each with the microseconds since the supplicant's start.
+    std::vector<std::pair<long long, std::string>> timed_commands() const;
+
+    /// Client sockets that were left in /tmp.
+    std::vector<std::string> sockets() const;
+};
+
+class Bench {
+public:
+    /// `scenario` names a file of bench/scenarios without its ending; empty for a device that
+    /// passes.
+    explicit Bench(std::string scenario = "");
+
+    /// Adds scenario lines to the named scenario.
+    Bench& line(std::string_view text);
+    Bench& set(const std::string& key, const std::string& value);
+    Bench& args(std::vector<std::string> arguments);
+    /// Further options of the launcher.
+    Bench& option(const std::string& name, const std::string& value);
+    Bench& signal(const std::string& what_and_when) {
+        return option("--signal", what_and_when);
+    }
+    Bench& faster(int speed) {
+        return option("--faster", std::to_string(speed));
+    }
+    /// What the tool reads from standard input.
+    Bench& input(std::string text);
+    /// Standard output and standard error as one text, in order, in `out`.
+    Bench& streams_together();
+    /// Ends the run when it takes longer; 100 s unless set.
+    Bench& at_most(std::chrono::seconds limit);
+
+    BenchRun run();
+
+private:
+    std::vector<std::string> command_line(const std::string& folder) const;
+
+    std::string scenario_;
+    std::string lines_;
+    std::vector<std::string> options_;
+    std::vector<std::string> arguments_;
+    std::string input_;
+    bool together_ = false;
+    std::chrono::seconds limit_{100};
+};
+
+} // namespace bench_test
