@@ -2,6 +2,7 @@
 
 #include "common/buffers.hpp"
 #include "common/process_state.hpp"
+#include "common/shell.hpp"
 #include "console_capture.hpp"
 #include "ctrl/wpa_ctrl.hpp"
 #include "fake_supplicant.hpp"
@@ -29,7 +30,9 @@ using test_support::Stopwatch;
 using ::testing::AllOf;
 using ::testing::ElementsAre;
 using ::testing::Ge;
+using ::testing::HasSubstr;
 using ::testing::Le;
+using ::testing::Not;
 using std::chrono::milliseconds;
 
 constexpr const char* closing_trace =
@@ -137,6 +140,11 @@ TEST_F(OpenSession, closes_when_it_is_destroyed) {
     EXPECT_EQ(event_connection, nullptr);
     EXPECT_EQ(console_.out(), closing_trace);
     EXPECT_THAT(supplicant_.commands(), ElementsAre("ATTACH", "DETACH"));
+}
+
+TEST_F(OpenSession, keeps_its_sockets_from_the_commands_that_the_tool_runs) {
+    ASSERT_EQ(run_shell("ls -l /proc/self/fd >" + (directory_ / "descriptors")), 0);
+    EXPECT_THAT(test_support::read_file(directory_ / "descriptors"), Not(HasSubstr("socket:")));
 }
 
 TEST_F(OpenSession, opens_again_after_a_close) {
