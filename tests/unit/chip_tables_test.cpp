@@ -1,11 +1,11 @@
-#include "driver/chip_tables.hpp"
-
 #include "common/process_state.hpp"
 #include "console_capture.hpp"
+#include "driver/chip_tables.hpp"
 #include "scratch.hpp"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+
 #include <ostream>
 #include <string>
 #include <vector>
@@ -73,21 +73,20 @@ TEST_P(KnownPair, gives_its_vendor_id_and_product_ids) {
     EXPECT_EQ(product_ids, chip.product_ids);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Table, KnownPair,
-    ::testing::Values(KnownChip{"usb_qca", usb, 0, "0cf3", {"1022", "9378"}},
-                      KnownChip{"usb_brcm", usb, 1, "0a5c", {"bd27", "bd1d"}},
-                      KnownChip{"usb_brcm16", usb, 2, "9e0c", {"20a0"}},
-                      KnownChip{"usb_ralink", usb, 3, "148f", {"3572"}},
-                      KnownChip{"usb_mtk", usb, 4, "abcd", {"0000"}},
-                      KnownChip{"pcie_brcm", pcie, 1, "14e4", {"aa31"}}),
-    [](const auto& chip) { return chip.param.name; });
+INSTANTIATE_TEST_SUITE_P(Table, KnownPair,
+                         ::testing::Values(KnownChip{"usb_qca", usb, 0, "0cf3", {"1022", "9378"}},
+                                           KnownChip{"usb_brcm", usb, 1, "0a5c", {"bd27", "bd1d"}},
+                                           KnownChip{"usb_brcm16", usb, 2, "9e0c", {"20a0"}},
+                                           KnownChip{"usb_ralink", usb, 3, "148f", {"3572"}},
+                                           KnownChip{"usb_mtk", usb, 4, "abcd", {"0000"}},
+                                           KnownChip{"pcie_brcm", pcie, 1, "14e4", {"aa31"}}),
+                         [](const auto& chip) { return chip.param.name; });
 
 TEST(ChipTables, do_not_know_any_other_pair) {
     for (int bus = -1; bus <= 3; ++bus) {
         for (int vendor = -1; vendor <= 6; ++vendor) {
-            const bool known = (bus == usb && vendor >= 0 && vendor <= 4) ||
-                               (bus == pcie && vendor == 1);
+            const bool known =
+                (bus == usb && vendor >= 0 && vendor <= 4) || (bus == pcie && vendor == 1);
             if (known) {
                 continue;
             }

@@ -1,16 +1,16 @@
-#include "driver/command_line.hpp"
-
 #include "common/process_state.hpp"
 #include "console_capture.hpp"
+#include "driver/command_line.hpp"
 #include "scratch.hpp"
 
-#include <cstdio>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <cstdio>
 #include <initializer_list>
 #include <ostream>
 #include <string>
-#include <unistd.h>
 #include <vector>
 
 namespace wivex {
@@ -186,17 +186,16 @@ TEST_P(ModeOfCommandLine, is_set_by_its_letter_alone) {
     EXPECT_EQ(console_.err(), "");
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Letters, ModeOfCommandLine,
-    ::testing::Values(ModeOption{"-A", &RunOptions::softap_mode},
-                      ModeOption{"-g", &RunOptions::go_mode},
-                      ModeOption{"-l", &RunOptions::loopback_mode},
-                      ModeOption{"-M", &RunOptions::mac_mode},
-                      ModeOption{"-d", &RunOptions::p2p_device_mode},
-                      ModeOption{"-w", &RunOptions::wlan_legacy_mode},
-                      ModeOption{"-c", &RunOptions::p2p_client_mode},
-                      ModeOption{"-S", &RunOptions::scan_mode}),
-    [](const auto& letter) { return std::string(letter.param.option + 1); });
+INSTANTIATE_TEST_SUITE_P(Letters, ModeOfCommandLine,
+                         ::testing::Values(ModeOption{"-A", &RunOptions::softap_mode},
+                                           ModeOption{"-g", &RunOptions::go_mode},
+                                           ModeOption{"-l", &RunOptions::loopback_mode},
+                                           ModeOption{"-M", &RunOptions::mac_mode},
+                                           ModeOption{"-d", &RunOptions::p2p_device_mode},
+                                           ModeOption{"-w", &RunOptions::wlan_legacy_mode},
+                                           ModeOption{"-c", &RunOptions::p2p_client_mode},
+                                           ModeOption{"-S", &RunOptions::scan_mode}),
+                         [](const auto& letter) { return std::string(letter.param.option + 1); });
 
 TEST_F(CommandLine, several_modes_can_be_chosen_together_in_one_word) {
     ASSERT_EQ(parse({"-lMdwcgASnet", "-m3"}), 1);

@@ -1,11 +1,11 @@
-#include "driver/config_file.hpp"
-
 #include "common/process_state.hpp"
 #include "console_capture.hpp"
+#include "driver/config_file.hpp"
 #include "scratch.hpp"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+
 #include <string>
 #include <utility>
 #include <vector>
@@ -27,25 +27,44 @@ struct KeyNumber {
 
 TEST(ConfigKeys, have_their_numbers) {
     for (const auto& [key, number] : std::vector<KeyNumber>{
-             {"device_type", 0},      {"vendor_id", 1},
-             {"wifidev", 3},          {"modulelist", 4},
-             {"ctrl_iface", 5},       {"ctrl_interface_group", 6},
-             {"interface_name", 7},   {"usbdevlist", 8},
-             {"go_ssid", 9},          {"starting_go_intent", 10},
-             {"device_name", 11},     {"p2p_target_device_mac", 12},
-             {"p2p_oper_chan", 13},   {"p2p_listen_chan", 14},
-             {"go_passphrase", 15},   {"p2p_iface_ip", 16},
-             {"dhcpd_path", 17},      {"dhcpd_conf", 18},
-             {"start_ip_range", 19},  {"end_ip_range", 20},
-             {"iperf_path", 21},      {"check_iperf", 22},
-             {"check_ping", 23},      {"driver_path", 24},
-             {"firmware_path", 25},   {"nvrams_path", 26},
-             {"max_transfer", 27},    {"ssid", 28},
-             {"psk", 29},             {"key_mgmt", 30},
-             {"pairwise", 31},        {"frequency", 32},
-             {"txpower", 33},         {"conf_file_path", 34},
-             {"conf_file_name", 35},  {"interface_ip", 36},
-             {"loopback_pkt_cnt", 37}, {"loopback_pkt_size", 38},
+             {"device_type", 0},
+             {"vendor_id", 1},
+             {"wifidev", 3},
+             {"modulelist", 4},
+             {"ctrl_iface", 5},
+             {"ctrl_interface_group", 6},
+             {"interface_name", 7},
+             {"usbdevlist", 8},
+             {"go_ssid", 9},
+             {"starting_go_intent", 10},
+             {"device_name", 11},
+             {"p2p_target_device_mac", 12},
+             {"p2p_oper_chan", 13},
+             {"p2p_listen_chan", 14},
+             {"go_passphrase", 15},
+             {"p2p_iface_ip", 16},
+             {"dhcpd_path", 17},
+             {"dhcpd_conf", 18},
+             {"start_ip_range", 19},
+             {"end_ip_range", 20},
+             {"iperf_path", 21},
+             {"check_iperf", 22},
+             {"check_ping", 23},
+             {"driver_path", 24},
+             {"firmware_path", 25},
+             {"nvrams_path", 26},
+             {"max_transfer", 27},
+             {"ssid", 28},
+             {"psk", 29},
+             {"key_mgmt", 30},
+             {"pairwise", 31},
+             {"frequency", 32},
+             {"txpower", 33},
+             {"conf_file_path", 34},
+             {"conf_file_name", 35},
+             {"interface_ip", 36},
+             {"loopback_pkt_cnt", 37},
+             {"loopback_pkt_size", 38},
          }) {
         EXPECT_EQ(lookup_config_key(key), number) << key;
     }
@@ -99,8 +118,7 @@ TEST_F(ConfigFile, that_cannot_be_opened_fails) {
 
 TEST_F(ConfigFile, with_an_empty_path_fails) {
     EXPECT_EQ(read_config_file("", config_), 0);
-    EXPECT_EQ(console_.out(),
-              "[WIFI]Reading Conf file: \n[WIFI]Reading Conf file:  Failed\n");
+    EXPECT_EQ(console_.out(), "[WIFI]Reading Conf file: \n[WIFI]Reading Conf file:  Failed\n");
 }
 
 TEST_F(ConfigFile, that_is_empty_reads_successfully) {
@@ -304,7 +322,9 @@ TEST_P(TooLongLine, is_no_harm_as_the_last_line_without_newline) {
 
 INSTANTIATE_TEST_SUITE_P(Lengths, TooLongLine,
                          ::testing::Values(512, 513, 1022, 1023, 1024, 1535, 100000),
-                         [](const auto& length) { return "length_" + std::to_string(length.param); });
+                         [](const auto& length) {
+                             return "length_" + std::to_string(length.param);
+                         });
 
 TEST_F(ConfigFile, reads_no_setting_out_of_the_rest_of_a_long_line) {
     EXPECT_EQ(read("#" + std::string(510, 'x') + "ssid=evil\npsk=" + std::string(507, 'x') +
@@ -332,7 +352,8 @@ TEST_F(ConfigFile, keeps_the_configured_device_list_for_other_bus_names) {
     for (const char* bus : {"usb", "pcie", "USB ", "SDIO"}) {
         RunConfig config;
         read_config_file(
-            directory_.file("bus.cfg", std::string("usbdevlist=/my/list\ndevice_type=") + bus + "\n"),
+            directory_.file("bus.cfg",
+                            std::string("usbdevlist=/my/list\ndevice_type=") + bus + "\n"),
             config);
         EXPECT_EQ(config.usbdevlist, "/my/list") << bus;
     }

@@ -1,10 +1,11 @@
 #include "common/console.hpp"
-
 #include "common/interrupts.hpp"
 #include "console_capture.hpp"
 #include "scratch.hpp"
 
 #include <fcntl.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 #include <sys/ioctl.h>
 #include <unistd.h>
 
@@ -12,19 +13,17 @@
 #include <cerrno>
 #include <chrono>
 #include <csignal>
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <string>
 #include <thread>
 
 namespace wivex {
 namespace {
 
+using std::chrono::milliseconds;
 using test_support::ConsoleCapture;
 using test_support::end_of_child;
 using test_support::fork_child;
 using test_support::Stopwatch;
-using std::chrono::milliseconds;
 
 TEST(Console, writes_a_complete_line_at_once) {
     ConsoleCapture console;

@@ -1,13 +1,13 @@
 #include "ctrl/event_wait.hpp"
-
 #include "session_fixture.hpp"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
 #include <algorithm>
 #include <array>
 #include <atomic>
 #include <chrono>
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <string_view>
 #include <thread>
 #include <vector>
@@ -15,14 +15,14 @@
 namespace wivex {
 namespace {
 
+using std::chrono::microseconds;
+using std::chrono::milliseconds;
+using std::chrono::steady_clock;
 using test_support::SessionFixture;
 using test_support::Stopwatch;
 using ::testing::AllOf;
 using ::testing::Ge;
 using ::testing::Le;
-using std::chrono::microseconds;
-using std::chrono::milliseconds;
-using std::chrono::steady_clock;
 
 class EventWait : public SessionFixture {};
 

@@ -42,8 +42,8 @@ bool mount_private_tmp() {
 
 void take_turns() {
     // Kept open until the process ends.
-    static const int lock = ::open("/var/tmp/wivex-unit-tests.lock", O_CREAT | O_RDWR | O_CLOEXEC,
-                                   0666);
+    static const int lock =
+        ::open("/var/tmp/wivex-unit-tests.lock", O_CREAT | O_RDWR | O_CLOEXEC, 0666);
     ::flock(lock, LOCK_EX);
 }
 

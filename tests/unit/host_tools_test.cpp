@@ -1,27 +1,26 @@
-#include "ops/host_tools.hpp"
-
 #include "console_capture.hpp"
+#include "ops/host_tools.hpp"
 #include "scratch.hpp"
 
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <chrono>
 #include <cstdlib>
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <string>
 #include <thread>
 
 namespace wivex {
 namespace {
 
+using std::chrono::milliseconds;
 using test_support::ConsoleCapture;
 using test_support::read_file;
 using test_support::ScratchDirectory;
 using test_support::Stopwatch;
-using std::chrono::milliseconds;
 
 /// The shell finds nothing but tools that note how they were called.
 class HostTools : public ::testing::Test {
@@ -157,8 +156,9 @@ TEST_F(HostTools, take_an_address_and_end_the_client_that_stays) {
 TEST_F(HostTools, end_the_dhcp_client_again_and_again_until_one_was_found) {
     provide("udhcpc");
     directory_.file("tries", "0\n");
-    provide("killall", "read tries <" + (directory_ / "tries") + "; tries=$((tries+1)); echo $tries >" +
-                           (directory_ / "tries") + "; [ $tries -ge 5 ]");
+    provide("killall", "read tries <" + (directory_ / "tries") +
+                           "; tries=$((tries+1)); echo $tries >" + (directory_ / "tries") +
+                           "; [ $tries -ge 5 ]");
     const Stopwatch watch;
     EXPECT_EQ(cmd_to_run_dhcp_client("wlan0"), 0);
     EXPECT_LT(watch.elapsed(), milliseconds(1000));

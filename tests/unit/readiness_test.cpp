@@ -1,12 +1,12 @@
-#include "driver/readiness.hpp"
-
 #include "common/process_state.hpp"
 #include "console_capture.hpp"
+#include "driver/readiness.hpp"
 #include "scratch.hpp"
 
-#include <filesystem>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+
+#include <filesystem>
 #include <ostream>
 #include <string>
 
@@ -62,14 +62,15 @@ TEST_P(ModuleOnTheBus, is_found_by_the_ids_in_the_middle_of_its_line) {
     EXPECT_EQ(config_.product_id, module.product_id);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Known, ModuleOnTheBus,
-    ::testing::Values(KnownModule{"Vendor=0cf3 ProdID=1022", 1, "1022"},
-                      KnownModule{"Vendor=0cf3 ProdID=9378", 2, "9378"},
-                      KnownModule{"Vendor=0a5c ProdID=bd27", 3, "bd27"},
-                      KnownModule{"Vendor=0a5c ProdID=bd1d", 4, "bd1d"},
-                      KnownModule{"Vendor=9e0c ProdID=20a0", 5, "20a0"}),
-    [](const auto& module) { return std::string("product_") + module.param.product_id; });
+INSTANTIATE_TEST_SUITE_P(Known, ModuleOnTheBus,
+                         ::testing::Values(KnownModule{"Vendor=0cf3 ProdID=1022", 1, "1022"},
+                                           KnownModule{"Vendor=0cf3 ProdID=9378", 2, "9378"},
+                                           KnownModule{"Vendor=0a5c ProdID=bd27", 3, "bd27"},
+                                           KnownModule{"Vendor=0a5c ProdID=bd1d", 4, "bd1d"},
+                                           KnownModule{"Vendor=9e0c ProdID=20a0", 5, "20a0"}),
+                         [](const auto& module) {
+                             return std::string("product_") + module.param.product_id;
+                         });
 
 TEST_F(Readiness, finds_no_module_among_strangers) {
     config_.product_id = "kept";

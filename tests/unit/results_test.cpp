@@ -1,11 +1,11 @@
-#include "driver/results.hpp"
-
 #include "common/process_state.hpp"
 #include "console_capture.hpp"
+#include "driver/results.hpp"
 #include "scratch.hpp"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+
 #include <ostream>
 #include <string>
 #include <vector>
@@ -34,14 +34,14 @@ TEST(ErrorCodeTexts, stand_to_the_letter) {
                     "Get scan result failed", "p2p group start failed", "dhcpd start failed",
                     "IPERF server start  failed", "IPERf client start failed",
                     "configuration file missing", "test case fail", "add network command failed",
-                    "set network command failed", "select network command failed",
-                    "UDHCHPC failed", "disable network command failed",
-                    "remove network command failed", "Get scan result failed",
-                    "p2p_find command failed", "p2p_stop_find command failed",
-                    "p2p_listen command failed", "p2p_connect command failed",
-                    "p2p_group_add command failed", "p2p_group_remove command failed",
-                    "p2p_disconnect command failed", "ping command failed", "Loopback failed",
-                    "CFG File Error", " Failure due to unknown reason"));
+                    "set network command failed", "select network command failed", "UDHCHPC failed",
+                    "disable network command failed", "remove network command failed",
+                    "Get scan result failed", "p2p_find command failed",
+                    "p2p_stop_find command failed", "p2p_listen command failed",
+                    "p2p_connect command failed", "p2p_group_add command failed",
+                    "p2p_group_remove command failed", "p2p_disconnect command failed",
+                    "ping command failed", "Loopback failed", "CFG File Error",
+                    " Failure due to unknown reason"));
 }
 
 TEST(EnableTestCase, creates_an_empty_entry_for_every_code_but_4) {
@@ -109,7 +109,9 @@ INSTANTIATE_TEST_SUITE_P(Codes, CodeOfACheck,
                          ::testing::Values(CheckCode{1, 0}, CheckCode{2, 1}, CheckCode{3, 1},
                                            CheckCode{4, 2}, CheckCode{5, 3}, CheckCode{6, 4},
                                            CheckCode{7, 4}, CheckCode{8, 4}, CheckCode{9, 4}),
-                         [](const auto& code) { return "code_" + std::to_string(code.param.code); });
+                         [](const auto& code) {
+                             return "code_" + std::to_string(code.param.code);
+                         });
 
 TEST(RecordFailure, ignores_every_other_code) {
     TestCaseResults results;
@@ -241,8 +243,8 @@ TEST_F(ResultFile, counts_code_4_of_an_enabled_address_check) {
 TEST_F(ResultFile, is_announced_on_standard_output) {
     written();
     const std::string path = run_options.result_file;
-    EXPECT_EQ(console_.out(), "[WIFI]user file name is " + path + "\n[WIFI]ResultFile: " + path +
-                                  " Updated\n");
+    EXPECT_EQ(console_.out(),
+              "[WIFI]user file name is " + path + "\n[WIFI]ResultFile: " + path + " Updated\n");
     EXPECT_EQ(console_.err(), "");
 }
 

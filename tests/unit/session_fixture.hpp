@@ -9,6 +9,7 @@
 #include "scratch.hpp"
 
 #include <gtest/gtest.h>
+
 #include <optional>
 
 namespace wivex::test_support {

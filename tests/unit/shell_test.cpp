@@ -1,10 +1,11 @@
-#include "common/shell.hpp"
-
 #include "common/console.hpp"
 #include "common/interrupts.hpp"
+#include "common/shell.hpp"
 #include "console_capture.hpp"
 #include "scratch.hpp"
 
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -12,20 +13,18 @@
 #include <chrono>
 #include <csignal>
 #include <cstdlib>
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <string>
 #include <thread>
 
 namespace wivex {
 namespace {
 
+using std::chrono::milliseconds;
 using test_support::ConsoleCapture;
 using test_support::end_of_child;
 using test_support::fork_child;
 using test_support::ScratchDirectory;
 using test_support::Stopwatch;
-using std::chrono::milliseconds;
 
 TEST(RunShell, returns_the_wait_status_of_the_command) {
     EXPECT_EQ(run_shell("true"), 0);
@@ -100,7 +99,9 @@ TEST_P(InterruptOfACommand, is_handled_at_once) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Signals, InterruptOfACommand, ::testing::Values(SIGINT, SIGTERM),
-                         [](const auto& signal) { return "signal_" + std::to_string(signal.param); });
+                         [](const auto& signal) {
+                             return "signal_" + std::to_string(signal.param);
+                         });
 
 TEST(RunShell, lets_an_interrupt_in_between_commands_that_never_end_to_fail) {
     const int child = fork_child([] {

@@ -1,24 +1,24 @@
-#include "ops/station.hpp"
-
 #include "common/process_state.hpp"
+#include "ops/station.hpp"
 #include "session_fixture.hpp"
 
-#include <chrono>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+
+#include <chrono>
 #include <string>
 #include <vector>
 
 namespace wivex {
 namespace {
 
+using std::chrono::milliseconds;
 using test_support::SessionFixture;
 using test_support::Stopwatch;
 using ::testing::AllOf;
 using ::testing::ElementsAre;
 using ::testing::Ge;
 using ::testing::Le;
-using std::chrono::milliseconds;
 
 class Station : public SessionFixture {};
 
@@ -214,7 +214,8 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST_F(Station, finds_an_ssid_that_is_part_of_a_longer_one) {
     config_.go_ssid = "home";
-    supplicant_.answer("SCAN_RESULTS", {std::string(header) + "02:00\t2412\t-40\t[ESS]\tmyhome5\n"});
+    supplicant_.answer("SCAN_RESULTS",
+                       {std::string(header) + "02:00\t2412\t-40\t[ESS]\tmyhome5\n"});
     EXPECT_EQ(cmd_to_find_network(*session_, config_), 0);
 }
 
@@ -345,9 +346,9 @@ protected:
     }
 
     const std::vector<std::string> commands_{
-        "SET_NETWORK 3 ssid \"my home\"",     "SET_NETWORK 3 auth_alg OPEN",
-        "SET_NETWORK 3 proto WPA2",           "SET_NETWORK 3 key_mgmt WPA-PSK",
-        "SET_NETWORK 3 pairwise CCMP TKIP",   "SET_NETWORK 3 psk \"s3cret \"x\"\"",
+        "SET_NETWORK 3 ssid \"my home\"",   "SET_NETWORK 3 auth_alg OPEN",
+        "SET_NETWORK 3 proto WPA2",         "SET_NETWORK 3 key_mgmt WPA-PSK",
+        "SET_NETWORK 3 pairwise CCMP TKIP", "SET_NETWORK 3 psk \"s3cret \"x\"\"",
     };
 };
 
@@ -392,8 +393,8 @@ void PrintTo(const RefusedSetting& setting, std::ostream* out) {
     *out << setting.field;
 }
 
-class SettingOfANetwork : public SetNetwork, public ::testing::WithParamInterface<RefusedSetting> {
-};
+class SettingOfANetwork : public SetNetwork,
+                          public ::testing::WithParamInterface<RefusedSetting> {};
 
 TEST_P(SettingOfANetwork, that_is_refused_ends_with_19) {
     const auto& refused = GetParam();

@@ -1,20 +1,19 @@
-#include "ctrl/supplicant_session.hpp"
-
 #include "common/buffers.hpp"
 #include "common/process_state.hpp"
 #include "common/shell.hpp"
 #include "console_capture.hpp"
+#include "ctrl/supplicant_session.hpp"
 #include "ctrl/wpa_ctrl.hpp"
 #include "fake_supplicant.hpp"
 #include "scratch.hpp"
 
 #include <fcntl.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 #include <unistd.h>
 
 #include <array>
 #include <chrono>
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <optional>
 #include <string>
 #include <vector>
@@ -22,6 +21,7 @@
 namespace wivex {
 namespace {
 
+using std::chrono::milliseconds;
 using test_support::ConsoleCapture;
 using test_support::exists;
 using test_support::FakeSupplicant;
@@ -33,7 +33,6 @@ using ::testing::Ge;
 using ::testing::HasSubstr;
 using ::testing::Le;
 using ::testing::Not;
-using std::chrono::milliseconds;
 
 constexpr const char* closing_trace =
     "[WIFI]Here at 217 wpa_ctrl_close...\nValue of sigterm_var is 0 ...\n"
@@ -194,7 +193,8 @@ TEST_F(Session, whose_attach_is_refused_closes_both_connections_without_detach) 
     EXPECT_TRUE(session.isInvalid());
     EXPECT_EQ(command_connection, nullptr);
     EXPECT_EQ(event_connection, nullptr);
-    EXPECT_EQ(console_.out(), std::string("[WIFI]Unable to attach event socket!!\n") + closing_trace);
+    EXPECT_EQ(console_.out(),
+              std::string("[WIFI]Unable to attach event socket!!\n") + closing_trace);
     EXPECT_EQ(console_.err(), "");
     EXPECT_THAT(supplicant_.commands(), ElementsAre("ATTACH"));
 }
@@ -205,7 +205,8 @@ TEST_F(Session, whose_attach_stays_unanswered_closes_after_10_seconds) {
     SupplicantSession session(config_);
     EXPECT_TRUE(session.isInvalid());
     EXPECT_THAT(watch.elapsed(), AllOf(Ge(milliseconds(10900)), Le(milliseconds(13000))));
-    EXPECT_EQ(console_.out(), std::string("[WIFI]Unable to attach event socket!!\n") + closing_trace);
+    EXPECT_EQ(console_.out(),
+              std::string("[WIFI]Unable to attach event socket!!\n") + closing_trace);
     EXPECT_THAT(supplicant_.commands(), ElementsAre("ATTACH"));
 }
 
@@ -461,8 +462,9 @@ TEST_F(StatusProbe, that_is_refused_prints_the_reply_and_closes_its_connection) 
     FakeSupplicant wlan0(directory_ / "wlan0");
     wlan0.answer("STATUS", {"UNKNOWN COMMAND\n"});
     EXPECT_FALSE(probe_wlan());
-    EXPECT_EQ(console_.out(), "UNKNOWN COMMAND\n\n"
-                              "[WIFI]Here at 217 wpa_ctrl_close...\nValue of sigterm_var is 0 ...\n");
+    EXPECT_EQ(console_.out(),
+              "UNKNOWN COMMAND\n\n"
+              "[WIFI]Here at 217 wpa_ctrl_close...\nValue of sigterm_var is 0 ...\n");
     EXPECT_FALSE(exists(wlan0.received()[0].sender.sun_path));
     wlan0.answer("STATUS", {"ssid=FAILSAFE\n"});
     EXPECT_FALSE(probe_wlan());

@@ -1,28 +1,27 @@
-#include "driver/termination.hpp"
-
 #include "common/process_state.hpp"
 #include "console_capture.hpp"
 #include "ctrl/wpa_ctrl.hpp"
 #include "driver/results.hpp"
+#include "driver/termination.hpp"
 #include "fake_supplicant.hpp"
 #include "scratch.hpp"
 
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 #include <unistd.h>
 
 #include <chrono>
 #include <csignal>
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <string>
 
 namespace wivex {
 namespace {
 
+using std::chrono::milliseconds;
 using test_support::ConsoleCapture;
 using test_support::FakeSupplicant;
 using test_support::ScratchDirectory;
 using ::testing::ElementsAre;
-using std::chrono::milliseconds;
 
 constexpr const char* cleanup_without_connections =
     "[WIFI]Cleanup\n[WIFI]Set value of sigterm_var\n[WIFI]Closing the ctrl sockets\n"
@@ -116,10 +115,10 @@ TEST_F(Termination, of_an_interrupted_run_tells_of_the_flush_with_debug) {
 TEST_F(Termination, of_an_interrupted_run_writes_nothing_through_a_failed_stream) {
     run_options.result_stream.failed = true;
     EXPECT_EQ(handle(SIGINT), 0);
-    EXPECT_EQ(console_.out(),
-              std::string(
-                  "[WIFI] Got ^C. Writing results to file before quitting.Please hold on...\n") +
-                  cleanup_without_connections + "[WIFI] Done..\n");
+    EXPECT_EQ(
+        console_.out(),
+        std::string("[WIFI] Got ^C. Writing results to file before quitting.Please hold on...\n") +
+            cleanup_without_connections + "[WIFI] Done..\n");
     EXPECT_FALSE(test_support::exists(result_path_));
 }
 
@@ -143,10 +142,10 @@ TEST_P(KilledRun, writes_no_result_file) {
     EXPECT_FALSE(test_support::exists(result_path_));
     const std::string chip = std::to_string(GetParam());
     const bool qca = GetParam() == 1 || GetParam() == 2;
-    EXPECT_EQ(console_.out(),
-              "[WIFI] Got Kill signal...\n[WIFI]Calling for chip --> " + chip + "\n" +
-                  (qca ? "[WIFI]WiFi Vendor is QCA 11n. Nothing to do.\n" : "") +
-                  cleanup_without_connections + "[WIFI] Done..\n");
+    EXPECT_EQ(console_.out(), "[WIFI] Got Kill signal...\n[WIFI]Calling for chip --> " + chip +
+                                  "\n" +
+                                  (qca ? "[WIFI]WiFi Vendor is QCA 11n. Nothing to do.\n" : "") +
+                                  cleanup_without_connections + "[WIFI] Done..\n");
     EXPECT_EQ(console_.err(), "");
 }
 
@@ -160,9 +159,9 @@ TEST_F(Termination, of_a_killed_run_reports_a_missing_loopback_switch) {
     for (const int chip : {3, 5}) {
         run_options.chip_type = chip;
         EXPECT_EQ(handle(SIGTERM), 0);
-        EXPECT_EQ(console_.out(),
-                  "[WIFI] Got Kill signal...\n[WIFI]Calling for chip --> " + std::to_string(chip) +
-                      "\n" + cleanup_without_connections + "[WIFI] Done..\n");
+        EXPECT_EQ(console_.out(), "[WIFI] Got Kill signal...\n[WIFI]Calling for chip --> " +
+                                      std::to_string(chip) + "\n" + cleanup_without_connections +
+                                      "[WIFI] Done..\n");
         EXPECT_EQ(console_.err(), "[WIFI]Open error: No such file or directory\n");
     }
 }

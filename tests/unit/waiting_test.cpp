@@ -1,12 +1,13 @@
-#include "common/waiting.hpp"
-
 #include "common/console.hpp"
 #include "common/interrupts.hpp"
 #include "common/unique_fd.hpp"
+#include "common/waiting.hpp"
 #include "console_capture.hpp"
 #include "scratch.hpp"
 
 #include <fcntl.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -17,13 +18,12 @@
 #include <csignal>
 #include <ctime>
 #include <functional>
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <thread>
 
 namespace wivex {
 namespace {
 
+using std::chrono::milliseconds;
 using test_support::ConsoleCapture;
 using test_support::end_of_child;
 using test_support::fork_child;
@@ -32,7 +32,6 @@ using test_support::Stopwatch;
 using ::testing::AllOf;
 using ::testing::Ge;
 using ::testing::Le;
-using std::chrono::milliseconds;
 
 class Pipe {
 public:
@@ -254,13 +253,14 @@ TEST(Interrupts, are_let_in_by_a_wait_for_no_time) {
 }
 
 TEST(Interrupts, are_let_in_while_waiting_for_a_child) {
-    EXPECT_EQ(interrupted_while(SIGINT, [] {
-                  wait_for_child(fork_child([] {
-                      ::alarm(2); // default action: the end
-                      ::pause();
-                      return 0;
-                  }));
-              }),
+    EXPECT_EQ(interrupted_while(SIGINT,
+                                [] {
+                                    wait_for_child(fork_child([] {
+                                        ::alarm(2); // default action: the end
+                                        ::pause();
+                                        return 0;
+                                    }));
+                                }),
               50);
 }
 

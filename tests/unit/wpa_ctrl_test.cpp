@@ -1,11 +1,12 @@
-#include "ctrl/wpa_ctrl.hpp"
-
 #include "common/process_state.hpp"
 #include "console_capture.hpp"
+#include "ctrl/wpa_ctrl.hpp"
 #include "fake_supplicant.hpp"
 #include "scratch.hpp"
 
 #include <fcntl.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
@@ -15,8 +16,6 @@
 #include <chrono>
 #include <cstdlib>
 #include <ctime>
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <memory>
 #include <string>
 #include <vector>
@@ -24,6 +23,7 @@
 namespace wivex {
 namespace {
 
+using std::chrono::milliseconds;
 using test_support::ConsoleCapture;
 using test_support::exists;
 using test_support::FakeSupplicant;
@@ -33,7 +33,6 @@ using ::testing::AllOf;
 using ::testing::ElementsAre;
 using ::testing::Ge;
 using ::testing::Le;
-using std::chrono::milliseconds;
 
 struct CtrlCloser {
     void operator()(wpa_ctrl* ctrl) const {
@@ -369,9 +368,8 @@ TEST_F(BusySupplicant, gets_the_command_as_soon_as_a_try_finds_room) {
             std::array<char, 16> command{};
             sockaddr_un client{};
             socklen_t client_length = sizeof(client);
-            const ssize_t length =
-                ::recvfrom(server_, command.data(), command.size(), 0,
-                           reinterpret_cast<sockaddr*>(&client), &client_length);
+            const ssize_t length = ::recvfrom(server_, command.data(), command.size(), 0,
+                                              reinterpret_cast<sockaddr*>(&client), &client_length);
             if (std::string(command.data(), static_cast<std::size_t>(length)) == "PING") {
                 ::sendto(server_, "PONG\n", 5, 0, reinterpret_cast<const sockaddr*>(&client),
                          client_length);
