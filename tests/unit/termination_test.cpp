@@ -8,10 +8,13 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sched.h>
+#include <sys/mount.h>
 #include <unistd.h>
 
 #include <chrono>
 #include <csignal>
+#include <filesystem>
 #include <string>
 
 namespace wivex {
@@ -165,6 +168,65 @@ TEST_F(Termination, of_a_killed_run_reports_a_missing_loopback_switch) {
         EXPECT_EQ(console_.err(), "[WIFI]Open error: No such file or directory\n");
     }
 }
+
+/// Stands a driver's loopback switch where the kernel would show it, in a mount namespace of the
+/// calling process. False where that is not allowed.
+bool provide_loopback_switch(const std::string& target) {
+    const std::string directory = "/sys/module/bcmdhd/parameters";
+    std::error_code failed;
+    return ::unshare(CLONE_NEWNS) == 0 &&
+           ::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0 &&
+           ::mount("module", "/sys/module", "tmpfs", 0, nullptr) == 0 &&
+           std::filesystem::create_directories(directory, failed) &&
+           ::symlink(target.c_str(), (directory + "/usbloop_enable").c_str()) == 0;
+}
+
+class BroadcomRun : public Termination, public ::testing::WithParamInterface<int> {
+protected:
+    /// Runs the handler where the loopback switch is `target`; false when that cannot be had.
+    bool kill_with_switch(const std::string& target) const {
+        const int status = test_support::end_of_child(test_support::fork_child([&] {
+                                                          if (!provide_loopback_switch(target)) {
+                                                              return 77;
+                                                          }
+                                                          run_options.chip_type = GetParam();
+                                                          termination_handler(SIGTERM);
+                                                          return 99;
+                                                      }),
+                                                      milliseconds(5000));
+        EXPECT_THAT(status, ::testing::AnyOf(0, 77));
+        return status == 0;
+    }
+};
+
+TEST_P(BroadcomRun, is_taken_out_of_loopback_mode_when_it_is_killed) {
+    const std::string loopback_switch = directory_.file("switch", "1\n");
+    if (!kill_with_switch(loopback_switch)) {
+        GTEST_SKIP() << "no mount namespaces";
+    }
+    EXPECT_EQ(console_.out(),
+              "[WIFI] Got Kill signal...\n[WIFI]Calling for chip --> " +
+                  std::to_string(GetParam()) +
+                  "\n[WIFI]Write to file \"/sys/module/bcmdhd/parameters/usbloop_enable\" "
+                  "success\n" +
+                  cleanup_without_connections + "[WIFI] Done..\n");
+    EXPECT_EQ(console_.err(), "");
+    EXPECT_EQ(test_support::read_file(loopback_switch), "0\n");
+    EXPECT_FALSE(test_support::exists(result_path_));
+}
+
+TEST_P(BroadcomRun, reports_a_loopback_switch_that_cannot_be_written) {
+    if (!kill_with_switch("/dev/full")) {
+        GTEST_SKIP() << "no mount namespaces";
+    }
+    EXPECT_EQ(console_.out(), "[WIFI] Got Kill signal...\n[WIFI]Calling for chip --> " +
+                                  std::to_string(GetParam()) + "\n" + cleanup_without_connections +
+                                  "[WIFI] Done..\n");
+    EXPECT_EQ(console_.err(), "[WIFI]Write error: No space left on device\n");
+}
+
+INSTANTIATE_TEST_SUITE_P(Chips, BroadcomRun, ::testing::Values(3, 5),
+                         [](const auto& chip) { return "chip_" + std::to_string(chip.param); });
 
 TEST_F(Termination, by_another_signal_only_cleans_up) {
     EXPECT_EQ(handle(SIGHUP), 0);

@@ -1,5 +1,6 @@
 #include "common/console.hpp"
 #include "common/interrupts.hpp"
+#include "common/shell.hpp"
 #include "common/unique_fd.hpp"
 #include "common/waiting.hpp"
 #include "console_capture.hpp"
@@ -19,6 +20,7 @@
 #include <ctime>
 #include <functional>
 #include <thread>
+#include <vector>
 
 namespace wivex {
 namespace {
@@ -286,6 +288,27 @@ TEST(Interrupts, are_let_in_on_request) {
         return 7;
     });
     EXPECT_EQ(end_of_child(child, milliseconds(2000)), 50);
+}
+
+TEST(Interrupts, are_held_back_again_after_every_way_of_letting_them_in) {
+    const std::vector<std::function<void()>> ways{
+        [] { let_interrupts_in(); },
+        [] { const InterruptsOpen open; },
+        [] { wait_for(0, 1000); },
+        [] { wait_readable(STDIN_FILENO, 0); },
+        [] { wait_for_child(fork_child([] { return 0; })); },
+        [] { run_shell("true"); },
+    };
+    for (const auto& way : ways) {
+        const int child = fork_child([&] {
+            install_interrupt_handler(exit_by_signal);
+            way();
+            ::raise(SIGINT);
+            ::raise(SIGTERM);
+            return 7;
+        });
+        EXPECT_EQ(end_of_child(child, milliseconds(2000)), 7);
+    }
 }
 
 TEST(Interrupts, have_their_default_actions_before_the_handler_is_installed) {
