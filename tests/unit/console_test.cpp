@@ -1,0 +1,216 @@
+#include "common/console.hpp"
+#include "common/interrupts.hpp"
+#include "console_capture.hpp"
+#include "scratch.hpp"
+
+#include <fcntl.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sys/ioctl.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <chrono>
+#include <csignal>
+#include <string>
+#include <thread>
+
+namespace wivex {
+namespace {
+
+using std::chrono::milliseconds;
+using test_support::ConsoleCapture;
+using test_support::end_of_child;
+using test_support::fork_child;
+using test_support::Stopwatch;
+
+TEST(Console, writes_a_complete_line_at_once) {
+    ConsoleCapture console;
+    print_out("[WIFI]%s %d\n", "line", 1);
+    EXPECT_EQ(console.out_without_flush(), "[WIFI]line 1\n");
+    EXPECT_EQ(console.err(), "");
+}
+
+TEST(Console, holds_an_unfinished_line_until_the_flush) {
+    ConsoleCapture console;
+    print_out("one");
+    EXPECT_EQ(console.out_without_flush(), "");
+    print_out(" line\nand");
+    EXPECT_EQ(console.out_without_flush().substr(0, 9), "one line\n");
+    flush_out();
+    print_out(" more");
+    flush_out();
+    ConsoleCapture later;
+    EXPECT_EQ(later.out(), "");
+}
+
+TEST(Console, flushes_an_unfinished_line) {
+    ConsoleCapture console;
+    print_out("prompt: ");
+    flush_out();
+    EXPECT_EQ(console.out_without_flush(), "prompt: ");
+    flush_out();
+    EXPECT_EQ(console.out_without_flush(), "");
+}
+
+TEST(Console, prints_errors_to_standard_error_at_once) {
+    ConsoleCapture console;
+    print_err("Scan returning %s", "FAIL-BUSY");
+    EXPECT_EQ(console.err(), "Scan returning FAIL-BUSY");
+    EXPECT_EQ(console.out(), "");
+}
+
+TEST(Console, keeps_the_order_of_the_two_streams) {
+    ConsoleCapture console(ConsoleCapture::Streams::together);
+    print_out("1 ");
+    print_err("2 ");
+    print_out("3\n");
+    print_err("4\n");
+    EXPECT_EQ(console.out(), "1 2 3\n4\n");
+}
+
+TEST(Console, prints_the_text_of_errno) {
+    ConsoleCapture console(ConsoleCapture::Streams::together);
+    print_out("before ");
+    errno = ENOENT;
+    print_errno("[WIFI]Open error");
+    EXPECT_EQ(console.out(), "before [WIFI]Open error: No such file or directory\n");
+}
+
+TEST(Console, prints_texts_of_any_length_whole) {
+    ConsoleCapture console;
+    for (const std::size_t length : {1U, 127U, 128U, 1023U, 1024U, 4095U, 4096U, 4097U, 1000000U}) {
+        const std::string text(length, 't');
+        print_out("%s\n", text.c_str());
+        EXPECT_EQ(console.out(), text + "\n");
+        print_out("%s", text.c_str());
+        EXPECT_EQ(console.out(), text);
+        print_err("%s", text.c_str());
+        EXPECT_EQ(console.err(), text);
+    }
+}
+
+TEST(Console, prints_many_unfinished_pieces_whole) {
+    ConsoleCapture console;
+    std::string expected;
+    for (int i = 0; i < 100000; ++i) {
+        print_out("%d,", i);
+        expected += std::to_string(i) + ",";
+    }
+    EXPECT_EQ(console.out(), expected);
+}
+
+/// Runs `print` in a child whose standard output is a pipe, and returns what comes out of it when
+/// nobody reads for `pause`.
+std::string through_a_pipe(bool non_blocking, milliseconds pause, void (*print)()) {
+    int ends[2]{};
+    EXPECT_EQ(::pipe2(ends, O_CLOEXEC), 0);
+    const int child = fork_child([&] {
+        ::dup2(ends[1], STDOUT_FILENO);
+        ::close(ends[0]);
+        ::close(ends[1]);
+        if (non_blocking) {
+            ::fcntl(STDOUT_FILENO, F_SETFL, ::fcntl(STDOUT_FILENO, F_GETFL) | O_NONBLOCK);
+        }
+        print();
+        flush_out();
+        return 0;
+    });
+    ::close(ends[1]);
+    std::this_thread::sleep_for(pause);
+    std::string text;
+    std::array<char, 4096> buffer{};
+    ssize_t count = 0;
+    while ((count = ::read(ends[0], buffer.data(), buffer.size())) > 0) {
+        text.append(buffer.data(), static_cast<std::size_t>(count));
+    }
+    ::close(ends[0]);
+    EXPECT_EQ(end_of_child(child, milliseconds(2000)), 0);
+    return text;
+}
+
+void print_a_megabyte() {
+    for (int i = 0; i < 100000; ++i) {
+        print_out("%09d\n", i);
+    }
+}
+
+std::string a_megabyte() {
+    std::string text;
+    for (int i = 0; i < 100000; ++i) {
+        const std::string digits = std::to_string(i);
+        text += std::string(9 - digits.size(), '0') + digits + "\n";
+    }
+    return text;
+}
+
+TEST(Console, loses_nothing_when_the_reader_rests_for_a_while) {
+    EXPECT_EQ(through_a_pipe(false, milliseconds(500), print_a_megabyte), a_megabyte());
+}
+
+TEST(Console, loses_nothing_on_a_pipe_that_does_not_block) {
+    EXPECT_EQ(through_a_pipe(true, milliseconds(500), print_a_megabyte), a_megabyte());
+}
+
+TEST(Console, is_line_buffered_into_a_pipe) {
+    int ends[2]{};
+    ASSERT_EQ(::pipe2(ends, O_CLOEXEC), 0);
+    const int child = fork_child([&] {
+        ::dup2(ends[1], STDOUT_FILENO);
+        print_out("a line\nand a piece");
+        std::this_thread::sleep_for(milliseconds(700));
+        return 0;
+    });
+    ::close(ends[1]);
+    std::this_thread::sleep_for(milliseconds(300));
+    int waiting = 0;
+    ::ioctl(ends[0], FIONREAD, &waiting);
+    EXPECT_GE(waiting, 7);
+    ::close(ends[0]);
+    EXPECT_EQ(end_of_child(child, milliseconds(2000)), 0);
+}
+
+[[noreturn]] void exit_50(int /*signal_number*/) {
+    ::_exit(50);
+}
+
+TEST(Console, lets_an_interrupt_in_while_nobody_reads) {
+    int ends[2]{};
+    ASSERT_EQ(::pipe2(ends, O_CLOEXEC), 0);
+    const int child = fork_child([&] {
+        install_interrupt_handler(exit_50);
+        ::dup2(ends[1], STDOUT_FILENO);
+        print_a_megabyte();
+        return 0;
+    });
+    std::this_thread::sleep_for(milliseconds(300));
+    ::kill(child, SIGINT);
+    EXPECT_EQ(end_of_child(child, milliseconds(1000)), 50);
+    ::close(ends[0]);
+    ::close(ends[1]);
+}
+
+TEST(Console, drops_text_that_nobody_takes_once_the_end_has_begun) {
+    int ends[2]{};
+    ASSERT_EQ(::pipe2(ends, O_CLOEXEC), 0);
+    const int child = fork_child([&] {
+        install_interrupt_handler([](int) {
+            seal_interrupts();
+            print_a_megabyte();
+            flush_out();
+            ::_exit(51);
+        });
+        ::dup2(ends[1], STDOUT_FILENO);
+        print_a_megabyte();
+        return 0;
+    });
+    std::this_thread::sleep_for(milliseconds(300));
+    ::kill(child, SIGINT);
+    EXPECT_EQ(end_of_child(child, milliseconds(1000)), 51);
+    ::close(ends[0]);
+    ::close(ends[1]);
+}
+
+} // namespace
+} // namespace wivex

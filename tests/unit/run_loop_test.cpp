@@ -1,0 +1,287 @@
+#include "common/process_state.hpp"
+#include "console_capture.hpp"
+#include "driver/results.hpp"
+#include "driver/run_loop.hpp"
+#include "driver/start.hpp"
+#include "fake_supplicant.hpp"
+#include "scratch.hpp"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <cstdlib>
+#include <filesystem>
+#include <memory>
+#include <string>
+
+namespace wivex {
+namespace {
+
+using std::chrono::milliseconds;
+using test_support::ConsoleCapture;
+using test_support::FakeSupplicant;
+using test_support::ScratchDirectory;
+using test_support::Stopwatch;
+using ::testing::AllOf;
+using ::testing::ElementsAre;
+using ::testing::Ge;
+using ::testing::HasSubstr;
+using ::testing::Le;
+using ::testing::StartsWith;
+
+constexpr const char* checks_passed =
+    "\n[WIFI]Chip type is = 1\n[WIFI]Chip vendor id = 0cf3 and product id 1022\n"
+    "[WIFI]MODULE CONNECTED\n[WIFI]WIFI DRIVER READY\n";
+
+class RunLoop : public ::testing::Test {
+protected:
+    static void SetUpTestSuite() {
+        test_support::use_private_tmp();
+    }
+
+    void SetUp() override {
+        test_support::reset_process_state();
+        old_path_ = ::getenv("PATH");
+        ::setenv("PATH", (directory_.path() + ":" + old_path_).c_str(), 1);
+        directory_.program("udhcpc", "#!/bin/sh\n");
+        directory_.program("killall", "#!/bin/sh\n");
+        std::filesystem::create_directory(directory_ / "wlan0");
+        directory_.file("wlan0/flags", "0x1003\n");
+        config_.usbdevlist = directory_.file("devices", "P:  Vendor=0cf3 ProdID=1022 Rev= 0.01\n");
+        config_.vendor_id = "0cf3";
+        config_.wifidev = directory_.path();
+        config_.interface_name = "wlan0";
+        config_.ctrl_iface = directory_ / "ctrl";
+        config_.go_ssid = "home";
+        std::filesystem::create_directory(directory_ / "ctrl");
+        run_options.iteration_count = 1;
+        run_options.wlan_legacy_mode = 1;
+    }
+
+    void TearDown() override {
+        ::setenv("PATH", old_path_.c_str(), 1);
+        test_support::reset_process_state();
+    }
+
+    /// A supplicant with which the legacy WLAN test passes.
+    void start_supplicant() {
+        supplicant_ = std::make_unique<FakeSupplicant>(directory_ / "ctrl/wlan0");
+        supplicant_->event_after("SCAN", "<3>CTRL-EVENT-SCAN-RESULTS ");
+        supplicant_->answer("SCAN_RESULTS", {"bssid\n02:01\t2412\t-40\t[ESS]\thome\n"});
+        supplicant_->event_after("SELECT_NETWORK 0 ", "<3>CTRL-EVENT-CONNECTED");
+        supplicant_->event_after("DISABLE_NETWORK 0 ", "<3>CTRL-EVENT-DISCONNECTED");
+    }
+
+    RunEnd run() {
+        enable_chosen_test_cases();
+        return run_loop(config_);
+    }
+
+    const FailureEntry& legacy(ErrorCode code) const {
+        return run_options.results[7].failures.at(code);
+    }
+
+    std::int32_t legacy_records() const {
+        std::int32_t sum = 0;
+        for (const auto& [code, entry] : run_options.results[7].failures) {
+            sum += entry.count;
+        }
+        return sum;
+    }
+
+    ScratchDirectory directory_;
+    ConsoleCapture console_;
+    std::unique_ptr<FakeSupplicant> supplicant_;
+    RunConfig config_;
+
+private:
+    std::string old_path_;
+};
+
+// ---- checks ------------------------------------------------------------------------------------
+
+TEST_F(RunLoop, begins_an_iteration_with_the_two_checks) {
+    EXPECT_EQ(run(), RunEnd::finished);
+    EXPECT_THAT(console_.out(),
+                StartsWith(std::string(checks_passed) + "[WIFI]Unable to open sockets!!\n"));
+    EXPECT_EQ(run_options.chip_type, 1);
+}
+
+TEST_F(RunLoop, records_an_absent_module_and_goes_on) {
+    config_.usbdevlist = directory_ / "absent";
+    run();
+    EXPECT_EQ(console_.out(),
+              "\n[WIFI]ERROR:Module not inserted. check Insmod [*].ko\n"
+              "[WIFI]check usbfs: mount -t usbfs none /proc/bus/usb \n[WIFI]WIFI DRIVER READY\n"
+              "[WIFI]Unable to open sockets!!\n");
+    EXPECT_THAT(run_options.results[0].failures.at(1).iterations, ElementsAre(0));
+}
+
+TEST_F(RunLoop, records_a_missing_driver_and_goes_on) {
+    config_.wifidev = directory_ / "absent";
+    run();
+    EXPECT_THAT(console_.out(), HasSubstr("[WIFI]ERROR:WiFi driver is not insmoded properly, "
+                                          "Please check WiFi driver status...\n"
+                                          "[WIFI]Unable to open sockets!!\n"));
+    EXPECT_THAT(run_options.results[1].failures.at(2).iterations, ElementsAre(0));
+    EXPECT_EQ(run_options.results[1].failures.at(3).count, 0);
+}
+
+TEST_F(RunLoop, records_an_interface_that_is_down_and_goes_on) {
+    directory_.file("wlan0/flags", "0x1002\n");
+    run();
+    EXPECT_THAT(console_.out(),
+                HasSubstr("[WIFI]ERROR:WiFi network interface not up(check supplicant)\n"
+                          "[WIFI]Unable to open sockets!!\n"));
+    EXPECT_THAT(run_options.results[1].failures.at(3).iterations, ElementsAre(0));
+    EXPECT_EQ(run_options.results[1].failures.at(2).count, 0);
+}
+
+TEST_F(RunLoop, numbers_iterations_from_0) {
+    config_.usbdevlist = directory_ / "absent";
+    run_options.iteration_count = 3;
+    run();
+    EXPECT_THAT(run_options.results[0].failures.at(1).iterations, ElementsAre(0, 1, 2));
+    EXPECT_THAT(legacy(6).iterations, ElementsAre(0, 0, 1, 1, 2, 2));
+}
+
+TEST_F(RunLoop, rests_2_seconds_after_every_iteration_also_the_last) {
+    run_options.iteration_count = 2;
+    const Stopwatch watch;
+    run();
+    EXPECT_THAT(watch.elapsed(), AllOf(Ge(milliseconds(3990)), Le(milliseconds(5000))));
+}
+
+// ---- codes of the legacy WLAN test -------------------------------------------------------------
+
+TEST_F(RunLoop, files_a_pass_as_code_0_with_iteration_1_whatever_the_counter) {
+    start_supplicant();
+    run_options.iteration_count = 3;
+    run();
+    EXPECT_THAT(legacy(0).iterations, ElementsAre(1, 1, 1));
+    EXPECT_EQ(legacy_records(), 3);
+}
+
+TEST_F(RunLoop, files_code_6_twice) {
+    run();
+    EXPECT_THAT(legacy(6).iterations, ElementsAre(0, 0));
+    EXPECT_EQ(legacy_records(), 2);
+}
+
+TEST_F(RunLoop, files_code_8_as_21) {
+    start_supplicant();
+    supplicant_->answer("SCAN", {"FAIL\n"});
+    run();
+    EXPECT_THAT(legacy(21).iterations, ElementsAre(0));
+    EXPECT_EQ(legacy(8).count, 0);
+    EXPECT_EQ(legacy_records(), 1);
+}
+
+TEST_F(RunLoop, files_code_24) {
+    start_supplicant();
+    for (const char* reply : {"FAIL-BUSY\n", "FAIL-BUSY\n", "FAIL-BUSY\n", "FAIL\n"}) {
+        supplicant_->answer("SCAN", {reply});
+    }
+    run();
+    EXPECT_THAT(legacy(24).iterations, ElementsAre(0));
+    EXPECT_EQ(legacy_records(), 1);
+}
+
+TEST_F(RunLoop, files_code_9) {
+    start_supplicant();
+    config_.go_ssid = "away";
+    run();
+    EXPECT_THAT(legacy(9).iterations, ElementsAre(0));
+    EXPECT_EQ(legacy_records(), 1);
+}
+
+TEST_F(RunLoop, files_code_19) {
+    start_supplicant();
+    supplicant_->answer("SET_NETWORK 0 auth_alg OPEN", {"FAIL\n"});
+    run();
+    EXPECT_THAT(legacy(19).iterations, ElementsAre(0));
+    EXPECT_EQ(legacy_records(), 1);
+}
+
+TEST_F(RunLoop, files_code_22) {
+    start_supplicant();
+    supplicant_->answer("DISABLE_NETWORK 0 ", {"FAIL\n"});
+    run();
+    EXPECT_THAT(legacy(22).iterations, ElementsAre(0));
+    EXPECT_EQ(legacy_records(), 1);
+}
+
+TEST_F(RunLoop, files_code_14) {
+    start_supplicant();
+    config_.check_iperf = "yes";
+    run_options.result_file = directory_ / "result";
+    ::chmod(directory_.path().c_str(), 0777);
+    ::chmod((directory_ / "ctrl/wlan0").c_str(), 0777);
+    const int child = test_support::fork_child([this] {
+        const rlimit none{0, 0};
+        ::setrlimit(RLIMIT_NPROC, &none);
+        if (::geteuid() == 0 && ::setuid(65534) != 0) {
+            return 100;
+        }
+        run();
+        write_result_file(run_options.results, run_options.result_stream);
+        return 0;
+    });
+    EXPECT_EQ(test_support::end_of_child(child, milliseconds(9000)), 0);
+    EXPECT_EQ(test_support::read_file(run_options.result_file),
+              "Test case 1 passed \nTest case 2 passed \nTest case 8 fail # 1\n");
+}
+
+// ---- the choice of the mode --------------------------------------------------------------------
+
+TEST_F(RunLoop, ends_a_softap_run_after_the_checks_of_the_first_iteration) {
+    run_options.softap_mode = 1;
+    run_options.iteration_count = 5;
+    const Stopwatch watch;
+    EXPECT_EQ(run(), RunEnd::softap);
+    EXPECT_LT(watch.elapsed(), milliseconds(500));
+    EXPECT_EQ(console_.out(), std::string(checks_passed) + "[WIFI]ERROR:create softAP problem\n");
+}
+
+TEST_F(RunLoop, calls_a_softap_created_exactly_when_the_driver_check_fails) {
+    run_options.softap_mode = 1;
+    directory_.file("wlan0/flags", "0x1002\n");
+    EXPECT_EQ(run(), RunEnd::softap);
+    EXPECT_THAT(console_.out(), ::testing::EndsWith("[WIFI]softAP created successfuly.\n"));
+}
+
+TEST_F(RunLoop, runs_only_the_first_of_several_modes) {
+    run_options.p2p_device_mode = 1;
+    run_options.p2p_client_mode = 1;
+    run(); // the supplicant is absent
+    EXPECT_THAT(run_options.results[5].failures.at(6).iterations, ElementsAre(0));
+    EXPECT_EQ(legacy_records(), 0);
+    EXPECT_EQ(run_options.results[7].enabled, 1);
+    EXPECT_EQ(run_options.results[8].enabled, 1);
+    EXPECT_EQ(run_options.results[8].failures.at(6).count, 0);
+}
+
+TEST_F(RunLoop, enables_the_records_of_the_chosen_modes_only) {
+    run_options.p2p_client_mode = 1;
+    enable_chosen_test_cases();
+    for (std::size_t index = 0; index < run_options.results.size(); ++index) {
+        const bool chosen = index == 0 || index == 1 || index == 7 || index == 8;
+        EXPECT_EQ(run_options.results[index].enabled, chosen ? 1 : 0) << index;
+    }
+}
+
+TEST_F(RunLoop, enables_no_record_for_softap_mode) {
+    run_options.wlan_legacy_mode = 0;
+    run_options.softap_mode = 1;
+    enable_chosen_test_cases();
+    for (std::size_t index = 0; index < run_options.results.size(); ++index) {
+        EXPECT_EQ(run_options.results[index].enabled, index < 2 ? 1 : 0) << index;
+    }
+}
+
+} // namespace
+} // namespace wivex

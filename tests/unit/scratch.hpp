@@ -1,0 +1,63 @@
+// Small helpers of the unit tests: a directory that goes away again, files, clocks, children.
+#pragma once
+
+#include <chrono>
+#include <functional>
+#include <string>
+#include <string_view>
+
+namespace wivex::test_support {
+
+/// A directory of its own that is removed with all it holds.
+class ScratchDirectory {
+public:
+    ScratchDirectory();
+    ~ScratchDirectory();
+    ScratchDirectory(const ScratchDirectory&) = delete;
+    ScratchDirectory& operator=(const ScratchDirectory&) = delete;
+
+    const std::string& path() const {
+        return path_;
+    }
+    std::string operator/(std::string_view name) const;
+
+    /// Writes a file with this content into the directory and returns its path.
+    std::string file(std::string_view name, std::string_view content) const;
+
+    /// Like `file`, executable.
+    std::string program(std::string_view name, std::string_view content) const;
+
+private:
+    std::string path_;
+};
+
+/// The whole content of a file; empty when there is none.
+std::string read_file(const std::string& path);
+
+bool exists(const std::string& path);
+
+/// Processor time that this process has used so far, user and system.
+std::chrono::microseconds processor_time();
+
+class Stopwatch {
+public:
+    std::chrono::milliseconds elapsed() const {
+        return std::chrono::duration_cast<std::chrono::milliseconds>(
+            std::chrono::steady_clock::now() - start_);
+    }
+
+private:
+    std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
+};
+
+/// Forks a child that runs `body` and exits with its result. Returns the child's process id.
+int fork_child(const std::function<int()>& body);
+
+/// Waits for the end of a child; kills it after `limit`. Returns its exit status, 128 plus the
+/// number of the signal that ended it, or -1 when it had to be killed.
+int end_of_child(int pid, std::chrono::milliseconds limit);
+
+/// Gives the run options and the other process-wide state the values they have before `main`.
+void reset_process_state();
+
+} // namespace wivex::test_support

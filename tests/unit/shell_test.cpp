@@ -1,0 +1,119 @@
+#include "common/console.hpp"
+#include "common/interrupts.hpp"
+#include "common/shell.hpp"
+#include "console_capture.hpp"
+#include "scratch.hpp"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <chrono>
+#include <csignal>
+#include <cstdlib>
+#include <string>
+#include <thread>
+
+namespace wivex {
+namespace {
+
+using std::chrono::milliseconds;
+using test_support::ConsoleCapture;
+using test_support::end_of_child;
+using test_support::fork_child;
+using test_support::ScratchDirectory;
+using test_support::Stopwatch;
+
+TEST(RunShell, returns_the_wait_status_of_the_command) {
+    EXPECT_EQ(run_shell("true"), 0);
+    EXPECT_EQ(run_shell("exit 3"), 3 << 8);
+    EXPECT_EQ(run_shell("kill -9 $$"), SIGKILL);
+    EXPECT_EQ(run_shell(std::string("exit 4")), 4 << 8);
+}
+
+TEST(RunShell, returns_127_for_a_command_that_is_not_found) {
+    const ConsoleCapture console;
+    EXPECT_EQ(run_shell("no-such-tool-anywhere"), 127 << 8);
+}
+
+TEST(RunShell, understands_what_a_shell_understands) {
+    const ScratchDirectory directory;
+    EXPECT_EQ(run_shell("x=a; echo \"$x b\" >" + (directory / "out") + " && test -s " +
+                        (directory / "out")),
+              0);
+    EXPECT_EQ(test_support::read_file(directory / "out"), "a b\n");
+}
+
+TEST(RunShell, shows_earlier_output_before_that_of_the_command) {
+    ConsoleCapture console;
+    print_out("unfinished ");
+    run_shell("echo line");
+    EXPECT_EQ(console.out(), "unfinished line\n");
+}
+
+TEST(RunShell, leaves_no_child_behind) {
+    run_shell("true");
+    EXPECT_EQ(::waitpid(-1, nullptr, WNOHANG), -1);
+    EXPECT_EQ(errno, ECHILD);
+}
+
+TEST(RunShell, takes_no_notice_of_other_children) {
+    const int other = fork_child([] { return 7; });
+    EXPECT_EQ(run_shell("sleep 0.3; exit 3"), 3 << 8);
+    EXPECT_EQ(end_of_child(other, milliseconds(1000)), 7);
+}
+
+[[noreturn]] void exit_by_signal(int signal_number) {
+    ::_exit(signal_number == SIGINT ? 50 : 60);
+}
+
+TEST(RunShell, starts_the_command_with_default_actions_and_an_open_mask) {
+    const int child = fork_child([] {
+        install_interrupt_handler(exit_by_signal);
+        if (run_shell("kill -INT $$; exit 1") != SIGINT) {
+            return 1;
+        }
+        if (run_shell("kill -TERM $$; exit 1") != SIGTERM) {
+            return 2;
+        }
+        return run_shell("grep -q '^SigBlk:.*0000000000000000$' /proc/self/status") == 0 ? 0 : 3;
+    });
+    EXPECT_EQ(end_of_child(child, milliseconds(5000)), 0);
+}
+
+class InterruptOfACommand : public ::testing::TestWithParam<int> {};
+
+TEST_P(InterruptOfACommand, is_handled_at_once) {
+    const int child = fork_child([] {
+        install_interrupt_handler(exit_by_signal);
+        run_shell("exec sleep 10");
+        return 1;
+    });
+    std::this_thread::sleep_for(milliseconds(300));
+    const Stopwatch watch;
+    ::kill(child, GetParam());
+    EXPECT_EQ(end_of_child(child, milliseconds(5000)), GetParam() == SIGINT ? 50 : 60);
+    EXPECT_LT(watch.elapsed(), milliseconds(500));
+}
+
+INSTANTIATE_TEST_SUITE_P(Signals, InterruptOfACommand, ::testing::Values(SIGINT, SIGTERM),
+                         [](const auto& signal) {
+                             return "signal_" + std::to_string(signal.param);
+                         });
+
+TEST(RunShell, lets_an_interrupt_in_between_commands_that_never_end_to_fail) {
+    const int child = fork_child([] {
+        install_interrupt_handler(exit_by_signal);
+        while (run_shell("false") != 0) {
+        }
+        return 1;
+    });
+    std::this_thread::sleep_for(milliseconds(300));
+    ::kill(child, SIGINT);
+    EXPECT_EQ(end_of_child(child, milliseconds(3000)), 50);
+}
+
+} // namespace
+} // namespace wivex
