@@ -46,7 +46,12 @@ void sleep_open(timespec duration) {
 int wait_readable(int fd, int timeout_ms) {
     flush_out();
     pollfd waiting{fd, POLLIN, 0};
-    return poll_open(waiting, timeout_ms);
+    const int ready = poll_open(waiting, timeout_ms);
+    if ((waiting.revents & POLLNVAL) != 0) {
+        errno = EBADF;
+        return -1;
+    }
+    return ready;
 }
 
 void wait_readable_or_next_second(int fd) {

@@ -15,8 +15,8 @@ inline constexpr int unknown_config_key = 39;
 int lookup_config_key(std::string_view key);
 
 /// Reads the file at `path` into `config` and fills in what the chip tables know of its vendor.
-/// Unknown keys and over-long lines are reported on standard error and skipped. Returns 1, or 0
-/// when the file cannot be opened.
+/// Unknown keys are reported on standard error and skipped; so is the part of a line behind its
+/// first 511 characters. Returns 1, or 0 when the file cannot be opened.
 int read_config_file(const std::string& path, RunConfig& config);
 
 } // namespace wivex
