@@ -20,6 +20,8 @@ inline constexpr ErrorCode driver_not_loaded = 2;
 inline constexpr ErrorCode interface_down = 3;
 inline constexpr ErrorCode mac_address_differs = 4;
 inline constexpr ErrorCode loopback_failed = 5;
+inline constexpr ErrorCode scan_test_failed = 6;
+inline constexpr ErrorCode kernel_scan_failed = 7;
 
 // Results of the station operations and host tools.
 inline constexpr ErrorCode disconnect_timeout = 1;

@@ -11,6 +11,7 @@
 #include "tests/legacy_wlan.hpp"
 #include "tests/p2p_client.hpp"
 #include "tests/p2p_device.hpp"
+#include "tests/scan.hpp"
 
 #include <array>
 #include <span>
@@ -146,7 +147,29 @@ void run_scripted_mode(const ScriptedMode& mode, RunConfig& config, std::uint32_
     wait_for(mode.pause_after_failure);
 }
 
+void run_scan_mode(std::uint32_t iteration) {
+    switch (scan_wifi_test(run_options.scan_ssid)) {
+    case -1:
+        print_out("[WIFI]SCAN FAIL\n");
+        record_failure(run_options.results, error_code::scan_test_failed, iteration);
+        return;
+    case -2:
+        print_out("[WIFI]SCAN FAIL\n");
+        record_failure(run_options.results, error_code::kernel_scan_failed, iteration);
+        return;
+    case -3:
+        print_out("[WIFI]SCAN SUCCESS AND RUN IN SHIELD ROOM\n");
+        return;
+    default:
+        print_out("[WIFI]SCAN SUCCESS\n");
+    }
+}
+
 void run_test_mode(RunConfig& config, std::uint32_t iteration) {
+    if (run_options.scan_mode != 0) {
+        run_scan_mode(iteration);
+        return;
+    }
     for (const ScriptedMode& mode : scripted_modes) {
         if (run_options.*(mode.chosen) != 0) {
             run_scripted_mode(mode, config, iteration);

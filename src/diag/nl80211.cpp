@@ -1,0 +1,90 @@
+#include "diag/nl80211.hpp"
+
+#include <linux/nl80211.h>
+#include <netlink/attr.h>
+#include <netlink/msg.h>
+
+#include <algorithm>
+
+namespace wivex {
+
+namespace {
+
+constexpr int wildcard_ssid_type = 1;
+
+using BssAttributes = std::array<nlattr*, NL80211_BSS_MAX + 1>;
+
+std::array<nla_policy, NL80211_BSS_MAX + 1> bss_policy() {
+    std::array<nla_policy, NL80211_BSS_MAX + 1> policy{};
+    policy[NL80211_BSS_TSF].type = NLA_U64;
+    policy[NL80211_BSS_FREQUENCY].type = NLA_U32;
+    policy[NL80211_BSS_BSSID].type = NLA_UNSPEC;
+    policy[NL80211_BSS_BEACON_INTERVAL].type = NLA_U16;
+    policy[NL80211_BSS_CAPABILITY].type = NLA_U16;
+    policy[NL80211_BSS_INFORMATION_ELEMENTS].type = NLA_UNSPEC;
+    policy[NL80211_BSS_SIGNAL_MBM].type = NLA_U32;
+    policy[NL80211_BSS_SIGNAL_UNSPEC].type = NLA_U8;
+    policy[NL80211_BSS_STATUS].type = NLA_U32;
+    policy[NL80211_BSS_SEEN_MS_AGO].type = NLA_U32;
+    policy[NL80211_BSS_BEACON_IES].type = NLA_UNSPEC;
+    return policy;
+}
+
+Bytes payload(const nlattr* attribute) {
+    return {static_cast<const std::uint8_t*>(nla_data(attribute)),
+            static_cast<std::size_t>(nla_len(attribute))};
+}
+
+BssParse take_bss(const BssAttributes& attributes, BssEntry& bss) {
+    const nlattr* const bssid = attributes[NL80211_BSS_BSSID];
+    const nlattr* const elements = attributes[NL80211_BSS_INFORMATION_ELEMENTS];
+    const nlattr* const signal = attributes[NL80211_BSS_SIGNAL_MBM];
+    if (bssid == nullptr || elements == nullptr || payload(bssid).size() < bss.bssid.size()) {
+        return BssParse::incomplete;
+    }
+    std::copy_n(payload(bssid).begin(), bss.bssid.size(), bss.bssid.begin());
+    bss.signal_mbm = signal == nullptr ? 0 : static_cast<std::int32_t>(nla_get_u32(signal));
+    bss.elements = payload(elements);
+    return BssParse::complete;
+}
+
+bool begin(nl_msg* message, int family, int flags, std::uint8_t command, unsigned interface_index) {
+    return genlmsg_put(message, NL_AUTO_PORT, NL_AUTO_SEQ, family, 0, flags, command, 0) !=
+               nullptr &&
+           nla_put_u32(message, NL80211_ATTR_IFINDEX, interface_index) == 0;
+}
+
+} // namespace
+
+BssParse parse_bss(nl_msg* message, BssEntry& bss) {
+    auto* const header = static_cast<genlmsghdr*>(nlmsg_data(nlmsg_hdr(message)));
+    std::array<nlattr*, NL80211_ATTR_MAX + 1> top{};
+    nla_parse(top.data(), NL80211_ATTR_MAX, genlmsg_attrdata(header, 0), genlmsg_attrlen(header, 0),
+              nullptr);
+    if (top[NL80211_ATTR_BSS] == nullptr) {
+        return BssParse::no_bss;
+    }
+    auto policy = bss_policy();
+    BssAttributes attributes{};
+    if (nla_parse_nested(attributes.data(), NL80211_BSS_MAX, top[NL80211_ATTR_BSS],
+                         policy.data()) != 0) {
+        return BssParse::malformed;
+    }
+    return take_bss(attributes, bss);
+}
+
+int command_of(nl_msg* message) {
+    return static_cast<const genlmsghdr*>(nlmsg_data(nlmsg_hdr(message)))->cmd;
+}
+
+bool make_scan_trigger(nl_msg* message, nl_msg* ssids, int family, unsigned interface_index) {
+    return begin(message, family, 0, NL80211_CMD_TRIGGER_SCAN, interface_index) &&
+           nla_put(ssids, wildcard_ssid_type, 0, "") == 0 &&
+           nla_put_nested(message, NL80211_ATTR_SCAN_SSIDS, ssids) == 0;
+}
+
+bool make_scan_dump(nl_msg* message, int family, unsigned interface_index) {
+    return begin(message, family, NLM_F_DUMP, NL80211_CMD_GET_SCAN, interface_index);
+}
+
+} // namespace wivex

@@ -1,0 +1,288 @@
+#include "diag/nl80211_scan.hpp"
+
+#include "common/console.hpp"
+#include "common/unique_fd.hpp"
+#include "common/waiting.hpp"
+#include "diag/access_points.hpp"
+#include "diag/mac_text.hpp"
+#include "diag/nl80211.hpp"
+
+#include <linux/nl80211.h>
+#include <net/if.h>
+#include <netlink/errno.h>
+
+#include <cerrno>
+#include <cstdio>
+
+namespace wivex {
+
+namespace {
+
+// Scans go to this interface, whatever the configuration names.
+constexpr const char* scan_interface = "wlan0";
+
+constexpr int failed = -2;
+constexpr int no_limit = -1;
+constexpr std::int64_t pause_on_error_us = 10'000;
+
+struct TriggerState {
+    /// 1 until the kernel has answered the request, then 0 or its error number.
+    int err = 1;
+    int done = 0;
+    int aborted = 0;
+};
+
+struct DumpState {
+    std::FILE* listing = nullptr;
+    std::uint32_t sequence = 0;
+    bool ended = false;
+};
+
+int scan_trigger_callback(nl_msg* message, void* argument) {
+    auto& state = *static_cast<TriggerState*>(argument);
+    const int command = command_of(message);
+    if (command == NL80211_CMD_SCAN_ABORTED) {
+        print_out("[WIFI]Got NL80211_CMD_SCAN_ABORTED.\n");
+        state.done = 1;
+        state.aborted = 1;
+    } else if (command == NL80211_CMD_NEW_SCAN_RESULTS) {
+        print_out("[WIFI]Got NL80211_CMD_NEW_SCAN_RESULTS.\n");
+        state.done = 1;
+        state.aborted = 0;
+    }
+    return NL_SKIP;
+}
+
+int error_handler(sockaddr_nl* /*peer*/, nlmsgerr* error, void* argument) {
+    print_out("[WIFI]error_handler() called.\n");
+    static_cast<TriggerState*>(argument)->err = error->error;
+    return NL_STOP;
+}
+
+int finish_handler(nl_msg* /*message*/, void* argument) {
+    static_cast<TriggerState*>(argument)->err = 0;
+    return NL_SKIP;
+}
+
+int ack_handler(nl_msg* /*message*/, void* argument) {
+    static_cast<TriggerState*>(argument)->err = 0;
+    return NL_STOP;
+}
+
+// Multicast messages carry no sequence number of ours.
+int no_sequence_check(nl_msg* /*message*/, void* /*argument*/) {
+    return NL_OK;
+}
+
+int end_of_dump(nl_msg* /*message*/, void* argument) {
+    static_cast<DumpState*>(argument)->ended = true;
+    return NL_STOP;
+}
+
+// The signal with its truncating division: -5512 is printed as -55.-12. Evaluations of the listing
+// read it so.
+std::string signal_text(std::int32_t signal_mbm) {
+    std::array<char, 32> text{};
+    std::snprintf(text.data(), text.size(), "%d.%.2d", signal_mbm / 100, signal_mbm % 100);
+    return text.data();
+}
+
+void write_bss(std::FILE* listing, const BssEntry& bss) {
+    const std::string bssid = format_mac(bss.bssid);
+    const std::string signal = signal_text(bss.signal_mbm);
+    const std::string ssid = escape_ssid(find_ssid(bss.elements));
+    std::fprintf(listing, "BSS %s \n\tsignal: %s dBm\n\tSSID: %s\n", bssid.c_str(), signal.c_str(),
+                 ssid.c_str());
+    AccessPoint access_point;
+    access_point.signal = FixedText<8>(signal);
+    access_point.bssid = FixedText<18>(bssid);
+    access_point.ssid = FixedText<129>(ssid);
+    scan_table().append(access_point);
+}
+
+int take_bss(nl_msg* message, DumpState& state) {
+    if (scan_table().full()) {
+        print_out("[WIFI]Number of scan APs coming more than %zu\n", scan_table_capacity);
+        state.ended = true;
+        return NL_STOP;
+    }
+    BssEntry bss;
+    switch (parse_bss(message, bss)) {
+    case BssParse::no_bss:
+        print_out("[WIFI]bss info missing!\n");
+        return NL_SKIP;
+    case BssParse::malformed:
+        print_out("[WIFI]failed to parse nested attributes!\n");
+        return NL_SKIP;
+    case BssParse::incomplete:
+        return NL_SKIP;
+    case BssParse::complete:
+        break;
+    }
+    write_bss(state.listing, bss);
+    return NL_SKIP;
+}
+
+int scan_dump_callback(nl_msg* message, void* argument) {
+    auto& state = *static_cast<DumpState*>(argument);
+    // A late notification of the scan is no part of the dump.
+    if (nlmsg_hdr(message)->nlmsg_seq != state.sequence) {
+        return NL_SKIP;
+    }
+    return take_bss(message, state);
+}
+
+// Receives once; the socket does not block, so that only the waiting room waits. An error that
+// stays on the socket must not spin.
+int wait_and_receive(nl_sock* socket, nl_cb* callbacks) {
+    wait_readable(nl_socket_get_fd(socket), no_limit);
+    const int result = nl_recvmsgs(socket, callbacks);
+    if (result == -NLE_AGAIN) {
+        return 0;
+    }
+    if (result < 0) {
+        wait_for(0, pause_on_error_us);
+    }
+    return result;
+}
+
+NetlinkCallbacks make_trigger_callbacks(TriggerState& state) {
+    NetlinkCallbacks callbacks(nl_cb_alloc(NL_CB_DEFAULT));
+    if (callbacks) {
+        nl_cb_set(callbacks.get(), NL_CB_VALID, NL_CB_CUSTOM, scan_trigger_callback, &state);
+        nl_cb_err(callbacks.get(), NL_CB_CUSTOM, error_handler, &state);
+        nl_cb_set(callbacks.get(), NL_CB_FINISH, NL_CB_CUSTOM, finish_handler, &state);
+        nl_cb_set(callbacks.get(), NL_CB_ACK, NL_CB_CUSTOM, ack_handler, &state);
+        nl_cb_set(callbacks.get(), NL_CB_SEQ_CHECK, NL_CB_CUSTOM, no_sequence_check, nullptr);
+    }
+    return callbacks;
+}
+
+NetlinkCallbacks make_dump_callbacks(DumpState& state) {
+    NetlinkCallbacks callbacks(nl_cb_alloc(NL_CB_DEFAULT));
+    if (callbacks) {
+        nl_cb_set(callbacks.get(), NL_CB_VALID, NL_CB_CUSTOM, scan_dump_callback, &state);
+        nl_cb_set(callbacks.get(), NL_CB_FINISH, NL_CB_CUSTOM, end_of_dump, &state);
+        nl_cb_set(callbacks.get(), NL_CB_SEQ_CHECK, NL_CB_CUSTOM, no_sequence_check, nullptr);
+    }
+    return callbacks;
+}
+
+void print_sent(const char* command, int sent, const char* function) {
+    if (sent < 0) {
+        print_out("[WIFI]nl_send_auto_complete failed from %s\n", function);
+    } else {
+        print_out("[WIFI]%s sent %d bytes to the kernel.\n", command, sent);
+    }
+}
+
+// Waits for the kernel's answer to the request. Returns the result of the last receive.
+int wait_for_answer(nl_sock* socket, nl_cb* callbacks, const TriggerState& state) {
+    int result = 0;
+    while (state.err > 0 && result >= 0) {
+        result = wait_and_receive(socket, callbacks);
+    }
+    return result;
+}
+
+int receive_dump(nl_sock* socket, nl_cb* callbacks, const DumpState& state) {
+    int result = 0;
+    while (!state.ended && result >= 0) {
+        result = wait_and_receive(socket, callbacks);
+    }
+    return result;
+}
+
+// Everything between the open listing and its end.
+int dump_scan(nl_sock* socket, unsigned interface_index, int family, std::FILE* listing) {
+    const NetlinkMessage message(nlmsg_alloc());
+    DumpState state;
+    state.listing = listing;
+    const NetlinkCallbacks callbacks = make_dump_callbacks(state);
+    if (!message || !callbacks || !make_scan_dump(message.get(), family, interface_index)) {
+        print_out("[WIFI]nlmsg_alloc failed\n");
+        return failed;
+    }
+    const int sent = nl_send_auto_complete(socket, message.get());
+    print_sent("NL80211_CMD_GET_SCAN", sent, "execute_scan_nl_command");
+    if (sent < 0) {
+        return failed;
+    }
+    state.sequence = nlmsg_hdr(message.get())->nlmsg_seq;
+    const int result = receive_dump(socket, callbacks.get(), state);
+    if (result < 0) {
+        print_out("ERROR: nl_recvmsgs_default() returned %d (%s).\n", result, nl_geterror(-result));
+        return failed;
+    }
+    return 0;
+}
+
+} // namespace
+
+int do_scan_trigger(nl_sock* socket, unsigned interface_index, int family) {
+    const int group = genl_ctrl_resolve_grp(socket, "nl80211", "scan");
+    if (group < 0) {
+        return group;
+    }
+    nl_socket_add_membership(socket, group);
+    const NetlinkMessage message(nlmsg_alloc());
+    if (!message) {
+        print_out("ERROR: Failed to allocate netlink message for msg.\n");
+        return -ENOMEM;
+    }
+    NetlinkMessage ssids(nlmsg_alloc());
+    if (!ssids) {
+        print_out("ERROR: Failed to allocate netlink message for ssids_to_scan.\n");
+        return -ENOMEM;
+    }
+    TriggerState state;
+    const NetlinkCallbacks callbacks = make_trigger_callbacks(state);
+    if (!callbacks || !make_scan_trigger(message.get(), ssids.get(), family, interface_index)) {
+        print_out("ERROR: Failed to allocate netlink callbacks.\n");
+        return -ENOMEM;
+    }
+    ssids.reset();
+    nl_socket_set_nonblocking(socket);
+    print_sent("NL80211_CMD_TRIGGER_SCAN", nl_send_auto_complete(socket, message.get()),
+               "do_scan_trigger");
+    print_out("[WIFI]Waiting for scan to complete...\n");
+    const int result = wait_for_answer(socket, callbacks.get(), state);
+    if (result < 0) {
+        print_out("[WIFI]ERROR: nl_recvmsgs() returned %d (%s).\n", result, nl_geterror(-result));
+        return result;
+    }
+    while (state.done == 0) {
+        wait_and_receive(socket, callbacks.get());
+    }
+    if (state.aborted != 0) {
+        print_out("[WIFI]ERROR: Kernel aborted scan.\n");
+        return 1;
+    }
+    print_out("[WIFI]Scan is done.\n");
+    nl_socket_drop_membership(socket, group);
+    return 0;
+}
+
+int execute_scan_nl_command() {
+    const unsigned interface_index = if_nametoindex(scan_interface);
+    // One socket a scan: nothing that an earlier scan left behind can disturb this one.
+    const NetlinkSocket socket(nl_socket_alloc());
+    if (!socket) {
+        print_out("[WIFI]Failed to allocate netlink socket.\n");
+        return failed;
+    }
+    genl_connect(socket.get());
+    const int family = genl_ctrl_resolve(socket.get(), "nl80211");
+    if (const int result = do_scan_trigger(socket.get(), interface_index, family)) {
+        print_out("[WIFI]do_scan_trigger() failed with %d.\n", result);
+        return failed;
+    }
+    const UniqueFile listing(std::fopen(scan_listing, "we"));
+    if (!listing) {
+        print_errno("[WIFI]\"/tmp/output\"File open error");
+        return failed;
+    }
+    return dump_scan(socket.get(), interface_index, family, listing.get());
+}
+
+} // namespace wivex

@@ -1,0 +1,24 @@
+// The access-point status file: one access point a line, "BSSID/signal/status/SSID", or a marker
+// line when a run ended without any.
+#pragma once
+
+#include "diag/access_points.hpp"
+
+#include <string>
+
+namespace wivex {
+
+inline constexpr std::size_t status_table_capacity = 50;
+
+using StatusTable = AccessPointList<status_table_capacity>;
+
+/// Reads the access points of an earlier run, each with the signal "0" and status 1 (not seen yet).
+/// A line that is malformed is told on standard output and counts all the same; what does not fit
+/// is left out. Returns false when the file cannot be opened.
+bool read_status_file(const std::string& path, StatusTable& known);
+
+/// Writes the known access points, or the marker of `result` (-2, -3 or -4) when there are none.
+/// Returns false, with errno set, when the file cannot be opened or takes no more.
+bool write_status_file(const std::string& path, const StatusTable& known, int result);
+
+} // namespace wivex

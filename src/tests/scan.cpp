@@ -1,0 +1,138 @@
+#include "tests/scan.hpp"
+
+#include "common/console.hpp"
+#include "common/process_state.hpp"
+#include "diag/access_points.hpp"
+#include "diag/nl80211_scan.hpp"
+#include "tests/ap_status_file.hpp"
+
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <string_view>
+
+namespace wivex {
+
+namespace {
+
+constexpr int succeeded = 0;
+constexpr int scan_failed = -2;
+constexpr int nothing_heard = -3;
+constexpr int no_match = -4;
+
+constexpr std::int32_t seen = 0;
+
+void read_previous_status(StatusTable& known) {
+    if (run_options.debug != 0) {
+        print_out("[WIFI]SCAN STARTED\n\n");
+    }
+    if (!read_status_file(run_options.ap_status_file, known)) {
+        print_out("[WIFI]First time dump %s\n", run_options.ap_status_file.c_str());
+        print_errno("[WIFI]File");
+    }
+}
+
+void print_table() {
+    print_out("[WIFI]Number of APs founds are %zu\n", scan_table().size());
+    for (const AccessPoint& access_point : scan_table().all()) {
+        print_out("[WIFI]%s\n", access_point.ssid.c_str());
+    }
+}
+
+void find_matches(std::string_view prefix, StatusTable& matches) {
+    for (const AccessPoint& access_point : scan_table().all()) {
+        if (!access_point.ssid.view().starts_with(prefix)) {
+            continue;
+        }
+        print_out("[WIFI]%s\n", access_point.ssid.c_str());
+        AccessPoint match = access_point;
+        match.status = seen;
+        matches.append(match);
+        if (matches.full()) {
+            print_out("[WIFI]More than %zu AP coming with matching prefix ssid\n",
+                      status_table_capacity);
+            return;
+        }
+    }
+}
+
+void update(StatusTable& known, const AccessPoint& match) {
+    const auto all = known.all();
+    const auto same = std::find_if(all.begin(), all.end(), [&match](const AccessPoint& other) {
+        return other.bssid.view() == match.bssid.view();
+    });
+    if (same == all.end()) {
+        known.append(match);
+        return;
+    }
+    same->status = seen;
+    same->signal = match.signal;
+}
+
+// Without earlier access points every match is taken as it comes, also when one BSSID comes twice.
+void merge(StatusTable& known, const StatusTable& matches) {
+    const bool first_run = known.empty();
+    for (const AccessPoint& match : matches.all()) {
+        if (first_run) {
+            known.append(match);
+        } else {
+            update(known, match);
+        }
+    }
+}
+
+int select_by_prefix(const char* prefix, StatusTable& known) {
+    print_out("[WIFI]ssid prefix define for check=%s\n", prefix);
+    StatusTable matches;
+    find_matches(prefix, matches);
+    print_out("[WIFI]APs found with matching prefix are %zu\n", matches.size());
+    if (matches.empty()) {
+        print_out("[WIFI]AP with prefix not found\n");
+        return no_match;
+    }
+    merge(known, matches);
+    return succeeded;
+}
+
+int scan_and_select(const char* prefix, StatusTable& known) {
+    if (execute_scan_nl_command() == scan_failed) {
+        return scan_failed;
+    }
+    if (check_scan_output() == nothing_heard) {
+        return nothing_heard;
+    }
+    print_table();
+    if (prefix != nullptr) {
+        return select_by_prefix(prefix, known);
+    }
+    print_out("[WIFI]No ssid defined for check\n");
+    if (run_options.debug != 0) {
+        print_out("SSIDS CURRENTLY AVAILABLE\n\n");
+    }
+    return succeeded;
+}
+
+} // namespace
+
+int scan_wifi_test(const char* prefix) {
+    StatusTable known;
+    if (compare_previous == 1) {
+        read_previous_status(known);
+    }
+    const int result = scan_and_select(prefix, known);
+    print_out("[WIFI]AP scan result dump to file %s\n", run_options.ap_status_file.c_str());
+    if (!write_status_file(run_options.ap_status_file, known, result)) {
+        print_errno("[WIFI]not able to open file\n");
+    }
+    return result;
+}
+
+int check_scan_output() {
+    struct stat listing {};
+    if (stat(scan_listing, &listing) != 0) {
+        return succeeded;
+    }
+    return listing.st_size == 0 ? nothing_heard : succeeded;
+}
+
+} // namespace wivex
