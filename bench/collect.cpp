@@ -1,5 +1,6 @@
 #include "collect.hpp"
 
+#include "device_root.hpp"
 #include "text.hpp"
 
 #include <sys/wait.h>
@@ -28,6 +29,9 @@ double now_ms() {
 
 void copy_files(const fs::path& from, const fs::path& to) {
     std::error_code ignored;
+    if (!fs::exists(from, ignored)) {
+        return;
+    }
     fs::create_directories(to, ignored);
     for (const auto& entry : fs::directory_iterator(from, ignored)) {
         if (entry.is_regular_file(ignored)) {
@@ -73,6 +77,8 @@ void collect(int out_fd, const Ended& ended, const Stopwatch& watch) {
     const std::string out = "/proc/self/fd/" + std::to_string(out_fd);
     copy_files("/root", out + "/root");
     copy_files("/tmp", out + "/tmp");
+    copy_files(log_folder, out);
+    copy_files("/sys/module/bcmdhd/parameters", out + "/parameters");
     write_file(out + "/sockets", socket_names());
     write_file(out + "/usage", usage_text(ended, wall_ms));
 }

@@ -1,5 +1,6 @@
 #include "device.hpp"
 
+#include "chip/chip.hpp"
 #include "collect.hpp"
 #include "device_root.hpp"
 #include "interfaces.hpp"
@@ -130,7 +131,8 @@ int run_device(const Device& device, Gate& network, Gate& access_point) {
     std::string problem;
     const DeviceRoot root{to_text(device.configuration), device.options.tool,
                           device.options.preloads};
-    if (!enter_device_root(root, device.scenario, problem)) {
+    if (!enter_device_root(root, device.scenario, problem) ||
+        !start_chip(device.scenario.chip, std::string(log_folder) + "/chip.log", problem)) {
         std::fprintf(stderr, "wivex-bench: %s\n", problem.c_str());
         return bench_failure;
     }

@@ -213,6 +213,8 @@ bool enter_device_root(const DeviceRoot& device, const Scenario& scenario, std::
         install_dhcp_settings();
         install_programs(scenario);
         play_facts(scenario);
+        write_file("/bench/scenario", scenario.text);
+        fs::create_directories(log_folder);
         return true;
     } catch (const std::exception& failure) {
         problem = failure.what();

@@ -21,6 +21,9 @@ struct DeviceRoot {
 /// Where the tool stands in the world.
 inline constexpr const char* tool_in_world = "/bench/wivex";
 
+/// What the counterparts log in the world; all of it is left behind.
+inline constexpr const char* log_folder = "/bench/log";
+
 /// Builds the root folder and makes it this process's. To be called in new mount, process and
 /// network namespaces. Returns false with a reason in `problem`.
 bool enter_device_root(const DeviceRoot& root, const Scenario& scenario, std::string& problem);

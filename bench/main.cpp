@@ -37,6 +37,10 @@ int fail(const std::string& problem) {
     return bench_failure;
 }
 
+std::string beside_launcher(const char* name) {
+    return std::filesystem::read_symlink("/proc/self/exe").parent_path() / name;
+}
+
 std::optional<Scenario> read_scenario(const std::string& path, std::string& problem) {
     if (path.empty()) {
         return Scenario{};
@@ -121,7 +125,7 @@ int run(int argc, char* argv[]) {
         return bench_failure;
     }
     if (options.tool.empty()) {
-        options.tool = std::filesystem::read_symlink("/proc/self/exe").parent_path() / "../wivex";
+        options.tool = beside_launcher("../wivex");
     }
     std::error_code missing;
     options.tool = std::filesystem::canonical(options.tool, missing);
@@ -132,6 +136,9 @@ int run(int argc, char* argv[]) {
     const auto scenario = read_scenario(options.scenario, problem);
     if (!scenario) {
         return fail(problem);
+    }
+    if (!scenario->driver.empty()) {
+        options.preloads.push_back(beside_launcher("libbench_driver.so"));
     }
     const auto configuration = make_configuration(options, *scenario, problem);
     if (!configuration) {

@@ -1,91 +1,16 @@
 #include "scenario.hpp"
 
+#include "line.hpp"
+
 #include <algorithm>
 #include <array>
-#include <span>
 
 namespace bench {
 
 namespace {
 
 // Actors whose lines are read elsewhere.
-constexpr std::array<std::string_view, 2> other_actors{"driver", "air"};
-
-// Reads the words of one line from left to right. Every taker moves on only when it succeeds.
-class Line {
-public:
-    explicit Line(std::span<const Word> words) : words_(words) {}
-
-    bool at_end() const {
-        return words_.empty();
-    }
-    bool take(std::string_view word) {
-        if (at_end() || words_.front().quoted || words_.front().text != word) {
-            return false;
-        }
-        words_ = words_.subspan(1);
-        return true;
-    }
-    std::optional<std::string> take_quoted() {
-        return at_end() || !words_.front().quoted ? std::nullopt : take_any();
-    }
-    std::optional<std::string> take_any() {
-        if (at_end()) {
-            return std::nullopt;
-        }
-        std::string text = words_.front().text;
-        words_ = words_.subspan(1);
-        return text;
-    }
-    std::optional<int> take_number() {
-        return take_with([](std::string_view text) { return to_number(text); });
-    }
-    std::optional<int> take_milliseconds() {
-        return take_with([](std::string_view text) -> std::optional<int> {
-            if (text.ends_with("ms")) {
-                return to_number(text.substr(0, text.size() - 2));
-            }
-            if (!text.ends_with("s")) {
-                return std::nullopt;
-            }
-            const auto seconds = to_number(text.substr(0, text.size() - 1));
-            return seconds ? std::optional<int>(*seconds * 1000) : std::nullopt;
-        });
-    }
-    // "3", "2-4" or "2-".
-    std::optional<Times> take_times() {
-        return take_with([](std::string_view text) -> std::optional<Times> {
-            const std::size_t dash = text.find('-');
-            const auto first = to_number(text.substr(0, dash));
-            if (!first) {
-                return std::nullopt;
-            }
-            if (dash == std::string_view::npos) {
-                return Times{*first, *first};
-            }
-            if (dash + 1 == text.size()) {
-                return Times{*first, Times{}.last};
-            }
-            const auto last = to_number(text.substr(dash + 1));
-            return last ? std::optional<Times>(Times{*first, *last}) : std::nullopt;
-        });
-    }
-
-private:
-    template <typename Convert>
-    auto take_with(Convert convert) -> decltype(convert("")) {
-        if (at_end() || words_.front().quoted) {
-            return std::nullopt;
-        }
-        auto value = convert(words_.front().text);
-        if (value) {
-            words_ = words_.subspan(1);
-        }
-        return value;
-    }
-
-    std::span<const Word> words_;
-};
+constexpr std::array<std::string_view, 1> other_actors{"air"};
 
 std::optional<CommandMatch> take_command(Line& line) {
     const auto pattern = line.take_quoted();
@@ -334,20 +259,30 @@ bool read_folder(Line& line, Scenario& scenario) {
     return line.take("full");
 }
 
+bool read_driver_line(Line& line, Scenario& scenario) {
+    return read_driver(line, scenario.driver);
+}
+
+bool read_chip_line(Line& line, Scenario& scenario) {
+    return read_chip(line, scenario.chip);
+}
+
 bool read_line(Line& line, Scenario& scenario) {
     struct Actor {
         std::string_view name;
         bool (*read)(Line& line, Scenario& scenario);
     };
-    constexpr std::array<Actor, 9> actors{{{"supplicant", read_supplicant},
-                                           {"module", read_module},
-                                           {"interface", read_interface},
-                                           {"dhcp", read_dhcp},
-                                           {"iperf", read_iperf},
-                                           {"config", read_config},
-                                           {"program", read_program},
-                                           {"file", read_file_line},
-                                           {"folder", read_folder}}};
+    constexpr std::array<Actor, 11> actors{{{"supplicant", read_supplicant},
+                                            {"driver", read_driver_line},
+                                            {"chip", read_chip_line},
+                                            {"module", read_module},
+                                            {"interface", read_interface},
+                                            {"dhcp", read_dhcp},
+                                            {"iperf", read_iperf},
+                                            {"config", read_config},
+                                            {"program", read_program},
+                                            {"file", read_file_line},
+                                            {"folder", read_folder}}};
     for (const Actor& actor : actors) {
         if (line.take(actor.name)) {
             return actor.read(line, scenario) && line.at_end();
@@ -369,6 +304,7 @@ bool CommandMatch::matches(std::string_view command) const {
 std::optional<Scenario> parse_scenario(std::string_view text, const std::string& name,
                                        std::string& problem) {
     Scenario scenario;
+    scenario.text = text;
     for (int number = 1; !text.empty(); ++number) {
         const std::string_view content = text.substr(0, text.find('\n'));
         text.remove_prefix(std::min(content.size() + 1, text.size()));

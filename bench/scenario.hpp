@@ -4,7 +4,9 @@
 // live in files of their own are kept as they are, for those files to read.
 #pragma once
 
-#include "text.hpp"
+#include "chip/chip_script.hpp"
+#include "driver/driver_script.hpp"
+#include "times.hpp"
 
 #include <map>
 #include <optional>
@@ -13,16 +15,6 @@
 #include <vector>
 
 namespace bench {
-
-/// Which times a command comes: from `first` to `last`, counted from 1.
-struct Times {
-    int first = 1;
-    int last = 1'000'000'000;
-
-    bool contain(int count) const {
-        return count >= first && count <= last;
-    }
-};
 
 /// A command by its text; a pattern that ends with "*" matches what begins with it.
 struct CommandMatch {
@@ -76,7 +68,11 @@ enum class InterfaceState { up, down, absent };
 enum class FolderState { missing, read_only, full };
 
 struct Scenario {
+    /// The scenario as it was written.
+    std::string text;
     SupplicantScript supplicant;
+    DriverScript driver;
+    ChipScript chip;
     /// "VENDOR:PRODUCT", or empty for none.
     std::string module = "0a5c:bd27";
     InterfaceState interface = InterfaceState::up;

@@ -15,7 +15,8 @@ elseif(WIVEX_SANITIZE)
   target_link_options(wivex_flags INTERFACE -fsanitize=address,undefined)
 else()
   target_compile_options(wivex_flags INTERFACE
-    -fPIE -ffunction-sections -fdata-sections -fstack-protector-strong -U_FORTIFY_SOURCE
+    $<IF:$<STREQUAL:$<TARGET_PROPERTY:TYPE>,SHARED_LIBRARY>,-fPIC,-fPIE>
+    -ffunction-sections -fdata-sections -fstack-protector-strong -U_FORTIFY_SOURCE
     -D_FORTIFY_SOURCE=2)
 endif()
 

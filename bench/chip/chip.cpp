@@ -1,0 +1,33 @@
+#include "chip/chip.hpp"
+
+#include "chip/diag_device.hpp"
+#include "chip/register_files.hpp"
+
+#include <signal.h>
+#include <unistd.h>
+
+#include <exception>
+
+namespace bench {
+
+bool start_chip(const ChipScript& script, const std::string& log_path, std::string& problem) {
+    try {
+        if (!script.words.empty()) {
+            add_diag_device(script);
+        }
+        if (script.phy.empty()) {
+            return true;
+        }
+        build_register_files(script);
+        if (fork() == 0) {
+            signal(SIGPIPE, SIG_IGN);
+            serve_register_files(script, log_path);
+        }
+        return true;
+    } catch (const std::exception& failure) {
+        problem = failure.what();
+        return false;
+    }
+}
+
+} // namespace bench

@@ -1,0 +1,32 @@
+#include "chip_rehearsal.hpp"
+
+#include <utility>
+
+namespace bench_test {
+
+namespace {
+
+// The pauses between iterations need not be sat through.
+constexpr int speed = 10;
+
+} // namespace
+
+ChipRehearsal::ChipRehearsal(const std::string& scenario, std::vector<std::string> arguments)
+    : run_(Bench(scenario).faster(speed).args(std::move(arguments)).run()) {}
+
+std::string ChipRehearsal::diagnostics() const {
+    const std::string before = "[WIFI]WIFI DRIVER READY\n";
+    const std::size_t begin = run_.out.find(before);
+    if (begin == std::string::npos) {
+        return "no driver check in: " + run_.out;
+    }
+    const std::string text = run_.out.substr(begin + before.size());
+    return text.substr(0, text.find("[WIFI]ResultFile:"));
+}
+
+std::string ChipRehearsal::file(const std::string& name) const {
+    const auto found = run_.files.find(name);
+    return found == run_.files.end() ? "" : found->second;
+}
+
+} // namespace bench_test

@@ -1,0 +1,62 @@
+#include "common/unique_fd.hpp"
+#include "diag/diag_device.hpp"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cstdio>
+#include <string>
+
+namespace {
+
+using wivex::UniqueFile;
+
+constexpr std::uint32_t address = 0x18000;
+
+/// A file that holds `bytes` at `address`.
+UniqueFile target_memory(const std::string& bytes) {
+    UniqueFile file(std::tmpfile());
+    std::fseek(file.get(), address, SEEK_SET);
+    std::fputs(bytes.c_str(), file.get());
+    std::fflush(file.get());
+    return file;
+}
+
+TEST(DiagDevice, reads_a_word_at_its_address_lowest_byte_first) {
+    const UniqueFile memory = target_memory("\x11\x22\x33\x44");
+    std::uint32_t word = 0;
+    EXPECT_EQ(4, wivex::read_target_word(fileno(memory.get()), address, word));
+    EXPECT_EQ(0x44332211U, word);
+}
+
+TEST(DiagDeviceDeathTest, that_ends_early_ends_the_process_with_status_1) {
+    const UniqueFile memory = target_memory("\x11\x22");
+    std::array<char, 4> buffer{};
+    EXPECT_EXIT(wivex::ReadTargetRange(fileno(memory.get()), address, buffer),
+                testing::ExitedWithCode(1),
+                "\\[WIFI\\]err ReadTargetRange failed "
+                "\\(nbyte=0, address=0x18002 remaining=2\\)\\.\n");
+}
+
+TEST(DiagDeviceDeathTest, that_cannot_be_read_ends_the_process_with_status_1) {
+    std::array<char, 4> buffer{};
+    EXPECT_EXIT(wivex::ReadTargetRange(-1, address, buffer), testing::ExitedWithCode(1),
+                "\\[WIFI\\]err ReadTargetRange failed "
+                "\\(nbyte=-1, address=0x18000 remaining=4\\)\\.\n");
+}
+
+TEST(DiagPath, is_the_output_without_its_newline) {
+    EXPECT_EQ("/proc/cld/athdiagpfs", wivex::diag_path("/proc/cld/athdiagpfs\n"));
+}
+
+TEST(DiagPath, loses_its_last_byte_even_when_that_is_no_newline) {
+    EXPECT_EQ("/proc/cld/athdiagpf", wivex::diag_path("/proc/cld/athdiagpfs"));
+}
+
+TEST(DiagPath, of_less_than_16_bytes_is_a_name_that_does_not_exist) {
+    EXPECT_EQ("unknown_DIAG_device", wivex::diag_path(""));
+    EXPECT_EQ("unknown_DIAG_device", wivex::diag_path("/proc/cld/diag\n"));
+    EXPECT_EQ("/proc/cld/diag1", wivex::diag_path("/proc/cld/diag1\n"));
+}
+
+} // namespace

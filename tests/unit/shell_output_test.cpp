@@ -1,0 +1,29 @@
+#include "common/shell.hpp"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using wivex::read_from_shell;
+
+TEST(ShellOutput, is_what_the_command_printed) {
+    EXPECT_EQ("/proc/cld/athdiagpfs\n", read_from_shell("echo /proc/cld/athdiagpfs", 4096));
+}
+
+TEST(ShellOutput, is_empty_when_the_command_prints_nothing_or_fails) {
+    EXPECT_EQ("", read_from_shell("exit 1", 4096));
+}
+
+TEST(ShellOutput, is_gathered_from_several_writes) {
+    EXPECT_EQ("a\nb\n", read_from_shell("echo a; sleep 0.1; echo b", 4096));
+}
+
+TEST(ShellOutput, of_a_command_that_never_stops_printing_is_cut) {
+    EXPECT_EQ("y\ny\ny", read_from_shell("yes", 5));
+}
+
+TEST(ShellOutput, leaves_standard_error_alone) {
+    EXPECT_EQ("", read_from_shell("echo told >&2", 4096));
+}
+
+} // namespace
