@@ -142,9 +142,9 @@ TEST_F(P2pOperations, group_add_sends_its_command) {
 }
 
 TEST_F(P2pOperations, secured_group_add_names_ssid_and_pass_phrase) {
-    EXPECT_EQ(wivex::p2pGroupAddSecured(*session, "DIRECT-x", "12345678", reply.data(),
-                                        reply_capacity),
-              0);
+    EXPECT_EQ(
+        wivex::p2pGroupAddSecured(*session, "DIRECT-x", "12345678", reply.data(), reply_capacity),
+        0);
     EXPECT_THAT(supplicant->spoken(),
                 ElementsAre("P2P_GROUP_ADD ssid=DIRECT-x passphrase=12345678"));
 }
