@@ -137,6 +137,9 @@ int run(int argc, char* argv[]) {
     if (!scenario) {
         return fail(problem);
     }
+    if (scenario->air.spoken) {
+        options.preloads.push_back(beside_launcher("libbench_air.so"));
+    }
     if (!scenario->driver.empty()) {
         options.preloads.push_back(beside_launcher("libbench_driver.so"));
     }

@@ -9,9 +9,6 @@ namespace bench {
 
 namespace {
 
-// Actors whose lines are read elsewhere.
-constexpr std::array<std::string_view, 1> other_actors{"air"};
-
 std::optional<CommandMatch> take_command(Line& line) {
     const auto pattern = line.take_quoted();
     if (!pattern) {
@@ -259,6 +256,10 @@ bool read_folder(Line& line, Scenario& scenario) {
     return line.take("full");
 }
 
+bool read_air_line(Line& line, Scenario& scenario) {
+    return read_air(line, scenario.air);
+}
+
 bool read_driver_line(Line& line, Scenario& scenario) {
     return read_driver(line, scenario.driver);
 }
@@ -272,7 +273,8 @@ bool read_line(Line& line, Scenario& scenario) {
         std::string_view name;
         bool (*read)(Line& line, Scenario& scenario);
     };
-    constexpr std::array<Actor, 11> actors{{{"supplicant", read_supplicant},
+    constexpr std::array<Actor, 12> actors{{{"supplicant", read_supplicant},
+                                            {"air", read_air_line},
                                             {"driver", read_driver_line},
                                             {"chip", read_chip_line},
                                             {"module", read_module},
@@ -288,8 +290,7 @@ bool read_line(Line& line, Scenario& scenario) {
             return actor.read(line, scenario) && line.at_end();
         }
     }
-    return std::any_of(other_actors.begin(), other_actors.end(),
-                       [&line](std::string_view name) { return line.take(name); });
+    return false;
 }
 
 } // namespace

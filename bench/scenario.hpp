@@ -4,6 +4,7 @@
 // live in files of their own are kept as they are, for those files to read.
 #pragma once
 
+#include "air/air_script.hpp"
 #include "chip/chip_script.hpp"
 #include "driver/driver_script.hpp"
 #include "times.hpp"
@@ -71,6 +72,7 @@ struct Scenario {
     /// The scenario as it was written.
     std::string text;
     SupplicantScript supplicant;
+    AirScript air;
     DriverScript driver;
     ChipScript chip;
     /// "VENDOR:PRODUCT", or empty for none.
