@@ -1,0 +1,120 @@
+# Sourced: the world around the tool. Needs daemons.sh.
+# The device keeps wlan0; every other station stands in a room: a network namespace with a radio of
+# its own, so that all they have in common with the device is the air.
+
+begin_world() {
+    modprobe mac80211_hwsim radios=4 support_p2p_device=0
+    until_true 5 test -e /sys/class/net/wlan3
+    mkdir -p "$logs" /run/rooms /lib/modules/wifi
+    rm -rf /tmp/* /root/* "${logs:?}"/*
+    cp /device/wivex.cfg /lib/modules/wifi/wivex.cfg
+}
+
+end_world() {
+    stop_all_daemons
+    unplug_module
+    modprobe -r mac80211_hwsim
+    for file in /run/rooms/*; do
+        [ -e "$file" ] && umount "$file" && rm "$file"
+    done
+    rm -rf /var/run/wpa_supplicant
+}
+
+# plug_module VENDOR:PRODUCT  puts a USB device with these ids (hexadecimal) on the bus.
+plug_module() {
+    modprobe dummy_hcd
+    modprobe g_serial idVendor="0x${1%:*}" idProduct="0x${1#*:}"
+    until_true 5 grep -q "Vendor=${1%:*} ProdID=${1#*:}" /proc/bus/usb/devices
+}
+
+unplug_module() {
+    [ -d /sys/module/g_serial ] || return 0
+    modprobe -r g_serial
+}
+
+# make_room NAME INTERFACE  moves the interface's radio into a room of its own.
+make_room() {
+    : >"/run/rooms/$1"
+    unshare --net="/run/rooms/$1" ifconfig lo 127.0.0.1 up
+    move-radio "$2" "/run/rooms/$1"
+}
+
+# in_room NAME COMMAND...
+in_room() {
+    room=$1
+    shift
+    nsenter --net="/run/rooms/$room" "$@"
+}
+
+# start_access_point ROOM INTERFACE SETTINGS  hostapd with the given settings lines, on channel 1
+# unless they say otherwise.
+start_access_point() {
+    {
+        echo "interface=$2"
+        echo "driver=nl80211"
+        echo "hw_mode=g"
+        echo "channel=1"
+        echo "$3"
+    } >"/run/$1.hostapd"
+    start_daemon "$1.hostapd" in_room_exec "$1" hostapd "/run/$1.hostapd"
+    until_true 10 grep -q AP-ENABLED "$logs/$1.hostapd"
+}
+
+# Only for start_daemon: its process is the command itself, not a shell around it.
+in_room_exec() {
+    room=$1
+    shift
+    exec nsenter --net="/run/rooms/$room" "$@"
+}
+
+# start_services ROOM INTERFACE ADDRESS  a DHCP server and an iperf server at this address of a /24.
+start_services() {
+    in_room "$1" ifconfig "$2" "$3" netmask 255.255.255.0
+    cat >"/run/$1.udhcpd" <<END
+interface $2
+start ${3%.*}.50
+end ${3%.*}.60
+lease_file /run/$1.leases
+pidfile /run/$1.udhcpd.pid
+option subnet 255.255.255.0
+END
+    : >"/run/$1.leases"
+    start_daemon "$1.udhcpd" in_room_exec "$1" udhcpd -f "/run/$1.udhcpd"
+    start_daemon "$1.iperf" in_room_exec "$1" iperf -s
+}
+
+# Settings lines for start_access_point: wpa2 SSID PASSPHRASE, mixed SSID PASSPHRASE, open SSID.
+wpa2() {
+    printf 'ssid=%s\nwpa=2\nwpa_key_mgmt=WPA-PSK\nrsn_pairwise=CCMP\nwpa_passphrase=%s\n' "$1" "$2"
+}
+
+mixed() {
+    printf 'ssid=%s\nwpa=3\nwpa_key_mgmt=WPA-PSK\nwpa_pairwise=CCMP TKIP\nrsn_pairwise=CCMP TKIP\n' "$1"
+    printf 'wpa_passphrase=%s\n' "$2"
+}
+
+open() {
+    printf 'ssid=%s\n' "$1"
+}
+
+# start_supplicant NAME INTERFACE DIRECTORY [ROOM]  the daemon, with its control sockets under
+# DIRECTORY, in a room or on the device itself.
+start_supplicant() {
+    cat >"/run/$1.conf" <<END
+ctrl_interface=$3
+p2p_no_group_iface=1
+device_name=$1
+END
+    set -- "$1" "$2" "$3" "${4:-}"
+    if [ -n "$4" ]; then
+        start_daemon "$1" in_room_exec "$4" wpa_supplicant -D nl80211 -i "$2" -c "/run/$1.conf"
+    else
+        start_daemon "$1" wpa_supplicant -D nl80211 -i "$2" -c "/run/$1.conf"
+    fi
+    until_true 10 test -S "$3/$2"
+}
+
+# config_value KEY  what the tool's configuration file says.
+config_value() {
+    sed -n "s/^$1=//p" /lib/modules/wifi/wivex.cfg | tail -n 1
+}
