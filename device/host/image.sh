@@ -1,9 +1,12 @@
 # Sourced: build the part of a device that stays the same from run to run: kernel, modules, daemons.
-# build_image ARCH  sets kernel and image to the paths of the two files that a machine boots.
-# Needs packages.sh, contents.sh and the architecture variables of use_architecture.
+# build_image ARCH  leaves the two files that a machine boots at out/ARCH/kernel and out/ARCH/image.
+# They are links into the cache, where an image stands under a key made of all that it is built from.
+# Needs packages.sh, contents.sh and use_architecture.
 
-build_image() {
+build_image() (
     use_architecture "$1"
+    work=$(mktemp -d)
+    trap 'rm -rf "$work"' EXIT
     meta=$(kernel_meta_package "$arch")
     fetch_packages "$debian_arch" $(echo "$device_programs" | awk 'NF { print $1 }') \
         $device_libraries >"$work/packages" # an index that is missing is fetched here
@@ -16,8 +19,11 @@ build_image() {
     if [ ! -e "$image" ] || [ ! -e "$kernel" ]; then
         echo "Building the $arch device's image" >&2
         assemble_image
+        find "$cache/images" -type f -mtime +30 -delete
     fi
-}
+    ln -sf "$kernel" "out/$arch/kernel"
+    ln -sf "$image" "out/$arch/image"
+)
 
 assemble_image() {
     packages=$work/unpacked
@@ -29,10 +35,9 @@ assemble_image() {
     done
     take_programs
     take_modules
-    ( cd "$root" && find . | LC_ALL=C sort | cpio --quiet -o -H newc -R 0:0 ) >"$work/image"
+    archive "$root" >"$work/image"
     cp "$packages"/boot/vmlinuz-* "$kernel.$$" && mv "$kernel.$$" "$kernel"
     mv "$work/image" "$image.$$" && mv "$image.$$" "$image"
-    rm -rf "$packages" "$root"
 }
 
 take_programs() {
@@ -46,7 +51,6 @@ take_programs() {
         fi
     done <"$work/packages"
 
-    "$root/bin/busybox" true 2>/dev/null || true
     for applet in sh init modprobe; do ln -s /bin/busybox "$root/bin/$applet"; done
     ln -s /bin/busybox "$root/sbin/modprobe" # the kernel's own requests go there
     ln -s /bin/busybox "$root/init"
@@ -106,4 +110,9 @@ wanted_modules() {
         { name = $1; sub(".*/", "", name); sub("[.]ko.*", "", name)
           if (name in wanted || $1 ~ folder) for (i = 1; i <= NF; i++) if ($i != "") print $i }
     ' "$1" | sort -u
+}
+
+# archive FOLDER  writes it to standard output in the form that a kernel unpacks at its start.
+archive() {
+    ( cd "$1" && find . | LC_ALL=C sort | cpio --quiet -o -H newc -R 0:0 )
 }

@@ -1,39 +1,47 @@
 # Sourced: put a device together and switch it on.
-# boot_device ARCH JOB OUT  boots it with the script JOB as its task; OUT is its shared folder.
-# Set before: work (a scratch folder), accelerator (tcg or kvm), config (the tool's configuration).
-# The device's console is this command's standard input and output.
-# Result: 0 when the device came through and its job succeeded.
+#
+# prepare_device ARCH        installs what this machine lacks, builds the tool and the device's image.
+# boot_device ARCH JOB OUT   boots the prepared device with the script JOB as its task; OUT is the
+#                            folder it shares with us. 0 when it came through and its job succeeded.
+# Set before boot_device: work (a scratch folder), accelerator (tcg or kvm), time_limit (seconds, may
+# be unset), config (the tool's configuration). The device's console is its standard input and output.
+
+prepare_device() {
+    need_packages "$(emulator_package "$1")" binutils cpio kmod
+    tools/dev-build --arch "$1"
+    tools/dev-build --arch "$1" --target device_programs
+    build_image "$1"
+}
 
 boot_device() (
-    arch=$1 job=$2 out=$3
-    work=$work/$arch
-    mkdir -p "$work" "$out"
-    rm -f "$out/finished"
-    build_image "$arch"
-    add_overlay "$job"
-    cat "$image" "$work/overlay" >"$work/initrd"
+    arch=$1
+    add_overlay "$2"
+    cat "out/$arch/image" "$work/$arch.overlay" >"$work/$arch.initrd"
+    rm -f "$3/finished"
+    limit=
+    [ -z "${time_limit:-}" ] || limit="timeout $time_limit"
     # shellcheck disable=SC2046
-    qemu-system-"$(emulator_name)" $(machine_options) -accel "$accelerator" -smp 2 -m 1024 \
-        -display none -monitor none -no-reboot -nodefaults -net none \
+    $limit $(machine) -accel "$accelerator" -smp 2 -m 1024 \
+        -nodefaults -display none -monitor none -no-reboot \
         -chardev stdio,id=console,signal="$(console_signals)" -serial chardev:console \
-        -kernel "$kernel" -initrd "$work/initrd" \
+        -kernel "out/$arch/kernel" -initrd "$work/$arch.initrd" \
         -append "console=$(console_name) quiet loglevel=3 panic=-1" \
-        -fsdev local,id=out,path="$out",security_model=none \
+        -fsdev local,id=out,path="$3",security_model=none \
         -device virtio-9p-pci,fsdev=out,mount_tag=out
-    [ "$(cat "$out/finished" 2>/dev/null)" = 0 ]
+    [ "$(cat "$3/finished" 2>/dev/null)" = 0 ]
 )
 
-emulator_name() {
-    case $arch in
-    armhf) echo arm ;;
-    *) echo "$arch" ;;
+emulator_package() {
+    case $1 in
+    armhf) echo qemu-system-arm ;;
+    x86_64) echo qemu-system-x86 ;;
     esac
 }
 
-machine_options() {
+machine() {
     case $arch in
-    armhf) echo -M virt,highmem=off -cpu cortex-a15 ;;
-    x86_64) echo -M q35 -cpu max ;;
+    armhf) echo qemu-system-arm -M virt,highmem=off -cpu cortex-a15 ;;
+    x86_64) echo qemu-system-x86_64 -M q35 -cpu max ;;
     esac
 }
 
@@ -51,15 +59,16 @@ console_signals() {
 
 # What changes from run to run: the tool, our programs and scripts, the job, the configuration.
 add_overlay() {
-    root=$work/overlay-root
-    rm -rf "$root"
+    root=$work/$arch.root
     mkdir -p "$root/etc/udhcpc" "$root/usr/bin" "$root/device"
     cp "out/$arch/wivex" "out/$arch/build/device/control-script" \
         "out/$arch/build/device/move-radio" "$root/usr/bin/"
     cp device/guest/inittab "$root/etc/inittab"
     cp device/guest/udhcpc.script "$root/etc/udhcpc/default.script"
-    cp -r device/guest/start device/guest/main device/guest/lib device/scenarios "$root/device/"
+    cp -r device/guest/start device/guest/main device/guest/run-tool device/guest/run-suite \
+        device/guest/lib device/scenarios "$root/device/"
     cp "$config" "$root/device/wivex.cfg"
     cp "$1" "$root/device/job"
-    ( cd "$root" && find . | LC_ALL=C sort | cpio --quiet -o -H newc -R 0:0 ) >"$work/overlay"
+    archive "$root" >"$work/$arch.overlay"
+    rm -rf "$root"
 }
