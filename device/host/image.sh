@@ -63,6 +63,10 @@ take_libraries() {
     mkdir -p "$root/$(dirname "$loader")"
     cp -L "$packages/lib/$triplet/$(basename "$loader")" "$root$loader"
     mkdir -p "$root/lib/$triplet"
+    for plugin in $device_plugins; do
+        mkdir -p "$(dirname "$root/usr/lib/$triplet/$plugin")"
+        cp "$packages/usr/lib/$triplet/$plugin" "$root/usr/lib/$triplet/$plugin"
+    done
     before=-1 now=0
     while [ "$before" -ne "$now" ]; do
         before=$now

@@ -45,6 +45,7 @@ scenario_an_interface_taken_down_between_iterations_is_failure_3() {
     ifconfig wlan0 down
     finish_tool
     expect_out '[WIFI]ERROR:WiFi network interface not up(check supplicant)' 1
+    expect_out 'ERROR:SCAN-FAIL' 1
     expect_result 'Test case 1 passed ' 'Test case 2 fail # 1' 'Test case 8 fail # 1'
 }
 
@@ -56,5 +57,6 @@ scenario_a_driver_removed_between_iterations_is_failure_2() {
     modprobe -r mac80211_hwsim
     finish_tool
     expect_out '[WIFI]ERROR:WiFi driver is not insmoded properly, Please check WiFi driver status...' 1
+    expect_out 'ERROR:SCAN-FAIL' 1
     expect_result 'Test case 1 passed ' 'Test case 2 fail # 1' 'Test case 8 fail # 1'
 }

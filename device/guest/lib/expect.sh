@@ -61,6 +61,12 @@ expect_status() {
     grep -qxF -- "$1" "$here/status" || fail "the supplicant's status lacks: $1"
 }
 
+# expect_network_field NAME VALUE  what the supplicant holds for the network that the tool set up.
+expect_network_field() {
+    value=$(ask_supplicant "GET_NETWORK 0 $1")
+    [ "$value" = "$2" ] || fail "the network's $1 is $value, not $2"
+}
+
 # ask_supplicant COMMAND  prints its reply.
 ask_supplicant() {
     echo "send $1" | control-script /var/run/wpa_supplicant/wlan0

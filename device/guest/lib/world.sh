@@ -83,17 +83,28 @@ END
     start_daemon "$1.iperf" in_room_exec "$1" iperf -s
 }
 
-# Settings lines for start_access_point: wpa2 SSID PASSPHRASE, mixed SSID PASSPHRASE, open SSID.
+# Settings lines for start_access_point, by kind of security:
+# wpa2 SSID PASSPHRASE, wpa SSID PASSPHRASE, mixed SSID PASSPHRASE, unsecured SSID.
 wpa2() {
-    printf 'ssid=%s\nwpa=2\nwpa_key_mgmt=WPA-PSK\nrsn_pairwise=CCMP\nwpa_passphrase=%s\n' "$1" "$2"
+    psk_settings "$1" "$2" 'wpa=2' 'rsn_pairwise=CCMP'
+}
+
+wpa() {
+    psk_settings "$1" "$2" 'wpa=1' 'wpa_pairwise=TKIP'
 }
 
 mixed() {
-    printf 'ssid=%s\nwpa=3\nwpa_key_mgmt=WPA-PSK\nwpa_pairwise=CCMP TKIP\nrsn_pairwise=CCMP TKIP\n' "$1"
-    printf 'wpa_passphrase=%s\n' "$2"
+    psk_settings "$1" "$2" 'wpa=3' 'wpa_pairwise=CCMP TKIP' 'rsn_pairwise=CCMP TKIP'
 }
 
-open() {
+psk_settings() {
+    unsecured "$1"
+    printf 'wpa_key_mgmt=WPA-PSK\nwpa_passphrase=%s\n' "$2"
+    shift 2
+    printf '%s\n' "$@"
+}
+
+unsecured() {
     printf 'ssid=%s\n' "$1"
 }
 
