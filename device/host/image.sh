@@ -5,14 +5,14 @@
 
 build_image() (
     use_architecture "$1"
-    work=$(mktemp -d)
-    trap 'rm -rf "$work"' EXIT
+    scratch=$(mktemp -d)
+    trap 'rm -rf "$scratch"' EXIT
     meta=$(kernel_meta_package "$arch")
     fetch_packages "$debian_arch" $(echo "$device_programs" | awk 'NF { print $1 }') \
-        $device_libraries >"$work/packages" # an index that is missing is fetched here
-    fetch_packages "$debian_arch" "$(kernel_package "$debian_arch" "$meta")" >"$work/kernel-package"
+        $device_libraries >"$scratch/packages" # an index that is missing is fetched here
+    fetch_packages "$debian_arch" "$(kernel_package "$debian_arch" "$meta")" >"$scratch/kernel-package"
 
-    key=$(cat "$work/packages" "$work/kernel-package" device/host/contents.sh device/host/image.sh |
+    key=$(cat "$scratch/packages" "$scratch/kernel-package" device/host/contents.sh device/host/image.sh |
         sha256sum | cut -c 1-16)
     kernel=$cache/images/$arch-$key.kernel
     image=$cache/images/$arch-$key.cpio
@@ -26,8 +26,8 @@ build_image() (
 )
 
 assemble_image() {
-    packages=$work/unpacked
-    root=$work/root
+    packages=$scratch/unpacked
+    root=$scratch/root
     mkdir -p "$packages" "$cache/images"
     for name in bin dev etc lib/modules mnt out proc root run sbin sys tmp usr/bin usr/sbin \
         usr/lib var/lib/misc var/run; do
@@ -35,9 +35,9 @@ assemble_image() {
     done
     take_programs
     take_modules
-    archive "$root" >"$work/image"
+    archive "$root" >"$scratch/image"
     cp "$packages"/boot/vmlinuz-* "$kernel.$$" && mv "$kernel.$$" "$kernel"
-    mv "$work/image" "$image.$$" && mv "$image.$$" "$image"
+    mv "$scratch/image" "$image.$$" && mv "$image.$$" "$image"
 }
 
 take_programs() {
@@ -49,7 +49,7 @@ take_programs() {
         else
             dpkg -x "$file" "$packages"
         fi
-    done <"$work/packages"
+    done <"$scratch/packages"
 
     for applet in sh init modprobe; do ln -s /bin/busybox "$root/bin/$applet"; done
     ln -s /bin/busybox "$root/sbin/modprobe" # the kernel's own requests go there
@@ -92,7 +92,7 @@ find_library() {
 }
 
 take_modules() {
-    dpkg -x "$(cat "$work/kernel-package")" "$packages"
+    dpkg -x "$(cat "$scratch/kernel-package")" "$packages"
     version=$(ls "$packages/lib/modules")
     from=$packages/lib/modules/$version
     to=$root/lib/modules/$version

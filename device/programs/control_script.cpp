@@ -5,7 +5,8 @@
 //     expect TEXT         the last reply contains TEXT
 //     wait SECONDS TEXT   read events, each one once, until one contains TEXT
 //     pause SECONDS
-//     repeat COUNT        run the steps up to the line "end" so many times; may be nested
+//     repeat COUNT        run the steps up to the line "end" COUNT times, once at least; may be
+//                         nested
 //     end
 //
 // Replies and events are printed as they come. Exit status 0 when every step was met; otherwise 1
@@ -151,17 +152,15 @@ public:
     explicit Script(Connection& connection) : connection_(connection) {}
 
     bool read(std::istream& input);
-    bool run() { return run(0, lines_.size()); }
+    bool run();
 
 private:
-    bool run(std::size_t from, std::size_t to);
     bool step(std::string line);
     bool send(const std::string& command);
     bool expect(const std::string& text) const {
         return last_reply_.find(text) != std::string::npos;
     }
     bool wait(std::string arguments);
-    [[nodiscard]] std::size_t end_of(std::size_t repeat) const;
 
     Connection& connection_;
     std::vector<std::string> lines_;
@@ -186,35 +185,27 @@ bool Script::read(std::istream& input) {
     return depth == 0;
 }
 
-std::size_t Script::end_of(std::size_t repeat) const {
-    int depth = 1;
-    std::size_t line = repeat;
-    while (depth > 0) {
-        ++line;
-        depth += lines_[line].starts_with("repeat ") ? 1 : 0;
-        depth -= lines_[line] == "end" ? 1 : 0;
-    }
-    return line;
-}
-
-bool Script::run(std::size_t from, std::size_t to) {
-    for (std::size_t at = from; at < to; ++at) {
+bool Script::run() {
+    struct Loop {
+        std::size_t start;
+        int rounds_left;
+    };
+    std::vector<Loop> loops;
+    for (std::size_t at = 0; at < lines_.size(); ++at) {
         std::string line = lines_[at];
-        if (!line.starts_with("repeat ")) {
-            if (!step(line)) {
-                std::cerr << "control-script: not met: " << line << std::endl;
-                return false;
+        if (line.starts_with("repeat ")) {
+            take_word(line);
+            loops.push_back({at, static_cast<int>(take_number(line))});
+        } else if (line == "end") {
+            if (--loops.back().rounds_left > 0) {
+                at = loops.back().start;
+            } else {
+                loops.pop_back();
             }
-            continue;
+        } else if (!step(line)) {
+            std::cerr << "control-script: not met: " << line << std::endl;
+            return false;
         }
-        take_word(line);
-        const std::size_t end = end_of(at);
-        for (int count = static_cast<int>(take_number(line)); count > 0; --count) {
-            if (!run(at + 1, end)) {
-                return false;
-            }
-        }
-        at = end;
     }
     return true;
 }
@@ -252,7 +243,7 @@ bool Script::wait(std::string arguments) {
     return connection_.wait_for(arguments, limit);
 }
 
-}  // namespace
+} // namespace
 
 int main(int argc, char** argv) {
     if (argc != 2) {

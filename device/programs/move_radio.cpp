@@ -17,10 +17,14 @@
 namespace {
 
 struct SocketDeleter {
-    void operator()(nl_sock* socket) const { nl_socket_free(socket); }
+    void operator()(nl_sock* socket) const {
+        nl_socket_free(socket);
+    }
 };
 struct MessageDeleter {
-    void operator()(nl_msg* message) const { nlmsg_free(message); }
+    void operator()(nl_msg* message) const {
+        nlmsg_free(message);
+    }
 };
 using Socket = std::unique_ptr<nl_sock, SocketDeleter>;
 using Message = std::unique_ptr<nl_msg, MessageDeleter>;
@@ -48,8 +52,8 @@ int move_radio(std::uint32_t radio, int namespace_descriptor) {
     if (family < 0) {
         return family;
     }
-    genlmsg_put(message.get(), NL_AUTO_PORT, NL_AUTO_SEQ, family, 0, 0,
-                NL80211_CMD_SET_WIPHY_NETNS, 0);
+    genlmsg_put(message.get(), NL_AUTO_PORT, NL_AUTO_SEQ, family, 0, 0, NL80211_CMD_SET_WIPHY_NETNS,
+                0);
     nla_put_u32(message.get(), NL80211_ATTR_WIPHY, radio);
     nla_put_u32(message.get(), NL80211_ATTR_NETNS_FD,
                 static_cast<std::uint32_t>(namespace_descriptor));
@@ -59,7 +63,7 @@ int move_radio(std::uint32_t radio, int namespace_descriptor) {
     return nl_wait_for_ack(socket.get());
 }
 
-}  // namespace
+} // namespace
 
 int main(int argc, char** argv) {
     if (argc != 3) {
