@@ -7,10 +7,10 @@ build_image() (
     use_architecture "$1"
     scratch=$(mktemp -d)
     trap 'rm -rf "$scratch"' EXIT
-    meta=$(kernel_meta_package "$arch")
     fetch_packages "$debian_arch" $(echo "$device_programs" | awk 'NF { print $1 }') \
-        $device_libraries >"$scratch/packages" # an index that is missing is fetched here
-    fetch_packages "$debian_arch" "$(kernel_package "$debian_arch" "$meta")" >"$scratch/kernel-package"
+        $device_libraries >"$scratch/packages"
+    # Once more: after a refresh of the index the kernel's package may have another name.
+    fetch_kernel >"$scratch/kernel-package" || fetch_kernel >"$scratch/kernel-package"
 
     key=$(cat "$scratch/packages" "$scratch/kernel-package" device/host/contents.sh device/host/image.sh |
         sha256sum | cut -c 1-16)
@@ -24,6 +24,10 @@ build_image() (
     ln -sf "$kernel" "out/$arch/kernel"
     ln -sf "$image" "out/$arch/image"
 )
+
+fetch_kernel() {
+    fetch_packages "$debian_arch" "$(kernel_package "$debian_arch" "$(kernel_meta_package "$arch")")"
+}
 
 assemble_image() {
     packages=$scratch/unpacked

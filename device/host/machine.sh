@@ -2,7 +2,8 @@
 #
 # prepare_device ARCH        installs what this machine lacks, builds the tool and the device's image.
 # boot_device ARCH JOB OUT   boots the prepared device with the script JOB as its task; OUT is the
-#                            folder it shares with us. 0 when it came through and its job succeeded.
+#                            folder it shares with us.
+# came_through OUT           true when the device got to its end and its job succeeded.
 # Set before boot_device: work (a scratch folder), accelerator (tcg or kvm), time_limit (seconds, may
 # be unset), config (the tool's configuration). The device's console is its standard input and output.
 
@@ -28,8 +29,11 @@ boot_device() (
         -append "console=$(console_name) quiet loglevel=3 panic=-1" \
         -fsdev local,id=out,path="$3",security_model=none \
         -device virtio-9p-pci,fsdev=out,mount_tag=out
-    [ "$(cat "$3/finished" 2>/dev/null)" = 0 ]
 )
+
+came_through() {
+    [ "$(cat "$1/finished" 2>/dev/null)" = 0 ]
+}
 
 emulator_package() {
     case $1 in

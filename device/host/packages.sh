@@ -18,19 +18,19 @@ fetch_packages() (
     shift
     mkdir -p "$cache/packages"
     folder=$(mktemp -d "$cache/fetch.XXXXXX")
+    trap 'rm -r "$folder"' EXIT
     cd "$folder"
     names=$(for name in "$@"; do echo "$name:$debian_arch"; done)
-    packages_of_apt --print-uris $names >uris
+    packages_of_apt --print-uris $names >uris || exit
     files=$(awk '{ print $2 }' uris)
     missing=$(for file in $files; do
         [ -e "$cache/packages/$file" ] || echo "${file%%_*}:$debian_arch"
     done)
     if [ -n "$missing" ]; then
         echo "Fetching:" $missing >&2
-        packages_of_apt $missing >&2
+        packages_of_apt $missing >&2 || exit
         mv ./*.deb "$cache/packages/"
     fi
-    rm -r "$folder"
     for file in $files; do echo "$cache/packages/$file"; done
 )
 

@@ -1,4 +1,4 @@
-# Sourced: daemons by name. Their output goes to $logs/NAME.
+# Sourced: daemons by name. Their output goes to $logs/NAME. Needs basics.sh.
 
 logs=/run/logs
 pids=/run/pids
@@ -12,14 +12,11 @@ start_daemon() {
     echo $! >"$pids/$daemon"
 }
 
-daemon_runs() {
-    [ -e "$pids/$1" ] && kill -0 "$(cat "$pids/$1")" 2>/dev/null
-}
-
 # stop_daemon NAME [SIGNAL]  ends it and waits until it is gone.
 stop_daemon() {
-    kill "-${2:-TERM}" "$(cat "$pids/$1")" 2>/dev/null
-    until_true 3 eval "! daemon_runs $1" || kill -KILL "$(cat "$pids/$1")"
+    pid=$(cat "$pids/$1")
+    kill "-${2:-TERM}" "$pid"
+    until_true 3 process_is_gone "$pid" || fail "still running: $1"
     rm -f "$pids/$1"
 }
 
@@ -30,15 +27,4 @@ stop_all_daemons() {
     rm -rf "$pids"
     killall -q -KILL wivex udhcpc udhcpd iperf wpa_supplicant hostapd
     true
-}
-
-# until_true SECONDS COMMAND...  waits for the command to succeed.
-until_true() {
-    tries=$(($1 * 10))
-    shift
-    while ! "$@"; do
-        [ "$tries" -gt 0 ] || return 1
-        tries=$((tries - 1))
-        usleep 100000
-    done
 }

@@ -1,10 +1,5 @@
 # Sourced: what a scenario expects. A miss prints what stood there instead and ends the scenario.
 
-fail() {
-    echo "# $1"
-    exit 1
-}
-
 # expect_result LINE...  the result file holds exactly these lines.
 expect_result() {
     printf '%s\n' "$@" >"$here/expected-result"

@@ -1,4 +1,4 @@
-# Sourced: run the tool as a person at the device would. Needs daemons.sh.
+# Sourced: run the tool as a person at the device would. Needs basics.sh.
 # $here is the folder that keeps what it printed: the files stdout and stderr.
 
 # run_tool OPTIONS...  from start to end.
@@ -16,14 +16,10 @@ start_tool() {
 
 # finish_tool [SECONDS]  waits for its end; a run that does not end by itself is a failure.
 finish_tool() {
-    until_true "${1:-150}" tool_is_gone || fail "the tool is still running after ${1:-150} s"
+    until_true "${1:-150}" process_is_gone "$tool" || fail "the tool is still running after ${1:-150} s"
     wait "$tool"
     status=$?
     [ "$status" -eq 0 ] || fail "the tool ended with status $status"
-}
-
-tool_is_gone() {
-    ! grep -qs '^State:[[:space:]]*[^Z]' "/proc/$tool/status"
 }
 
 # await_out SECONDS LINE [COUNT]  until the tool has printed this line (so many times).

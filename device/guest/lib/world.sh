@@ -1,10 +1,10 @@
-# Sourced: the world around the tool. Needs daemons.sh.
+# Sourced: the world around the tool. Needs basics.sh and daemons.sh.
 # The device keeps wlan0; every other station stands in a room: a network namespace with a radio of
 # its own, so that all they have in common with the device is the air.
 
 begin_world() {
     modprobe mac80211_hwsim radios=4 support_p2p_device=0
-    until_true 5 test -e /sys/class/net/wlan3
+    until_true 5 test -e /sys/class/net/wlan3 || fail "no radios"
     mkdir -p "$logs" /run/rooms /lib/modules/wifi
     rm -rf /tmp/* /root/* "${logs:?}"/*
     cp /device/wivex.cfg /lib/modules/wifi/wivex.cfg
@@ -24,7 +24,8 @@ end_world() {
 plug_module() {
     modprobe dummy_hcd
     modprobe g_serial idVendor="0x${1%:*}" idProduct="0x${1#*:}"
-    until_true 5 grep -q "Vendor=${1%:*} ProdID=${1#*:}" /proc/bus/usb/devices
+    until_true 5 grep -q "Vendor=${1%:*} ProdID=${1#*:}" /proc/bus/usb/devices ||
+        fail "the module does not come up on the bus: $1"
 }
 
 unplug_module() {
@@ -36,7 +37,7 @@ unplug_module() {
 make_room() {
     : >"/run/rooms/$1"
     unshare --net="/run/rooms/$1" ifconfig lo 127.0.0.1 up
-    move-radio "$2" "/run/rooms/$1"
+    move-radio "$2" "/run/rooms/$1" || fail "the radio of $2 cannot be moved"
 }
 
 # in_room NAME COMMAND...
@@ -44,6 +45,13 @@ in_room() {
     room=$1
     shift
     nsenter --net="/run/rooms/$room" "$@"
+}
+
+# start_in_room NAME DAEMON COMMAND...  as start_daemon does, inside a room.
+start_in_room() {
+    room=$1 daemon=$2
+    shift 2
+    start_daemon "$daemon" nsenter --net="/run/rooms/$room" "$@"
 }
 
 # start_access_point ROOM INTERFACE SETTINGS  hostapd with the given settings lines, on channel 1
@@ -56,15 +64,8 @@ start_access_point() {
         echo "channel=1"
         echo "$3"
     } >"/run/$1.hostapd"
-    start_daemon "$1.hostapd" in_room_exec "$1" hostapd "/run/$1.hostapd"
-    until_true 10 grep -q AP-ENABLED "$logs/$1.hostapd"
-}
-
-# Only for start_daemon: its process is the command itself, not a shell around it.
-in_room_exec() {
-    room=$1
-    shift
-    exec nsenter --net="/run/rooms/$room" "$@"
+    start_in_room "$1" "$1.hostapd" hostapd "/run/$1.hostapd"
+    until_true 10 grep -q AP-ENABLED "$logs/$1.hostapd" || fail "no access point in $1"
 }
 
 # start_services ROOM INTERFACE ADDRESS  a DHCP server and an iperf server at this address of a /24.
@@ -79,8 +80,8 @@ pidfile /run/$1.udhcpd.pid
 option subnet 255.255.255.0
 END
     : >"/run/$1.leases"
-    start_daemon "$1.udhcpd" in_room_exec "$1" udhcpd -f "/run/$1.udhcpd"
-    start_daemon "$1.iperf" in_room_exec "$1" iperf -s
+    start_in_room "$1" "$1.udhcpd" udhcpd -f "/run/$1.udhcpd"
+    start_in_room "$1" "$1.iperf" iperf -s
 }
 
 # Settings lines for start_access_point, by kind of security:
@@ -116,13 +117,9 @@ ctrl_interface=$3
 p2p_no_group_iface=1
 device_name=$1
 END
-    set -- "$1" "$2" "$3" "${4:-}"
-    if [ -n "$4" ]; then
-        start_daemon "$1" in_room_exec "$4" wpa_supplicant -D nl80211 -i "$2" -c "/run/$1.conf"
-    else
-        start_daemon "$1" wpa_supplicant -D nl80211 -i "$2" -c "/run/$1.conf"
-    fi
-    until_true 10 test -S "$3/$2"
+    start_daemon "$1" ${4:+nsenter "--net=/run/rooms/$4"} \
+        wpa_supplicant -D nl80211 -i "$2" -c "/run/$1.conf"
+    until_true 10 test -S "$3/$2" || fail "no control socket of $1"
 }
 
 # config_value KEY  what the tool's configuration file says.
