@@ -24,3 +24,13 @@ need_packages() {
 
 build_packages='g++ cmake make pkg-config libnl-3-dev libnl-genl-3-dev'
 bench_packages='iproute2 net-tools psmisc udhcpc udhcpd iperf libgtest-dev libgmock-dev libfaketime'
+
+# need_architecture DEBIAN_ARCH  lets this machine's package manager know a further architecture.
+need_architecture() {
+    as_root=
+    [ "$(id -u)" -eq 0 ] || as_root=sudo
+    case " $(dpkg --print-architecture) $(dpkg --print-foreign-architectures | tr '\n' ' ') " in
+    *" $1 "*) ;;
+    *) $as_root dpkg --add-architecture "$1" ;;
+    esac
+}

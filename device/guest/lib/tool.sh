@@ -1,0 +1,37 @@
+# Sourced: run the tool as a person at the device would. Needs basics.sh.
+# $here is the folder that keeps what it printed: the files stdout and stderr.
+
+# run_tool OPTIONS...  from start to end.
+run_tool() {
+    start_tool "$@"
+    finish_tool
+}
+
+# start_tool OPTIONS...  in the background, as the leader of its own process group.
+start_tool() {
+    : >"$here/stdout"
+    setsid wivex "$@" >"$here/stdout" 2>"$here/stderr" </dev/null &
+    tool=$!
+}
+
+# finish_tool [SECONDS]  waits for its end; a run that does not end by itself is a failure.
+finish_tool() {
+    until_true "${1:-150}" process_is_gone "$tool" || fail "the tool is still running after ${1:-150} s"
+    wait "$tool"
+    status=$?
+    [ "$status" -eq 0 ] || fail "the tool ended with status $status"
+}
+
+# await_out SECONDS LINE [COUNT]  until the tool has printed this line (so many times).
+await_out() {
+    until_true "$1" printed "$2" "${3:-1}" || fail "not printed within $1 s: $2"
+}
+
+printed() {
+    [ "$(grep -cxF -- "$1" "$here/stdout")" -ge "$2" ]
+}
+
+# press_ctrl_c: SIGINT to the tool and to all that it has started, as a terminal sends it.
+press_ctrl_c() {
+    kill -INT -- "-$tool"
+}

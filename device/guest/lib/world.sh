@@ -1,0 +1,128 @@
+# Sourced: the world around the tool. Needs basics.sh and daemons.sh.
+# The device keeps wlan0; every other station stands in a room: a network namespace with a radio of
+# its own, so that all they have in common with the device is the air.
+
+begin_world() {
+    modprobe mac80211_hwsim radios=4 support_p2p_device=0
+    until_true 5 test -e /sys/class/net/wlan3 || fail "no radios"
+    mkdir -p "$logs" /run/rooms /lib/modules/wifi
+    rm -rf /tmp/* /root/* "${logs:?}"/*
+    cp /device/wivex.cfg /lib/modules/wifi/wivex.cfg
+}
+
+end_world() {
+    stop_all_daemons
+    unplug_module
+    modprobe -r mac80211_hwsim
+    for file in /run/rooms/*; do
+        [ -e "$file" ] && umount "$file" && rm "$file"
+    done
+    rm -rf /var/run/wpa_supplicant
+}
+
+# plug_module VENDOR:PRODUCT  puts a USB device with these ids (hexadecimal) on the bus.
+plug_module() {
+    modprobe dummy_hcd
+    modprobe g_serial idVendor="0x${1%:*}" idProduct="0x${1#*:}"
+    until_true 5 grep -q "Vendor=${1%:*} ProdID=${1#*:}" /proc/bus/usb/devices ||
+        fail "the module does not come up on the bus: $1"
+}
+
+unplug_module() {
+    [ -d /sys/module/g_serial ] || return 0
+    modprobe -r g_serial
+}
+
+# make_room NAME INTERFACE  moves the interface's radio into a room of its own.
+make_room() {
+    : >"/run/rooms/$1"
+    unshare --net="/run/rooms/$1" ifconfig lo 127.0.0.1 up
+    move-radio "$2" "/run/rooms/$1" || fail "the radio of $2 cannot be moved"
+}
+
+# in_room NAME COMMAND...
+in_room() {
+    room=$1
+    shift
+    nsenter --net="/run/rooms/$room" "$@"
+}
+
+# start_in_room NAME DAEMON COMMAND...  as start_daemon does, inside a room.
+start_in_room() {
+    room=$1 daemon=$2
+    shift 2
+    start_daemon "$daemon" nsenter --net="/run/rooms/$room" "$@"
+}
+
+# start_access_point ROOM INTERFACE SETTINGS  hostapd with the given settings lines, on channel 1
+# unless they say otherwise.
+start_access_point() {
+    {
+        echo "interface=$2"
+        echo "driver=nl80211"
+        echo "hw_mode=g"
+        echo "channel=1"
+        echo "$3"
+    } >"/run/$1.hostapd"
+    start_in_room "$1" "$1.hostapd" hostapd "/run/$1.hostapd"
+    until_true 10 grep -q AP-ENABLED "$logs/$1.hostapd" || fail "no access point in $1"
+}
+
+# start_services ROOM INTERFACE ADDRESS  a DHCP server and an iperf server at this address of a /24.
+start_services() {
+    in_room "$1" ifconfig "$2" "$3" netmask 255.255.255.0
+    cat >"/run/$1.udhcpd" <<END
+interface $2
+start ${3%.*}.50
+end ${3%.*}.60
+lease_file /run/$1.leases
+pidfile /run/$1.udhcpd.pid
+option subnet 255.255.255.0
+END
+    : >"/run/$1.leases"
+    start_in_room "$1" "$1.udhcpd" udhcpd -f "/run/$1.udhcpd"
+    start_in_room "$1" "$1.iperf" iperf -s
+}
+
+# Settings lines for start_access_point, by kind of security:
+# wpa2 SSID PASSPHRASE, wpa SSID PASSPHRASE, mixed SSID PASSPHRASE, unsecured SSID.
+wpa2() {
+    psk_settings "$1" "$2" 'wpa=2' 'rsn_pairwise=CCMP'
+}
+
+wpa() {
+    psk_settings "$1" "$2" 'wpa=1' 'wpa_pairwise=TKIP'
+}
+
+mixed() {
+    psk_settings "$1" "$2" 'wpa=3' 'wpa_pairwise=CCMP TKIP' 'rsn_pairwise=CCMP TKIP'
+}
+
+psk_settings() {
+    unsecured "$1"
+    printf 'wpa_key_mgmt=WPA-PSK\nwpa_passphrase=%s\n' "$2"
+    shift 2
+    printf '%s\n' "$@"
+}
+
+unsecured() {
+    printf 'ssid=%s\n' "$1"
+}
+
+# start_supplicant NAME INTERFACE DIRECTORY [ROOM]  the daemon, with its control sockets under
+# DIRECTORY, in a room or on the device itself.
+start_supplicant() {
+    cat >"/run/$1.conf" <<END
+ctrl_interface=$3
+p2p_no_group_iface=1
+device_name=$1
+END
+    start_daemon "$1" ${4:+nsenter "--net=/run/rooms/$4"} \
+        wpa_supplicant -D nl80211 -i "$2" -c "/run/$1.conf"
+    until_true 10 test -S "$3/$2" || fail "no control socket of $1"
+}
+
+# config_value KEY  what the tool's configuration file says.
+config_value() {
+    sed -n "s/^$1=//p" /lib/modules/wifi/wivex.cfg | tail -n 1
+}

@@ -1,0 +1,30 @@
+# Sourced: what a device is made of. Package names are Debian's.
+
+kernel_meta_package() {
+    case $1 in
+    armhf) echo linux-image-armmp ;;
+    x86_64) echo linux-image-amd64 ;;
+    *) echo "no device for the architecture $1 (armhf or x86_64)" >&2 && return 2 ;;
+    esac
+}
+
+# Programs: package and the one file taken out of it.
+device_programs='
+busybox-static  bin/busybox
+wpasupplicant   sbin/wpa_supplicant
+hostapd         usr/sbin/hostapd
+iperf           usr/bin/iperf
+'
+
+# Where the libraries that the programs ask for are looked for.
+device_libraries='libc6 libgcc-s1 libstdc++6 libnl-3-200 libnl-genl-3-200 libnl-route-3-200
+    libssl3 libdbus-1-3 libpcsclite1 libreadline8 libtinfo6 libsystemd0 libcap2 libgcrypt20
+    libgpg-error0 liblz4-1 liblzma5 libzstd1'
+
+# Libraries that no program names but that are loaded by their path: RC4, for WPA access points.
+device_plugins='ossl-modules/legacy.so'
+
+# Kernel modules, each with all that it depends on; the kernel asks for the ciphers by itself.
+device_modules='mac80211_hwsim dummy_hcd g_serial usb_f_acm usb_f_serial usb_f_obex
+    9p 9pnet_virtio virtio_mmio virtio_pci af_packet'
+device_module_folders='kernel/crypto kernel/arch/[a-z0-9]*/crypto'

@@ -1,0 +1,78 @@
+# Sourced: put a device together and switch it on.
+#
+# prepare_device ARCH        installs what this machine lacks, builds the tool and the device's image.
+# boot_device ARCH JOB OUT   boots the prepared device with the script JOB as its task; OUT is the
+#                            folder it shares with us.
+# came_through OUT           true when the device got to its end and its job succeeded.
+# Set before boot_device: work (a scratch folder), accelerator (tcg or kvm), time_limit (seconds, may
+# be unset), config (the tool's configuration). The device's console is its standard input and output.
+
+prepare_device() {
+    need_packages "$(emulator_package "$1")" binutils cpio kmod
+    tools/dev-build --arch "$1"
+    tools/dev-build --arch "$1" --target device_programs
+    build_image "$1"
+}
+
+boot_device() (
+    arch=$1
+    add_overlay "$2"
+    cat "out/$arch/image" "$work/$arch.overlay" >"$work/$arch.initrd"
+    rm -f "$3/finished"
+    limit=
+    [ -z "${time_limit:-}" ] || limit="timeout $time_limit"
+    # shellcheck disable=SC2046
+    $limit $(machine) -accel "$accelerator" -smp 2 -m 1024 \
+        -nodefaults -display none -monitor none -no-reboot \
+        -chardev stdio,id=console,signal="$(console_signals)" -serial chardev:console \
+        -kernel "out/$arch/kernel" -initrd "$work/$arch.initrd" \
+        -append "console=$(console_name) quiet loglevel=3 panic=-1" \
+        -fsdev local,id=out,path="$3",security_model=none \
+        -device virtio-9p-pci,fsdev=out,mount_tag=out
+)
+
+came_through() {
+    [ "$(cat "$1/finished" 2>/dev/null)" = 0 ]
+}
+
+emulator_package() {
+    case $1 in
+    armhf) echo qemu-system-arm ;;
+    x86_64) echo qemu-system-x86 ;;
+    esac
+}
+
+machine() {
+    case $arch in
+    armhf) echo qemu-system-arm -M virt,highmem=off -cpu cortex-a15 ;;
+    x86_64) echo qemu-system-x86_64 -M q35 -cpu max ;;
+    esac
+}
+
+console_name() {
+    case $arch in
+    armhf) echo ttyAMA0 ;;
+    x86_64) echo ttyS0 ;;
+    esac
+}
+
+# On a terminal ^C belongs to the program in the device, elsewhere it ends the emulator.
+console_signals() {
+    if [ -t 0 ]; then echo off; else echo on; fi
+}
+
+# What changes from run to run: the tool, our programs and scripts, the job, the configuration.
+add_overlay() {
+    root=$work/$arch.root
+    mkdir -p "$root/etc/udhcpc" "$root/usr/bin" "$root/device"
+    cp "out/$arch/wivex" "out/$arch/build/device/control-script" \
+        "out/$arch/build/device/move-radio" "$root/usr/bin/"
+    cp device/guest/inittab "$root/etc/inittab"
+    cp device/guest/udhcpc.script "$root/etc/udhcpc/default.script"
+    cp -r device/guest/start device/guest/main device/guest/run-tool device/guest/run-suite \
+        device/guest/lib device/scenarios "$root/device/"
+    cp "$config" "$root/device/wivex.cfg"
+    cp "$1" "$root/device/job"
+    archive "$root" >"$work/$arch.overlay"
+    rm -rf "$root"
+}

@@ -1,0 +1,264 @@
+// control-script SOCKET: drive a supplicant or access point through its control socket by a small
+// script on standard input. One step a line; blank lines and lines that begin with # are skipped.
+//
+//     send COMMAND        send a command; its reply is printed
+//     expect TEXT         the last reply contains TEXT
+//     wait SECONDS TEXT   read events, each one once, until one contains TEXT
+//     pause SECONDS
+//     repeat COUNT        run the steps up to the line "end" COUNT times, once at least; may be
+//                         nested
+//     end
+//
+// Replies and events are printed as they come. Exit status 0 when every step was met; otherwise 1
+// and a line on standard error that names the step.
+#include <poll.h>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+#include <array>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <deque>
+#include <iostream>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <thread>
+#include <vector>
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+using Seconds = std::chrono::duration<double>;
+
+constexpr Seconds reply_time_limit{10};
+
+// One attached connection: replies and events come in on the same socket.
+class Connection {
+public:
+    Connection() = default;
+    Connection(const Connection&) = delete;
+    Connection& operator=(const Connection&) = delete;
+    ~Connection() {
+        if (descriptor_ >= 0) {
+            close(descriptor_);
+            unlink(local_.c_str());
+        }
+    }
+
+    bool open(std::string_view server);
+    std::optional<std::string> request(std::string_view command);
+    // Reads events until one contains the text; false when the time is up.
+    bool wait_for(std::string_view text, Seconds limit);
+
+private:
+    std::optional<std::string> receive(Clock::time_point deadline) const;
+    std::optional<std::string> next_event(Clock::time_point deadline);
+
+    int descriptor_ = -1;
+    std::string local_;
+    std::deque<std::string> events_;
+};
+
+std::optional<sockaddr_un> address_of(std::string_view path) {
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    if (path.size() >= sizeof(address.sun_path)) {
+        return std::nullopt;
+    }
+    std::memcpy(address.sun_path, path.data(), path.size());
+    return address;
+}
+
+bool Connection::open(std::string_view server) {
+    local_ = "/tmp/control-script-" + std::to_string(getpid());
+    const auto own = address_of(local_);
+    const auto peer = address_of(server);
+    descriptor_ = socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC, 0);
+    if (!own || !peer || descriptor_ < 0) {
+        return false;
+    }
+    unlink(local_.c_str());
+    return bind(descriptor_, reinterpret_cast<const sockaddr*>(&*own), sizeof(*own)) == 0 &&
+           connect(descriptor_, reinterpret_cast<const sockaddr*>(&*peer), sizeof(*peer)) == 0 &&
+           request("ATTACH") == "OK\n";
+}
+
+std::optional<std::string> Connection::receive(Clock::time_point deadline) const {
+    const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - Clock::now());
+    pollfd waiting{descriptor_, POLLIN, 0};
+    if (left.count() <= 0 || poll(&waiting, 1, static_cast<int>(left.count())) <= 0) {
+        return std::nullopt;
+    }
+    std::array<char, 4096> buffer{};
+    const ssize_t length = recv(descriptor_, buffer.data(), buffer.size(), 0);
+    if (length < 0) {
+        return std::nullopt;
+    }
+    return std::string(buffer.data(), static_cast<std::size_t>(length));
+}
+
+std::optional<std::string> Connection::request(std::string_view command) {
+    if (send(descriptor_, command.data(), command.size(), 0) < 0) {
+        return std::nullopt;
+    }
+    const auto deadline = Clock::now() + std::chrono::ceil<Clock::duration>(reply_time_limit);
+    while (auto message = receive(deadline)) {
+        if (!message->starts_with('<')) {
+            return message;
+        }
+        events_.push_back(*std::move(message));
+    }
+    return std::nullopt;
+}
+
+std::optional<std::string> Connection::next_event(Clock::time_point deadline) {
+    if (events_.empty()) {
+        return receive(deadline);
+    }
+    std::string event = std::move(events_.front());
+    events_.pop_front();
+    return event;
+}
+
+bool Connection::wait_for(std::string_view text, Seconds limit) {
+    const auto deadline = Clock::now() + std::chrono::ceil<Clock::duration>(limit);
+    while (const auto event = next_event(deadline)) {
+        std::cout << *event << std::endl;
+        if (event->find(text) != std::string::npos) {
+            return true;
+        }
+    }
+    return false;
+}
+
+// The first word of a text; the text keeps what follows the blank after it.
+std::string take_word(std::string& text) {
+    const auto blank = text.find(' ');
+    std::string word = text.substr(0, blank);
+    text.erase(0, blank == std::string::npos ? blank : blank + 1);
+    return word;
+}
+
+double take_number(std::string& text) {
+    return std::strtod(take_word(text).c_str(), nullptr);
+}
+
+class Script {
+public:
+    explicit Script(Connection& connection) : connection_(connection) {}
+
+    bool read(std::istream& input);
+    bool run();
+
+private:
+    bool step(std::string line);
+    bool send(const std::string& command);
+    bool expect(const std::string& text) const {
+        return last_reply_.find(text) != std::string::npos;
+    }
+    bool wait(std::string arguments);
+
+    Connection& connection_;
+    std::vector<std::string> lines_;
+    std::string last_reply_;
+};
+
+// False when the repeats and ends do not match.
+bool Script::read(std::istream& input) {
+    int depth = 0;
+    for (std::string line; std::getline(input, line);) {
+        line.erase(0, line.find_first_not_of(" \t"));
+        if (line.empty() || line.front() == '#') {
+            continue;
+        }
+        depth += line.starts_with("repeat ") ? 1 : 0;
+        depth -= line == "end" ? 1 : 0;
+        if (depth < 0) {
+            return false;
+        }
+        lines_.push_back(line);
+    }
+    return depth == 0;
+}
+
+bool Script::run() {
+    struct Loop {
+        std::size_t start;
+        int rounds_left;
+    };
+    std::vector<Loop> loops;
+    for (std::size_t at = 0; at < lines_.size(); ++at) {
+        std::string line = lines_[at];
+        if (line.starts_with("repeat ")) {
+            take_word(line);
+            loops.push_back({at, static_cast<int>(take_number(line))});
+        } else if (line == "end") {
+            if (--loops.back().rounds_left > 0) {
+                at = loops.back().start;
+            } else {
+                loops.pop_back();
+            }
+        } else if (!step(line)) {
+            std::cerr << "control-script: not met: " << line << std::endl;
+            return false;
+        }
+    }
+    return true;
+}
+
+bool Script::step(std::string line) {
+    const std::string word = take_word(line);
+    if (word == "send") {
+        return send(line);
+    }
+    if (word == "expect") {
+        return expect(line);
+    }
+    if (word == "wait") {
+        return wait(line);
+    }
+    if (word == "pause") {
+        std::this_thread::sleep_for(Seconds(take_number(line)));
+        return true;
+    }
+    return false;
+}
+
+bool Script::send(const std::string& command) {
+    const auto reply = connection_.request(command);
+    if (!reply) {
+        return false;
+    }
+    last_reply_ = *reply;
+    std::cout << last_reply_ << (last_reply_.ends_with('\n') ? "" : "\n") << std::flush;
+    return true;
+}
+
+bool Script::wait(std::string arguments) {
+    const Seconds limit(take_number(arguments));
+    return connection_.wait_for(arguments, limit);
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    if (argc != 2) {
+        std::cerr << "usage: control-script SOCKET <SCRIPT" << std::endl;
+        return 1;
+    }
+    Connection connection;
+    Script script(connection);
+    if (!script.read(std::cin)) {
+        std::cerr << "control-script: repeat without end, or end without repeat" << std::endl;
+        return 1;
+    }
+    if (!connection.open(argv[1])) {
+        std::cerr << "control-script: cannot attach to " << argv[1] << std::endl;
+        return 1;
+    }
+    return script.run() ? 0 : 1;
+}

@@ -1,0 +1,32 @@
+# Sourced: what each target architecture is called by the compiler and by Debian.
+# use_architecture NAME  sets arch, debian_arch, triplet, suffix (of a package's name) and crossing.
+
+architectures='armhf arm64 armel x86_64'
+
+native_architecture() {
+    case $(dpkg --print-architecture) in
+    amd64) echo x86_64 ;;
+    *) dpkg --print-architecture ;;
+    esac
+}
+
+use_architecture() {
+    arch=$1
+    [ "$arch" != native ] || arch=$(native_architecture)
+    debian_arch=$arch
+    case $arch in
+    armhf) triplet=arm-linux-gnueabihf ;;
+    arm64) triplet=aarch64-linux-gnu ;;
+    armel) triplet=arm-linux-gnueabi ;;
+    x86_64) triplet=x86_64-linux-gnu debian_arch=amd64 ;;
+    *)
+        echo "unknown architecture: $arch (one of: $architectures)" >&2
+        return 2
+        ;;
+    esac
+    if [ "$debian_arch" = "$(dpkg --print-architecture)" ]; then
+        crossing=no suffix=
+    else
+        crossing=yes suffix=:$debian_arch
+    fi
+}
