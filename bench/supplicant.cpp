@@ -3,8 +3,10 @@
 #include "text.hpp"
 
 #include <fcntl.h>
+#include <linux/sockios.h>
 #include <poll.h>
 #include <signal.h>
+#include <sys/ioctl.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/un.h>
@@ -17,6 +19,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <deque>
 #include <limits>
 #include <map>
 #include <utility>
@@ -58,7 +61,7 @@ struct Client {
 
 // Something that happens later: a reply to one client, an event to all, or a turn of fate.
 struct Due {
-    enum class Kind { reply, event, signal, fate, comeback };
+    enum class Kind { reply, event, owed_events, signal, fate, comeback };
 
     Microseconds at = 0;
     Kind kind = Kind::event;
@@ -297,8 +300,21 @@ private:
                errno != EAGAIN;
     }
 
+    // Unread events take up the room in which replies are sent too, and must leave some of it.
+    bool leaves_room_for_replies() const {
+        int unread = 0;
+        int room = 0;
+        socklen_t length = sizeof(room);
+        return ioctl(sockets_[0], SIOCOUTQ, &unread) != 0 ||
+               getsockopt(sockets_[0], SOL_SOCKET, SO_SNDBUF, &room, &length) != 0 ||
+               unread < room / 2;
+    }
+
     // Sends one event to everyone; false when somebody's queue is full.
     bool broadcast(const std::string& text) {
+        if (!leaves_room_for_replies()) {
+            return false;
+        }
         for (const Client& client : attached_) {
             if (!send_to(sockets_[0], client, text)) {
                 return false;
@@ -307,15 +323,43 @@ private:
         return true;
     }
 
-    // Sends what an event still owes; what does not fit now is planned again.
-    void send_event(Due due) {
+    // Sends what an event still owes, as far as it fits now. Returns when to go on, or -1.
+    Microseconds send_some(Due& due) {
         for (int sent = 0; due.times != 0 && !attached_.empty(); ++sent) {
             if (sent == events_in_a_row || !broadcast(due.text)) {
-                due.at = now() + (sent == events_in_a_row ? 0 : pause_when_full);
-                plan(due);
-                return;
+                return now() + (sent == events_in_a_row ? 0 : pause_when_full);
             }
             due.times -= due.times > 0 ? 1 : 0;
+        }
+        return -1;
+    }
+
+    // Events leave in the order in which they fall due: one that does not fit yet holds those
+    // behind it back. Only an endless one lets others pass.
+    void send_event(Due due) {
+        if (due.times > 0) {
+            owed_.push_back(std::move(due));
+            if (owed_.size() == 1) {
+                send_owed_events();
+            }
+            return;
+        }
+        due.at = send_some(due);
+        if (due.at >= 0) {
+            plan(std::move(due));
+        }
+    }
+
+    void send_owed_events() {
+        while (!owed_.empty()) {
+            Due later;
+            later.at = send_some(owed_.front());
+            later.kind = Due::Kind::owed_events;
+            if (later.at >= 0) {
+                plan(std::move(later));
+                return;
+            }
+            owed_.pop_front();
         }
     }
 
@@ -327,6 +371,7 @@ private:
                 close(std::exchange(socket, -1));
             }
             attached_.clear();
+            owed_.clear();
         }
         if (fate.back_after_ms) {
             Due due;
@@ -354,6 +399,9 @@ private:
             return;
         case Due::Kind::event:
             send_event(due);
+            return;
+        case Due::Kind::owed_events:
+            send_owed_events();
             return;
         case Due::Kind::signal:
             kill(due.client.process(), due.signal);
@@ -391,6 +439,7 @@ private:
     std::vector<Client> attached_;
     std::map<std::string, int> counts_;
     std::vector<Due> dues_;
+    std::deque<Due> owed_;
 };
 
 } // namespace

@@ -6,6 +6,7 @@
 #include <poll.h>
 #include <signal.h>
 #include <sys/prctl.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -69,8 +70,22 @@ struct Pipe {
     }
 };
 
+void open_more_descriptors(int count) {
+    if (count == 0) {
+        return;
+    }
+    rlimit limit{};
+    getrlimit(RLIMIT_NOFILE, &limit);
+    limit.rlim_cur = limit.rlim_max;
+    setrlimit(RLIMIT_NOFILE, &limit);
+    for (int opened = 0; opened < count; ++opened) {
+        if (open("/dev/null", O_RDONLY) < 0) { // inherited on purpose
+            _exit(125);
+        }
+    }
+}
+
 [[noreturn]] void become(const std::vector<std::string>& words, int in, int out, int err) {
-    prctl(PR_SET_PDEATHSIG, SIGKILL);
     dup2(in, STDIN_FILENO);
     dup2(out, STDOUT_FILENO);
     dup2(err, STDERR_FILENO);
@@ -95,8 +110,8 @@ bool take(int fd, std::string& text) {
 }
 
 // Collects both streams until they end; false when that takes longer than `limit`.
-bool collect(Pipe& out, Pipe& err, BenchRun& run, Clock::time_point limit) {
-    std::array<pollfd, 2> waiting{{{out.ends[0], POLLIN, 0}, {err.ends[0], POLLIN, 0}}};
+bool collect(int out, int err, BenchRun& run, Clock::time_point limit) {
+    std::array<pollfd, 2> waiting{{{out, POLLIN, 0}, {err, POLLIN, 0}}};
     while (waiting[0].fd >= 0 || waiting[1].fd >= 0) {
         const auto left =
             std::chrono::duration_cast<std::chrono::milliseconds>(limit - Clock::now()).count();
@@ -222,6 +237,16 @@ Bench& Bench::at_most(std::chrono::seconds limit) {
     return *this;
 }
 
+Bench& Bench::out_file(std::string path) {
+    out_file_ = std::move(path);
+    return *this;
+}
+
+Bench& Bench::open_descriptors(int count) {
+    open_descriptors_ = count;
+    return *this;
+}
+
 std::vector<std::string> Bench::command_line(const std::string& folder) const {
     std::string scenario = lines_;
     if (!scenario_.empty()) {
@@ -242,32 +267,108 @@ std::vector<std::string> Bench::command_line(const std::string& folder) const {
     return words;
 }
 
-BenchRun Bench::run() {
-    const Folder folder;
-    const auto words = command_line(folder.path());
-    BenchRun run;
+struct StartedRun::Ends {
+    Folder folder;
     Pipe in;
     Pipe out;
     Pipe err;
-    const pid_t launcher = fork();
-    if (launcher == 0) {
-        become(words, in.ends[0], out.ends[1], together_ ? out.ends[1] : err.ends[1]);
-    }
-    in.close_end(0);
-    out.close_end(1);
-    err.close_end(1);
-    [[maybe_unused]] const ssize_t written = write(in.ends[1], input_.data(), input_.size());
-    in.close_end(1);
-    run.timed_out = !collect(out, err, run, Clock::now() + limit_);
-    if (run.timed_out) {
-        kill(launcher, SIGKILL);
-    }
+    pid_t launcher = -1;
     int status = 0;
-    waitpid(launcher, &status, 0);
-    run.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    read_files(folder.path() + "/out", run);
-    read_usage(run);
-    return run;
+    bool ended = false;
+
+    bool has_ended() {
+        ended = ended || waitpid(launcher, &status, WNOHANG) == launcher;
+        return ended;
+    }
+    void wait() {
+        if (!ended) {
+            waitpid(launcher, &status, 0);
+            ended = true;
+        }
+    }
+};
+
+StartedRun::StartedRun() : ends_(std::make_unique<Ends>()) {}
+
+StartedRun::~StartedRun() {
+    if (!ends_->has_ended()) {
+        kill(ends_->launcher, SIGKILL);
+        ends_->wait();
+    }
+}
+
+bool StartedRun::shows(std::string_view text, std::chrono::milliseconds limit) {
+    const auto end = Clock::now() + limit;
+    while (run_.out.find(text) == std::string::npos) {
+        pollfd waiting{ends_->out.ends[0], POLLIN, 0};
+        const auto left =
+            std::chrono::duration_cast<std::chrono::milliseconds>(end - Clock::now()).count();
+        if (left <= 0 || poll(&waiting, 1, static_cast<int>(left)) <= 0 ||
+            !take(waiting.fd, run_.out)) {
+            return false;
+        }
+    }
+    return true;
+}
+
+bool StartedRun::ends_unread(std::chrono::milliseconds limit) {
+    const auto end = Clock::now() + limit;
+    while (!ends_->has_ended() && Clock::now() < end) {
+        usleep(2000);
+    }
+    return ends_->ended;
+}
+
+void StartedRun::type(std::string_view text) {
+    [[maybe_unused]] const ssize_t written = write(ends_->in.ends[1], text.data(), text.size());
+}
+
+void StartedRun::close_input() {
+    ends_->in.close_end(1);
+}
+
+BenchRun StartedRun::finish() {
+    run_.timed_out = !collect(ends_->out.ends[0], ends_->err.ends[0], run_, limit_);
+    if (run_.timed_out) {
+        kill(ends_->launcher, SIGKILL);
+    }
+    ends_->wait();
+    run_.status = WIFEXITED(ends_->status) ? WEXITSTATUS(ends_->status) : -1;
+    read_files(ends_->folder.path() + "/out", run_);
+    read_usage(run_);
+    return std::move(run_);
+}
+
+std::unique_ptr<StartedRun> Bench::start() {
+    std::unique_ptr<StartedRun> started(new StartedRun);
+    StartedRun::Ends& ends = *started->ends_;
+    started->limit_ = Clock::now() + limit_;
+    const auto words = command_line(ends.folder.path());
+    const pid_t parent = getpid();
+    ends.launcher = fork();
+    if (ends.launcher == 0) {
+        prctl(PR_SET_PDEATHSIG, SIGKILL);
+        if (getppid() != parent) {
+            _exit(125);
+        }
+        int out = ends.out.ends[1];
+        if (!out_file_.empty()) {
+            out = open(out_file_.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644);
+        }
+        open_more_descriptors(open_descriptors_);
+        become(words, ends.in.ends[0], out, together_ ? out : ends.err.ends[1]);
+    }
+    ends.in.close_end(0);
+    ends.out.close_end(1);
+    ends.err.close_end(1);
+    return started;
+}
+
+BenchRun Bench::run() {
+    const auto started = start();
+    started->type(input_);
+    started->close_input();
+    return started->finish();
 }
 
 } // namespace bench_test

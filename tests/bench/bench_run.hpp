@@ -6,6 +6,7 @@
 
 #include <chrono>
 #include <map>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -39,6 +40,43 @@ struct BenchRun {
     std::vector<std::string> sockets() const;
 };
 
+/// A run that goes on while a test does something.
+class StartedRun {
+public:
+    StartedRun(const StartedRun&) = delete;
+    StartedRun& operator=(const StartedRun&) = delete;
+    ~StartedRun();
+
+    /// Reads standard output until it holds `text`. False when that takes too long.
+    bool shows(std::string_view text, std::chrono::milliseconds limit = std::chrono::seconds(30));
+
+    /// What was read so far.
+    const std::string& out() const {
+        return run_.out;
+    }
+
+    /// Waits for the end without reading standard output any further. False when that takes
+    /// longer.
+    bool ends_unread(std::chrono::milliseconds limit);
+
+    /// Writes to the tool's standard input, and closes it.
+    void type(std::string_view text);
+    void close_input();
+
+    /// Reads both streams to their ends, and hands back all that the run left.
+    BenchRun finish();
+
+private:
+    friend class Bench;
+    struct Ends;
+
+    StartedRun();
+
+    std::unique_ptr<Ends> ends_;
+    BenchRun run_;
+    std::chrono::steady_clock::time_point limit_;
+};
+
 class Bench {
 public:
     /// `scenario` names a file of bench/scenarios without its ending; empty for a device that
@@ -61,10 +99,17 @@ public:
     Bench& input(std::string text);
     /// Standard output and standard error as one text, in order, in `out`.
     Bench& streams_together();
+    /// Standard output goes to this file of the machine.
+    Bench& out_file(std::string path);
+    /// The tool begins with so many more descriptors open.
+    Bench& open_descriptors(int count);
     /// Ends the run when it takes longer; 100 s unless set.
     Bench& at_most(std::chrono::seconds limit);
 
     BenchRun run();
+
+    /// Starts the run; its standard input stays open.
+    std::unique_ptr<StartedRun> start();
 
 private:
     std::vector<std::string> command_line(const std::string& folder) const;
@@ -74,6 +119,8 @@ private:
     std::vector<std::string> options_;
     std::vector<std::string> arguments_;
     std::string input_;
+    std::string out_file_;
+    int open_descriptors_ = 0;
     bool together_ = false;
     std::chrono::seconds limit_{100};
 };

@@ -67,6 +67,20 @@ TEST(BenchWorld, refuses_a_scenario_that_it_does_not_understand) {
     EXPECT_THAT(run.err, HasSubstr("scenario:1: not understood: supplicant sings"));
 }
 
+// A client that reads nothing for a while still gets the replies, and then the events in order.
+TEST(BenchSupplicant, keeps_a_flood_of_events_in_order_and_answers_meanwhile) {
+    const BenchRun run =
+        Bench("event-flood")
+            .line("program udhcpc runs \"sleep 1\"")
+            .line("program killall runs \"exit 0\"")
+            .line("supplicant sends \"<3>MANY\" 1000 times on \"SELECT_NETWORK 0 \" after 2ms")
+            .line("supplicant sends \"<3>LAST\" on \"SELECT_NETWORK 0 \" after 3ms")
+            .args({"-w", "-u", "-m", "1"})
+            .run();
+    EXPECT_THAT(run.out, HasSubstr("<3>MANY\n<3>LAST\n<3>CTRL-EVENT-DISCONNECTED"));
+    EXPECT_EQ(run.err, "");
+}
+
 TEST(BenchWorld, lets_the_clock_run_faster) {
     const BenchRun run = shell(Bench().faster(20), "sleep 10");
     EXPECT_LT(run.wall_ms, 5000);

@@ -258,7 +258,7 @@ TEST(Interrupts, are_let_in_while_waiting_for_a_child) {
     EXPECT_EQ(interrupted_while(SIGINT,
                                 [] {
                                     wait_for_child(fork_child([] {
-                                        ::alarm(2); // default action: the end
+                                        ::alarm(1); // default action: the end
                                         ::pause();
                                         return 0;
                                     }));

@@ -1,0 +1,265 @@
+// Runs that are ended early, by ^C or by a kill, wherever they stand.
+
+#include "bench_run.hpp"
+#include "expected.hpp"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <string>
+#include <utility>
+
+namespace bench_test {
+namespace {
+
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+using testing::Optional;
+
+const std::string nothing_failed =
+    "Test case 1 passed \nTest case 2 passed \nTest case 8 passed \n";
+
+/// Where a run stands when the signal comes.
+struct Moment {
+    const char* name;
+    const char* scenario;
+    const char* line;
+    /// Behind "INT@" or "TERM@".
+    const char* when;
+    /// Whether the session is open then.
+    bool session;
+    /// Milliseconds that the run has lasted then, at most.
+    double wall_ms;
+};
+
+void PrintTo(const Moment& moment, std::ostream* out) {
+    *out << moment.name;
+}
+
+constexpr const char* quick_address = "program udhcpc runs \"exit 0\"\n"
+                                      "program killall runs \"exit 0\"";
+
+class MomentOfARun : public testing::TestWithParam<Moment> {
+protected:
+    static BenchRun run_with(const std::string& signal) {
+        return Bench(GetParam().scenario)
+            .line(GetParam().line)
+            .signal(signal + "@" + GetParam().when)
+            .args({"-w", "-m", "100"})
+            .at_most(std::chrono::seconds(30))
+            .run();
+    }
+
+    static const std::string& expected_cleanup() {
+        return GetParam().session ? cleanup_of_a_session : cleanup;
+    }
+};
+
+TEST_P(MomentOfARun, can_be_interrupted) {
+    const BenchRun run = run_with("INT");
+    EXPECT_FALSE(run.timed_out);
+    EXPECT_EQ(run.status, 0);
+    EXPECT_THAT(run.out, EndsWith(interrupted + expected_cleanup() + done));
+    EXPECT_THAT(run.result_file(), Optional(nothing_failed));
+    EXPECT_THAT(run.sockets(), IsEmpty());
+    EXPECT_LT(run.wall_ms, GetParam().wall_ms + 1000);
+}
+
+TEST_P(MomentOfARun, can_be_killed) {
+    const BenchRun run = run_with("TERM");
+    EXPECT_FALSE(run.timed_out);
+    EXPECT_EQ(run.status, 0);
+    EXPECT_THAT(run.out, EndsWith("[WIFI] Got Kill signal...\n[WIFI]Calling for chip --> 3\n" +
+                                  expected_cleanup() + done));
+    EXPECT_THAT(run.err, HasSubstr("[WIFI]Open error: No such file or directory\n"));
+    EXPECT_EQ(run.result_file(), std::nullopt);
+    EXPECT_THAT(run.sockets(), IsEmpty());
+    EXPECT_LT(run.wall_ms, GetParam().wall_ms + 1000);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Places, MomentOfARun,
+    testing::Values(
+        Moment{"opening_the_session", "", "", "400ms", true, 400},
+        Moment{"attaching", "supplicant-never-answers", "", "1500ms", true, 1500},
+        Moment{"in_a_request", "", "supplicant ignores \"SCAN\"", "command:SCAN+500ms", true, 1600},
+        Moment{"waiting_for_scan_results", "scan-never-ends", "", "2000ms", true, 2000},
+        Moment{"waiting_for_the_connection", "connection-never-comes", "", "2000ms", true, 2000},
+        Moment{"waiting_for_the_disconnection", "disconnect-event-never-comes", quick_address,
+               "2000ms", true, 2000},
+        Moment{"among_endless_events", "endless-event-flood", "", "2000ms", true, 2000},
+        Moment{"with_a_forever_busy_supplicant", "scan-busy-forever", "", "2000ms", true, 2000},
+        Moment{"in_the_dhcp_client", "", "program udhcpc runs \"exec sleep 20\"", "2000ms", true,
+               2000},
+        Moment{"in_the_real_dhcp_client", "dhcp-server-absent", "", "child:udhcpc+300ms", true,
+               2500},
+        Moment{"in_an_endless_search_for_the_dhcp_client", "",
+               "program udhcpc runs \"exit 0\"\nprogram killall runs \"exit 1\"", "2000ms", true,
+               2000},
+        Moment{"in_the_real_iperf", "pass", "", "child:iperf+500ms", true, 5000},
+        Moment{"between_iterations", "", quick_address, "2000ms", false, 2000}),
+    [](const auto& moment) { return moment.param.name; });
+
+// ---- what an interrupted run has recorded ------------------------------------------------------
+
+TEST(InterruptedRun, keeps_the_failures_recorded_up_to_then) {
+    const BenchRun run = Bench("scan-refused")
+                             .line("module none")
+                             .signal("INT@command:SCAN#3+500ms")
+                             .args({"-w", "-m", "100"})
+                             .run();
+    EXPECT_THAT(run.result_file(),
+                Optional(std::string("Test case 1 fail # 3\nTest case 2 passed \n"
+                                     "Test case 8 fail # 3\n")));
+}
+
+TEST(InterruptedRun, counts_of_the_running_iteration_only_what_it_had_recorded) {
+    const BenchRun run = Bench("connection-never-comes")
+                             .line("module none")
+                             .signal("INT@command:SELECT_NETWORK 0 +300ms")
+                             .args({"-w", "-m", "100"})
+                             .run();
+    EXPECT_THAT(run.result_file(),
+                Optional(std::string("Test case 1 fail # 1\nTest case 2 passed \n"
+                                     "Test case 8 passed \n")));
+}
+
+TEST(InterruptedRun, writes_its_results_where_the_option_says) {
+    const BenchRun run = Bench("scan-never-ends")
+                             .signal("INT@1500ms")
+                             .args({"-w", "-m", "1", "-R/tmp/my-result"})
+                             .run();
+    EXPECT_EQ(run.files.at("tmp/my-result"), nothing_failed);
+    EXPECT_THAT(run.out,
+                HasSubstr("[WIFI] Got ^C. Writing results to file before quitting.Please hold "
+                          "on...\n[WIFI]user file name is /tmp/my-result\n"
+                          "[WIFI]ResultFile: /tmp/my-result Updated\n"
+                          "[WIFI] Before resultFile.flush call \n"));
+}
+
+TEST(InterruptedRun, tells_when_its_results_cannot_be_written) {
+    const BenchRun run =
+        Bench("scan-never-ends").signal("INT@1500ms").args({"-w", "-m", "1", "-R/tmp/x/res"}).run();
+    EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(run.err, "[WIFI]Unable to open Result File: ");
+    EXPECT_THAT(run.out, EndsWith("[WIFI]user file name is /tmp/x/res\n/tmp/x/res\n"
+                                  "[WIFI] Before resultFile.flush call \n" +
+                                  cleanup_of_a_session + done));
+}
+
+TEST(InterruptedRun, tells_of_the_flush_with_debug) {
+    const BenchRun run =
+        Bench("scan-never-ends").signal("INT@1500ms").args({"-w", "-u", "-m", "1"}).run();
+    EXPECT_THAT(run.out, HasSubstr("[WIFI] Before resultFile.flush call \n"
+                                   "[WIFI]resultFile.flush() called\n[WIFI]Cleanup\n"));
+}
+
+TEST(InterruptedRun, handles_only_the_first_of_several_interrupts) {
+    const BenchRun run = Bench("scan-never-ends")
+                             .signal("INT@1500ms")
+                             .signal("INT@1500ms")
+                             .signal("INT@1501ms")
+                             .args({"-w", "-m", "1"})
+                             .run();
+    EXPECT_EQ(run.status, 0);
+    EXPECT_THAT(run.out, EndsWith(interrupted + cleanup_of_a_session + done));
+    EXPECT_EQ(run.out.find("Got ^C"), run.out.rfind("Got ^C"));
+}
+
+TEST(InterruptedRun, can_rest_for_its_interval) {
+    const BenchRun run = Bench()
+                             .line(quick_address)
+                             .signal("INT@2000ms")
+                             .args({"-w", "-m", "100", "-i", "50"})
+                             .run();
+    EXPECT_THAT(run.out, EndsWith("Call to DISABLE_NETWORK is successful...\n" + interrupted +
+                                  cleanup_of_a_session + done));
+    EXPECT_LT(run.wall_ms, 3000);
+}
+
+TEST(InterruptedRun, can_be_at_its_question_where_the_default_action_still_holds) {
+    const auto run =
+        Bench().signal("INT@500ms").args({"-w", "-m", "1", "-F"}).start(); // nobody answers
+    ASSERT_TRUE(run->shows("[DEFAULT: None]\n\n"));
+    ASSERT_TRUE(run->ends_unread(std::chrono::seconds(5)));
+    const BenchRun ended = run->finish();
+    EXPECT_EQ(ended.status, 130);
+    EXPECT_EQ(ended.result_file(), std::nullopt);
+}
+
+TEST(InterruptedRun, ends_although_nobody_reads_its_output) {
+    const auto run =
+        Bench("endless-event-flood").signal("INT@3000ms").args({"-w", "-u", "-m", "1"}).start();
+    ASSERT_TRUE(run->shows("CTRL-EVENT-BSS-ADDED")); // and from here on nobody reads
+    ASSERT_TRUE(run->ends_unread(std::chrono::milliseconds(4500)));
+    const BenchRun ended = run->finish();
+    EXPECT_EQ(ended.status, 0);
+    EXPECT_THAT(ended.result_file(), Optional(nothing_failed));
+    EXPECT_LT(ended.wall_ms, 4000);
+}
+
+TEST(KilledRun, ends_although_nobody_reads_its_output) {
+    const auto run =
+        Bench("endless-event-flood").signal("TERM@3000ms").args({"-w", "-u", "-m", "1"}).start();
+    ASSERT_TRUE(run->shows("CTRL-EVENT-BSS-ADDED"));
+    ASSERT_TRUE(run->ends_unread(std::chrono::milliseconds(4500)));
+    const BenchRun ended = run->finish();
+    EXPECT_EQ(ended.status, 0);
+    EXPECT_EQ(ended.result_file(), std::nullopt);
+}
+
+// ---- what a kill does to the module ------------------------------------------------------------
+
+BenchRun killed_with(const std::string& module) {
+    return Bench("scan-never-ends")
+        .line(module)
+        .line("file /sys/module/bcmdhd/parameters/usbloop_enable \"1\\n\"")
+        .signal("TERM@1500ms")
+        .args({"-w", "-m", "1"})
+        .run();
+}
+
+const std::string switched = "[WIFI]Write to file "
+                             "\"/sys/module/bcmdhd/parameters/usbloop_enable\" success\n";
+
+TEST(KilledRun, takes_a_broadcom_usb_module_out_of_loopback_mode) {
+    for (const auto& [module, chip] :
+         {std::pair("module 0a5c:bd27", "3"), std::pair("module 9e0c:20a0", "5")}) {
+        const BenchRun run = killed_with(module);
+        EXPECT_EQ(run.status, 0);
+        EXPECT_THAT(run.out,
+                    EndsWith("[WIFI] Got Kill signal...\n[WIFI]Calling for chip --> " +
+                             std::string(chip) + "\n" + switched + cleanup_of_a_session + done));
+        EXPECT_EQ(run.err, "");
+        EXPECT_EQ(run.result_file(), std::nullopt);
+    }
+}
+
+TEST(KilledRun, has_nothing_to_do_for_a_qca_module) {
+    for (const auto& [module, chip] :
+         {std::pair("module 0cf3:1022", "1"), std::pair("module 0cf3:9378", "2")}) {
+        const BenchRun run = killed_with(module);
+        EXPECT_THAT(run.out, EndsWith("[WIFI] Got Kill signal...\n[WIFI]Calling for chip --> " +
+                                      std::string(chip) +
+                                      "\n[WIFI]WiFi Vendor is QCA 11n. Nothing to do.\n" +
+                                      cleanup_of_a_session + done));
+        EXPECT_EQ(run.result_file(), std::nullopt);
+    }
+}
+
+TEST(KilledRun, does_nothing_for_other_modules_or_none) {
+    for (const auto& [module, chip] :
+         {std::pair("module 0a5c:bd1d", "4"), std::pair("module none", "0")}) {
+        const BenchRun run = killed_with(module);
+        EXPECT_THAT(run.out, EndsWith("[WIFI] Got Kill signal...\n[WIFI]Calling for chip --> " +
+                                      std::string(chip) + "\n" + cleanup_of_a_session + done));
+        EXPECT_EQ(run.err, "");
+        EXPECT_EQ(run.result_file(), std::nullopt);
+    }
+}
+
+} // namespace
+} // namespace bench_test
