@@ -36,7 +36,7 @@ enum class AirFault {
     cut,
     /// The dump is refused with an error number.
     fails,
-    /// The socket loses messages while the scan goes on.
+    /// The socket has lost messages when the scan ends.
     overflows,
     /// Notifications of the scan come a number of times more, before the dump.
     repeats,

@@ -13,7 +13,7 @@ struct NetlinkAnswer {
     std::vector<Octets> now;
     /// Datagrams that come when the scan has gone on for a while.
     std::vector<Octets> later;
-    /// Whether the next receive fails because messages were lost.
+    /// Whether messages are lost before those that come later.
     bool overflow = false;
 };
 
