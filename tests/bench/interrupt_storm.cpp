@@ -205,9 +205,7 @@ struct Attempt {
     Outcome outcome;
 };
 
-Attempt interrupt_once(unsigned seed, int index) {
-    std::seed_seq seeds{seed, static_cast<unsigned>(index)};
-    std::mt19937 random(seeds);
+Attempt interrupt_once(std::mt19937& random) {
     Attempt attempt;
     attempt.life = &choose_life(random);
     attempt.moment_ms =
@@ -243,41 +241,58 @@ public:
     }
 
 private:
+    struct Reaction {
+        double ms = 0;
+        const char* life = "none";
+        int moment_ms = 0;
+    };
+
     void work() {
         for (int index = next_++; index < settings_.count; index = next_++) {
-            note(index, interrupt_once(settings_.seed, index));
+            std::seed_seq seeds{settings_.seed, static_cast<unsigned>(index)};
+            std::mt19937 random(seeds);
+            // One that comes before the handler is there meets the default action: another is
+            // drawn.
+            while (!note(index, interrupt_once(random))) {
+            }
         }
     }
 
-    void note(int index, const Attempt& attempt) {
+    /// False when the interrupt does not count.
+    bool note(int index, const Attempt& attempt) {
         const std::lock_guard lock(mutex_);
-        ++runs_[attempt.life->name];
+        const char* const name = attempt.life->name;
         switch (attempt.outcome.verdict) {
         case Verdict::good:
-            reactions_.push_back(attempt.outcome.reaction_ms);
-            return;
+            ++runs_[name];
+            reactions_.push_back({attempt.outcome.reaction_ms, name, attempt.moment_ms});
+            return true;
         case Verdict::before_the_handler:
             ++early_;
-            return;
+            return false;
         case Verdict::bad:
+            ++runs_[name];
             ++bad_;
-            std::printf("run %d (%s, interrupted at %d ms): %s\n", index, attempt.life->name,
-                        attempt.moment_ms, attempt.outcome.problem.c_str());
-            return;
+            std::printf("run %d (%s, interrupted at %d ms): %s\n", index, name, attempt.moment_ms,
+                        attempt.outcome.problem.c_str());
+            return true;
         }
+        return true;
     }
 
     int summarise() {
         for (const auto& [name, runs] : runs_) {
             std::printf("%5d  %s\n", runs, name.c_str());
         }
-        std::sort(reactions_.begin(), reactions_.end());
-        const double median = reactions_.empty() ? 0 : reactions_[reactions_.size() / 2];
-        const double longest = reactions_.empty() ? 0 : reactions_.back();
-        std::printf("%d interrupts, seed %u: %zu ended well, %d before the handler was there, %d "
-                    "did not; end after %.1f ms at the median, %.1f ms at most\n",
-                    settings_.count, settings_.seed, reactions_.size(), early_, bad_, median,
-                    longest);
+        std::sort(reactions_.begin(), reactions_.end(),
+                  [](const Reaction& a, const Reaction& b) { return a.ms < b.ms; });
+        const Reaction none{};
+        const Reaction& median = reactions_.empty() ? none : reactions_[reactions_.size() / 2];
+        const Reaction& slowest = reactions_.empty() ? none : reactions_.back();
+        std::printf("%d interrupts, seed %u: %zu ended well, %d did not; end after %.1f ms at the "
+                    "median, %.1f ms at most (%s, at %d ms); %d more met no handler yet\n",
+                    settings_.count, settings_.seed, reactions_.size(), bad_, median.ms, slowest.ms,
+                    slowest.life, slowest.moment_ms, early_);
         return bad_ == 0 ? EXIT_SUCCESS : EXIT_FAILURE;
     }
 
@@ -285,7 +300,7 @@ private:
     std::atomic<int> next_ = 0;
     std::mutex mutex_;
     std::map<std::string, int> runs_;
-    std::vector<double> reactions_;
+    std::vector<Reaction> reactions_;
     int early_ = 0;
     int bad_ = 0;
 };
