@@ -312,15 +312,10 @@ private:
 
     // Sends one event to everyone; false when somebody's queue is full.
     bool broadcast(const std::string& text) {
-        if (!leaves_room_for_replies()) {
-            return false;
-        }
-        for (const Client& client : attached_) {
-            if (!send_to(sockets_[0], client, text)) {
-                return false;
-            }
-        }
-        return true;
+        return leaves_room_for_replies() &&
+               std::all_of(attached_.begin(), attached_.end(), [&](const Client& client) {
+                   return send_to(sockets_[0], client, text);
+               });
     }
 
     // Sends what an event still owes, as far as it fits now. Returns when to go on, or -1.

@@ -5,6 +5,7 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <stdio_ext.h>
 #include <unistd.h>
 
 #include <cstdio>
@@ -56,6 +57,8 @@ protected:
 
     int parse_with_input(const std::string& input, std::initializer_list<const char*> arguments) {
         int ends[2]{};
+        ::__fpurge(stdin); // what an earlier answer left
+        std::clearerr(stdin);
         EXPECT_EQ(::pipe(ends), 0);
         EXPECT_EQ(::write(ends[1], input.data(), input.size()), static_cast<ssize_t>(input.size()));
         ::close(ends[1]);
@@ -325,6 +328,17 @@ TEST_F(CommandLine, any_number_is_accepted_as_an_answer) {
     EXPECT_EQ(run_options.config_choice, 7);
     ASSERT_EQ(parse_with_input("  -1", {"-w", "-m", "1", "-F"}), 1);
     EXPECT_EQ(run_options.config_choice, -1);
+}
+
+TEST_F(CommandLine, an_answer_is_read_as_far_as_it_is_a_number) {
+    ASSERT_EQ(parse_with_input("2-3\n", {"-w", "-m", "1", "-F"}), 1);
+    EXPECT_EQ(run_options.config_choice, 2);
+    ASSERT_EQ(parse_with_input("\n\t 3abc\n", {"-w", "-m", "1", "-F"}), 1);
+    EXPECT_EQ(run_options.config_choice, 3);
+    ASSERT_EQ(parse_with_input("+1\n", {"-w", "-m", "1", "-F"}), 1);
+    EXPECT_EQ(run_options.config_choice, 1);
+    ASSERT_EQ(parse_with_input("--1\n", {"-w", "-m", "1", "-F"}), 1);
+    EXPECT_EQ(run_options.config_choice, 0);
 }
 
 TEST_F(CommandLine, an_answer_that_is_not_a_number_leaves_the_default_file) {

@@ -23,6 +23,7 @@ using std::chrono::milliseconds;
 using test_support::ConsoleCapture;
 using test_support::end_of_child;
 using test_support::fork_child;
+using test_support::Gate;
 using test_support::Stopwatch;
 
 TEST(Console, writes_a_complete_line_at_once) {
@@ -178,15 +179,18 @@ TEST(Console, is_line_buffered_into_a_pipe) {
 TEST(Console, lets_an_interrupt_in_while_nobody_reads) {
     int ends[2]{};
     ASSERT_EQ(::pipe2(ends, O_CLOEXEC), 0);
+    const Gate ready;
     const int child = fork_child([&] {
         install_interrupt_handler(exit_50);
+        ready.open();
         ::dup2(ends[1], STDOUT_FILENO);
         print_a_megabyte();
         return 0;
     });
-    std::this_thread::sleep_for(milliseconds(300));
+    ready.wait();
+    std::this_thread::sleep_for(milliseconds(200));
     ::kill(child, SIGINT);
-    EXPECT_EQ(end_of_child(child, milliseconds(1000)), 50);
+    EXPECT_EQ(end_of_child(child, milliseconds(2000)), 50);
     ::close(ends[0]);
     ::close(ends[1]);
 }
@@ -194,6 +198,7 @@ TEST(Console, lets_an_interrupt_in_while_nobody_reads) {
 TEST(Console, drops_text_that_nobody_takes_once_the_end_has_begun) {
     int ends[2]{};
     ASSERT_EQ(::pipe2(ends, O_CLOEXEC), 0);
+    const Gate ready;
     const int child = fork_child([&] {
         install_interrupt_handler([](int) {
             seal_interrupts();
@@ -201,13 +206,15 @@ TEST(Console, drops_text_that_nobody_takes_once_the_end_has_begun) {
             flush_out();
             ::_exit(51);
         });
+        ready.open();
         ::dup2(ends[1], STDOUT_FILENO);
         print_a_megabyte();
         return 0;
     });
-    std::this_thread::sleep_for(milliseconds(300));
+    ready.wait();
+    std::this_thread::sleep_for(milliseconds(200));
     ::kill(child, SIGINT);
-    EXPECT_EQ(end_of_child(child, milliseconds(1000)), 51);
+    EXPECT_EQ(end_of_child(child, milliseconds(2000)), 51);
     ::close(ends[0]);
     ::close(ends[1]);
 }

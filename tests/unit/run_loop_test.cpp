@@ -153,7 +153,7 @@ TEST_F(RunLoop, rests_2_seconds_after_every_iteration_also_the_last) {
     run_options.iteration_count = 2;
     const Stopwatch watch;
     run();
-    EXPECT_THAT(watch.elapsed(), AllOf(Ge(milliseconds(3990)), Le(milliseconds(5000))));
+    EXPECT_THAT(watch.elapsed(), AllOf(Ge(milliseconds(3990)), Le(milliseconds(6500))));
 }
 
 // ---- codes of the legacy WLAN test -------------------------------------------------------------
@@ -243,7 +243,7 @@ TEST_F(RunLoop, ends_a_softap_run_after_the_checks_of_the_first_iteration) {
     run_options.iteration_count = 5;
     const Stopwatch watch;
     EXPECT_EQ(run(), RunEnd::softap);
-    EXPECT_LT(watch.elapsed(), milliseconds(500));
+    EXPECT_LT(watch.elapsed(), milliseconds(1500));
     EXPECT_EQ(console_.out(), std::string(checks_passed) + "[WIFI]ERROR:create softAP problem\n");
 }
 

@@ -2,6 +2,7 @@
 
 #include "common/process_state.hpp"
 
+#include <fcntl.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -62,6 +63,29 @@ std::chrono::microseconds processor_time() {
         return std::chrono::seconds(time.tv_sec) + std::chrono::microseconds(time.tv_usec);
     };
     return in_microseconds(usage.ru_utime) + in_microseconds(usage.ru_stime);
+}
+
+Gate::Gate() {
+    int ends[2]{-1, -1};
+    if (::pipe2(ends, O_CLOEXEC) != 0) {
+        std::abort();
+    }
+    read_end_ = ends[0];
+    write_end_ = ends[1];
+}
+
+Gate::~Gate() {
+    ::close(read_end_);
+    ::close(write_end_);
+}
+
+void Gate::open() const {
+    [[maybe_unused]] const ssize_t written = ::write(write_end_, "x", 1);
+}
+
+void Gate::wait() const {
+    char token = 0;
+    [[maybe_unused]] const ssize_t length = ::read(read_end_, &token, 1);
 }
 
 int fork_child(const std::function<int()>& body) {

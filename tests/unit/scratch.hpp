@@ -50,6 +50,22 @@ private:
     std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
 };
 
+/// Through which a child tells its parent that it is ready.
+class Gate {
+public:
+    Gate();
+    ~Gate();
+    Gate(const Gate&) = delete;
+    Gate& operator=(const Gate&) = delete;
+
+    void open() const;
+    void wait() const;
+
+private:
+    int read_end_ = -1;
+    int write_end_ = -1;
+};
+
 /// Forks a child that runs `body` and exits with its result. Returns the child's process id.
 int fork_child(const std::function<int()>& body);
 

@@ -23,6 +23,7 @@ using std::chrono::milliseconds;
 using test_support::ConsoleCapture;
 using test_support::end_of_child;
 using test_support::fork_child;
+using test_support::Gate;
 using test_support::ScratchDirectory;
 using test_support::Stopwatch;
 
@@ -86,16 +87,19 @@ TEST(RunShell, starts_the_command_with_default_actions_and_an_open_mask) {
 class InterruptOfACommand : public ::testing::TestWithParam<int> {};
 
 TEST_P(InterruptOfACommand, is_handled_at_once) {
-    const int child = fork_child([] {
+    const Gate ready;
+    const int child = fork_child([&] {
         install_interrupt_handler(exit_by_signal);
+        ready.open();
         run_shell("exec sleep 10");
         return 1;
     });
-    std::this_thread::sleep_for(milliseconds(300));
+    ready.wait();
+    std::this_thread::sleep_for(milliseconds(200));
     const Stopwatch watch;
     ::kill(child, GetParam());
     EXPECT_EQ(end_of_child(child, milliseconds(5000)), GetParam() == SIGINT ? 50 : 60);
-    EXPECT_LT(watch.elapsed(), milliseconds(500));
+    EXPECT_LT(watch.elapsed(), milliseconds(1500));
 }
 
 INSTANTIATE_TEST_SUITE_P(Signals, InterruptOfACommand, ::testing::Values(SIGINT, SIGTERM),
@@ -104,13 +108,16 @@ INSTANTIATE_TEST_SUITE_P(Signals, InterruptOfACommand, ::testing::Values(SIGINT,
                          });
 
 TEST(RunShell, lets_an_interrupt_in_between_commands_that_never_end_to_fail) {
-    const int child = fork_child([] {
+    const Gate ready;
+    const int child = fork_child([&] {
         install_interrupt_handler(exit_by_signal);
+        ready.open();
         while (run_shell("false") != 0) {
         }
         return 1;
     });
-    std::this_thread::sleep_for(milliseconds(300));
+    ready.wait();
+    std::this_thread::sleep_for(milliseconds(200));
     ::kill(child, SIGINT);
     EXPECT_EQ(end_of_child(child, milliseconds(3000)), 50);
 }

@@ -57,7 +57,7 @@ TEST_F(Station, scans_and_waits_for_the_results) {
     supplicant_.event_after("SCAN", "<3>CTRL-EVENT-SCAN-RESULTS ", milliseconds(700));
     const Stopwatch watch;
     EXPECT_EQ(cmd_to_scan(*session_), 0);
-    EXPECT_THAT(watch.elapsed(), AllOf(Ge(milliseconds(690)), Le(milliseconds(900))));
+    EXPECT_THAT(watch.elapsed(), AllOf(Ge(milliseconds(690)), Le(milliseconds(1690))));
     EXPECT_THAT(supplicant_.spoken(), ElementsAre("SCAN"));
     EXPECT_EQ(console_.out(), "");
     EXPECT_EQ(console_.err(), "");
@@ -71,7 +71,7 @@ TEST_F(Station, asks_a_busy_supplicant_again_at_once) {
     supplicant_.event_after("SCAN", "<3>CTRL-EVENT-SCAN-RESULTS ");
     const Stopwatch watch;
     EXPECT_EQ(cmd_to_scan(*session_), 0);
-    EXPECT_LT(watch.elapsed(), milliseconds(500));
+    EXPECT_LT(watch.elapsed(), milliseconds(1500));
     EXPECT_THAT(supplicant_.spoken(), ElementsAre("SCAN", "SCAN", "SCAN", "SCAN", "SCAN"));
     EXPECT_EQ(console_.err(), "");
 }

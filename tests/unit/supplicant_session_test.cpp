@@ -87,7 +87,7 @@ protected:
 TEST_F(Session, opens_two_connections_and_attaches_the_second_a_second_later) {
     const Stopwatch watch;
     SupplicantSession session(config_);
-    EXPECT_THAT(watch.elapsed(), AllOf(Ge(milliseconds(950)), Le(milliseconds(2000))));
+    EXPECT_THAT(watch.elapsed(), AllOf(Ge(milliseconds(950)), Le(milliseconds(2900))));
     EXPECT_FALSE(session.isInvalid());
     ASSERT_NE(command_connection, nullptr);
     ASSERT_NE(event_connection, nullptr);
@@ -160,7 +160,7 @@ TEST_F(OpenSession, opened_once_more_stays_as_it_is_but_removes_all_client_socke
     ::close(::open("/tmp/wpa_ctrl_1-1", O_CREAT | O_WRONLY | O_CLOEXEC, 0600));
     const Stopwatch watch;
     EXPECT_TRUE(session_->open(config_));
-    EXPECT_LT(watch.elapsed(), milliseconds(500));
+    EXPECT_LT(watch.elapsed(), milliseconds(900));
     EXPECT_EQ(command_connection, command_before);
     EXPECT_FALSE(exists("/tmp/wpa_ctrl_1-1"));
     EXPECT_FALSE(exists(name));
@@ -204,7 +204,7 @@ TEST_F(Session, whose_attach_stays_unanswered_closes_after_10_seconds) {
     const Stopwatch watch;
     SupplicantSession session(config_);
     EXPECT_TRUE(session.isInvalid());
-    EXPECT_THAT(watch.elapsed(), AllOf(Ge(milliseconds(10900)), Le(milliseconds(13000))));
+    EXPECT_THAT(watch.elapsed(), AllOf(Ge(milliseconds(10900)), Le(milliseconds(14000))));
     EXPECT_EQ(console_.out(),
               std::string("[WIFI]Unable to attach event socket!!\n") + closing_trace);
     EXPECT_THAT(supplicant_.commands(), ElementsAre("ATTACH"));
@@ -302,7 +302,7 @@ int wants_no_argument(const char* message, const char* argument) {
 TEST_F(OpenSession, finds_no_event_at_once_when_none_is_queued) {
     const Stopwatch watch;
     EXPECT_EQ(session_->waitForEvent("CTRL-EVENT-CONNECTED"), 0);
-    EXPECT_LT(watch.elapsed(), milliseconds(200));
+    EXPECT_LT(watch.elapsed(), milliseconds(900));
 }
 
 TEST_F(OpenSession, finds_an_event_and_loses_those_before_it) {
