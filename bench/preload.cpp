@@ -62,6 +62,8 @@ void set_preload_environment(const Options& options) {
     }
     if (!libraries.empty()) {
         setenv("LD_PRELOAD", libraries.c_str(), 1);
+        // A tool that was built with a sanitizer accepts them too.
+        setenv("ASAN_OPTIONS", "verify_asan_link_order=0", 1);
     }
 }
 
