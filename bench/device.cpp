@@ -77,7 +77,8 @@ std::vector<std::string> command_line(const Options& options) {
     if (options.shell) {
         return {"/bin/sh", "-i"};
     }
-    std::vector<std::string> words{tool_in_world};
+    std::vector<std::string> words = emulator_words(options);
+    words.emplace_back(tool_in_world);
     words.insert(words.end(), options.tool_arguments.begin(), options.tool_arguments.end());
     return words;
 }
@@ -98,7 +99,7 @@ std::vector<std::string> command_line(const Options& options) {
         arguments.push_back(word.data());
     }
     arguments.push_back(nullptr);
-    execv(arguments[0], arguments.data());
+    execvp(arguments[0], arguments.data());
     std::perror(arguments[0]);
     _exit(bench_failure);
 }

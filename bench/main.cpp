@@ -141,7 +141,8 @@ int run(int argc, char* argv[]) {
         options.preloads.push_back(beside_launcher("libbench_air.so"));
     }
     if (!scenario->driver.empty()) {
-        options.preloads.push_back(beside_launcher("libbench_driver.so"));
+        options.preloads.push_back(options.driver.empty() ? beside_launcher("libbench_driver.so")
+                                                          : options.driver);
     }
     const auto configuration = make_configuration(options, *scenario, problem);
     if (!configuration) {

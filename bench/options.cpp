@@ -22,6 +22,8 @@ constexpr const char* usage =
     "  --set KEY=VALUE     one more configuration value\n"
     "  --out DIR           leave files, command log and usage there\n"
     "  --tool PATH         the tool (default: ../wivex beside this program)\n"
+    "  --emulator COMMAND  run a tool for another processor with this program and its options\n"
+    "  --driver LIBRARY    the simulated driver for that processor\n"
     "  --preload LIBRARY   load a library before the tool\n"
     "  --faster N          let the tool's clock run N times as fast\n"
     "  --limit-files N     limit the tool's descriptors\n"
@@ -29,11 +31,13 @@ constexpr const char* usage =
     "                      \"child:udhcpc+5ms\"\n"
     "  --shell             open a shell in the world instead of running the tool\n";
 
-constexpr std::array<option, 12> long_options{{{"scenario", required_argument, nullptr, 's'},
+constexpr std::array<option, 14> long_options{{{"scenario", required_argument, nullptr, 's'},
                                                {"config", required_argument, nullptr, 'c'},
                                                {"set", required_argument, nullptr, 'k'},
                                                {"out", required_argument, nullptr, 'o'},
                                                {"tool", required_argument, nullptr, 't'},
+                                               {"emulator", required_argument, nullptr, 'e'},
+                                               {"driver", required_argument, nullptr, 'd'},
                                                {"preload", required_argument, nullptr, 'p'},
                                                {"faster", required_argument, nullptr, 'f'},
                                                {"limit-files", required_argument, nullptr, 'l'},
@@ -78,6 +82,12 @@ bool take_option(int letter, const char* value, Options& options) {
         return true;
     case 't':
         options.tool = value;
+        return true;
+    case 'e':
+        options.emulator = value;
+        return true;
+    case 'd':
+        options.driver = value;
         return true;
     case 'p':
         options.preloads.emplace_back(value);

@@ -14,6 +14,10 @@ struct Options {
     std::vector<std::string> settings;
     std::string out;
     std::string tool;
+    /// A program and its options, put before a tool that was built for another processor.
+    std::string emulator;
+    /// The simulated driver, built for the tool's processor.
+    std::string driver;
     std::vector<std::string> preloads;
     int speed = 1;
     int descriptor_limit = 0;

@@ -3,6 +3,8 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <iterator>
+#include <sstream>
 
 namespace bench {
 
@@ -22,17 +24,32 @@ std::string find_clock_library() {
     return {};
 }
 
+std::string libraries_in_world(const Options& options) {
+    std::string libraries;
+    for (std::size_t index = 0; index < options.preloads.size(); ++index) {
+        libraries += preload_in_world(index);
+        libraries += ' ';
+    }
+    return libraries;
+}
+
 } // namespace
 
 std::string preload_in_world(std::size_t index) {
     return "/bench/preload-" + std::to_string(index) + ".so";
 }
 
-void set_preload_environment(const Options& options) {
-    std::string libraries;
-    for (std::size_t index = 0; index < options.preloads.size(); ++index) {
-        libraries += preload_in_world(index) + " ";
+std::vector<std::string> emulator_words(const Options& options) {
+    std::istringstream text(options.emulator);
+    std::vector<std::string> words{std::istream_iterator<std::string>(text), {}};
+    if (!words.empty()) {
+        words.insert(words.end(), {"-E", "LD_PRELOAD=" + libraries_in_world(options)});
     }
+    return words;
+}
+
+void set_preload_environment(const Options& options) {
+    std::string libraries = options.emulator.empty() ? libraries_in_world(options) : "";
     if (options.speed > 1) {
         const std::string clock = find_clock_library();
         if (clock.empty()) {
@@ -45,6 +62,8 @@ void set_preload_environment(const Options& options) {
     }
     if (!libraries.empty()) {
         setenv("LD_PRELOAD", libraries.c_str(), 1);
+        // A tool that was built with a sanitizer accepts them too.
+        setenv("ASAN_OPTIONS", "verify_asan_link_order=0", 1);
     }
 }
 
