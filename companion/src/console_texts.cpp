@@ -201,6 +201,9 @@ constexpr auto texts = std::to_array<TextRow>({
     {begins, "Unable to assign ip to ", Sign::fail, Phase::group, Cause::address_not_set},
     {begins, "Unable to start dhcpd", Sign::fail, Phase::group, Cause::dhcp_server},
 
+    {begins, "ifconfig "},
+    {begins, "killall udhcpd;sleep 1; "},
+
     // Wi-Fi Direct
     {begins, "Sent P2P_GROUP_REMOVE ", Sign::group_removed},
     {open, "Failed to send P2P_GROUP_REMOVE command to wpa_supplicant", Sign::group_removed},

@@ -14,6 +14,8 @@ namespace wivex::report {
 namespace {
 
 constexpr double noteworthy_drift = 10;
+// A phase that never takes longer has no curve worth a picture.
+constexpr float shortest_drawn = 0.05F;
 constexpr std::size_t most_excerpts_of_cause = 20;
 
 std::string plural_iterations(std::uint32_t count) {
@@ -196,7 +198,9 @@ std::string phase_row(const Run& run, Phase phase) {
     if (run.times == TimeSource::none) {
         return text + "</tr>\n";
     }
-    text += "<td class=\"wide\">" + curve(points, run.started, {name, "s"}, true) + "</td>";
+    text += "<td class=\"wide\">" +
+            (seconds.most < shortest_drawn ? "" : curve(points, run.started, {name, "s"}, true)) +
+            "</td>";
     const auto value = [&](std::string_view label, double number) {
         text += "<td class=\"number\" data-name=\"" + std::string(label) + "\">" +
                 (seconds.count == 0 ? "" : duration_text(number)) + "</td>";
@@ -307,6 +311,34 @@ std::string cause_summary(const Run& run, Cause cause) {
     return text + "</span></summary>\n";
 }
 
+// The first one at once, the others behind one more click.
+std::string excerpts(const Run& run, Cause cause, const std::string& prefix,
+                     std::set<std::uint32_t>& anchored) {
+    const CauseCount& count = run.causes.at(index_of(cause));
+    const std::size_t all = count.failures + count.warnings + count.unrecorded;
+    std::string text;
+    std::size_t shown = 0;
+    for (const Failure& failure : run.failures) {
+        if (failure.cause != cause || shown == most_excerpts_of_cause) {
+            continue;
+        }
+        const bool first = anchored.insert(failure.iteration).second;
+        const std::string id = prefix + "i" + std::to_string(failure.iteration);
+        if (shown == 1) {
+            text += "<details class=\"more\"><summary>" +
+                    std::to_string(std::min(all, most_excerpts_of_cause) - 1) +
+                    " more</summary>\n";
+        }
+        text += excerpt(failure, first ? " id=\"" + id + "\"" : "");
+        ++shown;
+    }
+    if (all > shown) {
+        text += "<p class=\"soft\">The first " + std::to_string(shown) + " of " +
+                std::to_string(all) + " are shown.</p>\n";
+    }
+    return text + (shown > 1 ? "</details>\n" : "");
+}
+
 std::string failures(const Run& run, const std::string& prefix) {
     std::vector<Cause> causes;
     for (std::size_t i = 0; i < cause_count; ++i) {
@@ -325,30 +357,8 @@ std::string failures(const Run& run, const std::string& prefix) {
     std::string text;
     for (const Cause cause : causes) {
         text += "<details" + std::string(cause == causes.front() ? " open" : "") + ">" +
-                cause_summary(run, cause);
-        std::size_t shown = 0;
-        std::uint32_t described = 0;
-        for (const Failure& failure : run.failures) {
-            if (failure.cause != cause) {
-                continue;
-            }
-            ++described;
-            if (shown == most_excerpts_of_cause) {
-                continue;
-            }
-            ++shown;
-            const bool first = anchored.insert(failure.iteration).second;
-            text += excerpt(failure, first ? " id=\"" + prefix + "i" +
-                                                 std::to_string(failure.iteration) + "\""
-                                           : "");
-        }
-        const CauseCount& count = run.causes.at(index_of(cause));
-        const std::size_t all = count.failures + count.warnings + count.unrecorded;
-        if (all > shown) {
-            text += "<p class=\"soft\">The first " + std::to_string(shown) + " of " +
-                    std::to_string(all) + " are shown.</p>\n";
-        }
-        text += "</details>\n";
+                cause_summary(run, cause) + excerpts(run, cause, prefix, anchored) +
+                "</details>\n";
     }
     return card(prefix + "failures", "Failures by cause", text);
 }
@@ -464,8 +474,11 @@ std::string verdict_sentence(const Run& run) {
     }
     const std::uint32_t passed = run.count(Outcome::passed);
     if (passed == run.started) {
-        return run.started == 1 ? "The iteration passed"
-                                : "All " + std::to_string(passed) + " iterations passed";
+        const std::string warned =
+            run.warned == 0 ? "" : ", " + std::to_string(run.warned) + " with a warning";
+        return (run.started == 1 ? "The iteration passed"
+                                 : "All " + std::to_string(passed) + " iterations passed") +
+               warned;
     }
     return std::to_string(passed) + " of " + plural_iterations(run.started) +
            " passed, none failed";

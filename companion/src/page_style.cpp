@@ -6,8 +6,8 @@ const std::string_view page_style = R"css(
 :root {
   color-scheme: light dark;
   --page: #f6f7f8; --card: #ffffff; --text: #1b2127; --soft: #55606b; --rule: #d9dee3;
-  --pass: #2b8a7e; --pass-text: #1b6b61; --fail: #c9401c; --fail-text: #ad3413;
-  --warn: #a36b00; --none: #8b949e; --line: #2f6fb3; --range: #2f6fb333; --mark: #fde4da;
+  --pass: #24796e; --pass-text: #1b6b61; --fail: #c9401c; --fail-text: #ad3413;
+  --warn: #8f5e00; --none: #6b7580; --line: #2f6fb3; --range: #2f6fb333; --mark: #fde4da;
   --on: #ffffff;
 }
 @media (prefers-color-scheme: dark) {
@@ -95,6 +95,8 @@ th { font-weight: 500; }
 .bad { color: var(--fail-text); font-weight: 600; }
 .amber { color: var(--warn); font-weight: 600; }
 details { border-top: 1px solid var(--rule); padding: .55rem 0; }
+section > details:first-of-type { border-top: 0; padding-top: 0; }
+details.more { border: 0; padding: .6rem 0 0; }
 summary { cursor: pointer; }
 summary b { font-weight: 600; }
 details h4 { margin: .8rem 0 .3rem; font-size: .9rem; font-weight: 600; }

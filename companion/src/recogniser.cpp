@@ -8,7 +8,7 @@ namespace {
 
 constexpr std::string_view tool_prefix = "[WIFI]";
 
-// A shorter text may end a line of anybody.
+// A shorter text, or a row of dashes, may end a line of anybody.
 constexpr std::size_t shortest_displaced_text = 12;
 
 bool stands_at_start(Shape shape) {
@@ -45,7 +45,8 @@ Recogniser::Recogniser() {
             by_start_.push_back({&row, -1});
         }
         if (row.shape == Shape::ends ||
-            (row.shape == Shape::whole && row.text.size() >= shortest_displaced_text)) {
+            (row.shape == Shape::whole && row.text.size() >= shortest_displaced_text &&
+             row.text.front() != '-')) {
             by_end_.push_back(&row);
         }
         if (row.shape == Shape::inside) {

@@ -44,7 +44,9 @@ void Slice::add(const Iteration& iteration) {
         throughput.add(iteration.throughput);
     }
     for (std::size_t i = 0; i < phase_count; ++i) {
-        seconds[i].add(iteration.phases[i].seconds);
+        if (iteration.phases[i].was_completed()) {
+            seconds[i].add(iteration.phases[i].seconds);
+        }
     }
 }
 

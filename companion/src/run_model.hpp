@@ -43,6 +43,11 @@ struct PhaseRecord {
     Verdict verdict = Verdict::none;
     /// `unknown_time` when the console came without times.
     float seconds = unknown_time;
+
+    /// Its time says something about the device and not about a time-out.
+    bool was_completed() const {
+        return verdict == Verdict::passed || verdict == Verdict::warned;
+    }
 };
 
 struct Iteration {

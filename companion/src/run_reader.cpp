@@ -404,7 +404,7 @@ void RunReader::end_iteration(bool complete) {
         if (phase.verdict != Verdict::none) {
             ++run_->verdicts[i].at(static_cast<std::size_t>(phase.verdict));
         }
-        if (phase.verdict == Verdict::passed || phase.verdict == Verdict::warned) {
+        if (phase.was_completed()) {
             run_->phase_seconds[i].add(phase.seconds);
         }
     }
