@@ -295,7 +295,7 @@ std::string cause_summary(const Run& run, Cause cause) {
         text += " <span class=\"soft\">" + count_text(count.unrecorded, "time", "times") +
                 " at the interrupt</span>";
     }
-    text += "<br><span class=\"soft\">";
+    text += "<br/><span class=\"soft\">";
     if (test_case != 0) {
         text += "test case " + std::to_string(test_case) + ", code " + std::to_string(row.code) +
                 (records_of(cause, run.mode) > 1 ? ", counted twice" : "");
@@ -356,7 +356,7 @@ std::string failures(const Run& run, const std::string& prefix) {
     std::set<std::uint32_t> anchored;
     std::string text;
     for (const Cause cause : causes) {
-        text += "<details" + std::string(cause == causes.front() ? " open" : "") + ">" +
+        text += "<details" + std::string(cause == causes.front() ? " open=\"\"" : "") + ">" +
                 cause_summary(run, cause) + excerpts(run, cause, prefix, anchored) +
                 "</details>\n";
     }
@@ -485,11 +485,11 @@ std::string verdict_sentence(const Run& run) {
 }
 
 std::string write_html(const Log& log) {
-    std::string text = "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n"
-                       "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\">\n"
+    std::string text = "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\"/>\n"
+                       "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\"/>\n"
                        "<title>";
     text += log.runs.empty() ? "wivex: no run" : "wivex: " + verdict_sentence(log.runs.back());
-    text += "</title>\n<link rel=\"icon\" href=\"data:,\">\n<style>";
+    text += "</title>\n<link rel=\"icon\" href=\"data:,\"/>\n<style>";
     text += page_style;
     text += "</style>\n</head>\n<body>\n<main>\n<h1>wivex test report</h1>\n";
     text += run_list(log);

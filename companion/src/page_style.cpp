@@ -131,7 +131,7 @@ a { color: var(--line); }
 const std::string_view page_script = R"js(
 (function () {
   function openTarget() {
-    var target = location.hash && document.getElementById(location.hash.slice(1));
+    var target = document.getElementById(location.hash.slice(1));
     for (var node = target; node; node = node.parentElement) {
       if (node.tagName === "DETAILS") { node.open = true; }
     }

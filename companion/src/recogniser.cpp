@@ -20,18 +20,10 @@ bool ends_before(const TextRow* left, const TextRow* right) {
                                                 right->text.rbegin(), right->text.rend());
 }
 
-bool is_hex(char c) {
-    return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F');
-}
-
-// Event messages, scan listings and status replies carry texts of other devices, which may spell
-// anything: whatever stands in them, it is not the tool speaking.
+// Event messages, scan listings (with their tabs) and status replies (key=value) carry texts of
+// other devices, which may spell anything: whatever stands behind these, it is not the tool.
 bool is_foreign(std::string_view line) {
     if (line.size() > 2 && line[0] == '<' && line[2] == '>') {
-        return true;
-    }
-    if (line.size() > 17 && is_hex(line[0]) && is_hex(line[1]) && line[2] == ':' &&
-        line[5] == ':' && line[8] == ':') {
         return true;
     }
     return line.find_first_of("=\t") != std::string_view::npos;
@@ -137,17 +129,15 @@ void Recogniser::read_from_start(std::string_view line) {
 }
 
 void Recogniser::read_displaced(std::string_view line) {
-    const bool foreign = is_foreign(line);
-    if (const TextRow* const row = at_end(line);
-        row != nullptr && (row->shape == Shape::ends || !foreign)) {
-        add(*row, line.substr(0, line.size() - row->text.size()));
-        return;
-    }
-    if (foreign) {
-        return;
+    if (const TextRow* const row = at_end(line); row != nullptr) {
+        const std::string_view before = line.substr(0, line.size() - row->text.size());
+        if (row->shape == Shape::ends || !is_foreign(before)) {
+            add(*row, before);
+            return;
+        }
     }
     const std::size_t prefix = line.find(tool_prefix, 1);
-    if (prefix != std::string_view::npos) {
+    if (prefix != std::string_view::npos && !is_foreign(line.substr(0, prefix))) {
         read_from_start(line.substr(prefix));
         return;
     }

@@ -450,6 +450,7 @@ void RunReader::enter(Phase phase) {
     }
     close_phase(Verdict::passed);
     phase_ = phase;
+    current_.moved_on = current_.moved_on || phase != Phase::module;
 }
 
 void RunReader::judge(Phase phase, Verdict verdict) {
@@ -607,7 +608,8 @@ void RunReader::take_finding(const Finding& finding) {
     }
     const bool begins_iteration =
         row.phase == Phase::module && !run_over_ &&
-        (!current_.open || current_.record.phase(Phase::module).verdict != Verdict::none);
+        (!current_.open || current_.moved_on ||
+         current_.record.phase(Phase::module).verdict != Verdict::none);
     if (begins_iteration) {
         begin_iteration();
     } else {

@@ -67,6 +67,8 @@ private:
     struct Current {
         Iteration record;
         bool open = false;
+        /// Something after the module check was seen.
+        bool moved_on = false;
         bool check_failed = false;
         bool mode_failed = false;
         bool mode_passed = false;
