@@ -1,0 +1,15 @@
+// report.html: one page for people, complete in itself: no network, no font, no file beside it.
+#pragma once
+
+#include "run_model.hpp"
+
+#include <string>
+
+namespace wivex::report {
+
+std::string write_html(const Log& log);
+
+/// The verdict on a run in one sentence, without markup.
+std::string verdict_sentence(const Run& run);
+
+} // namespace wivex::report

@@ -1,0 +1,245 @@
+#include "json_writer.hpp"
+
+#include <nlohmann/json.hpp>
+
+#include <cmath>
+
+namespace wivex::report {
+
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+Json text_or_null(const std::string& text) {
+    return text.empty() ? Json(nullptr) : Json(text);
+}
+
+// Milliseconds are all that a console can tell.
+double rounded(double value) {
+    return std::round(value * 1000) / 1000;
+}
+
+Json number_or_null(double value) {
+    return std::isnan(value) ? Json(nullptr) : Json(rounded(value));
+}
+
+Json spread(const Spread& values) {
+    if (values.count == 0) {
+        return nullptr;
+    }
+    return {{"count", values.count},
+            {"least", rounded(values.least)},
+            {"mean", rounded(values.mean())},
+            {"most", rounded(values.most)}};
+}
+
+std::string_view name_of(TimeSource source) {
+    switch (source) {
+    case TimeSource::arrival:
+        return "arrival";
+    case TimeSource::stamps:
+        return "stamps";
+    default:
+        return "none";
+    }
+}
+
+Json device(const Device& known) {
+    return {{"build", text_or_null(known.build)},
+            {"config_file", text_or_null(known.config_file)},
+            {"chip_type", known.chip_type == 0 ? Json(nullptr) : Json(known.chip_type)},
+            {"vendor_id", text_or_null(known.vendor_id)},
+            {"product_id", text_or_null(known.product_id)},
+            {"mac_kernel", text_or_null(known.mac_kernel)},
+            {"mac_chip", text_or_null(known.mac_chip)},
+            {"address", text_or_null(known.address)}};
+}
+
+Json outcomes(const std::array<std::uint32_t, 4>& counts) {
+    Json object = Json::object();
+    for (std::size_t i = 0; i < counts.size(); ++i) {
+        object[std::string(name_of(static_cast<Outcome>(i)))] = counts[i];
+    }
+    return object;
+}
+
+Json test_cases(const Run& run) {
+    Json list = Json::array();
+    for (int number = 1; number <= 9; ++number) {
+        const std::uint32_t failures = run.failures_of_test_case(number);
+        const bool part = number <= 2 || failures > 0 || number == test_case_of(run.mode) ||
+                          (number == 3 && run.verdicts[index_of(Phase::mac)] !=
+                                              std::array<std::uint32_t, 5>{}) ||
+                          (number == 4 && run.verdicts[index_of(Phase::loopback)] !=
+                                              std::array<std::uint32_t, 5>{});
+        if (part) {
+            list.push_back({{"number", number},
+                            {"title", title_of_test_case(number)},
+                            {"failures", failures}});
+        }
+    }
+    return list;
+}
+
+Json phases(const Run& run) {
+    Json list = Json::array();
+    for (const Phase phase : all_phases()) {
+        const auto& counts = run.verdicts.at(index_of(phase));
+        if (counts == std::array<std::uint32_t, 5>{}) {
+            continue;
+        }
+        Json verdicts = Json::object();
+        for (std::size_t i = 1; i < counts.size(); ++i) {
+            verdicts[std::string(name_of(static_cast<Verdict>(i)))] = counts[i];
+        }
+        list.push_back({{"phase", name_of(phase)},
+                        {"verdicts", verdicts},
+                        {"seconds", spread(run.phase_seconds.at(index_of(phase)))}});
+    }
+    return list;
+}
+
+Json causes(const Run& run) {
+    Json list = Json::array();
+    for (std::size_t i = 0; i < cause_count; ++i) {
+        const CauseCount& count = run.causes[i];
+        if (count.failures + count.warnings + count.unrecorded == 0) {
+            continue;
+        }
+        const auto cause = static_cast<Cause>(i);
+        const CauseRow& row = row_of(cause);
+        const int test_case = test_case_of(cause, run.mode);
+        list.push_back({{"cause", row.id},
+                        {"words", row.words},
+                        {"phase", name_of(row.phase)},
+                        {"code", row.code == 0 ? Json(nullptr) : Json(row.code)},
+                        {"test_case", test_case == 0 ? Json(nullptr) : Json(test_case)},
+                        {"records_each", records_of(cause, run.mode)},
+                        {"failures", count.failures},
+                        {"warnings", count.warnings},
+                        {"interrupted", count.unrecorded},
+                        {"first_iteration", count.first_iteration},
+                        {"last_iteration", count.last_iteration}});
+    }
+    return list;
+}
+
+Json failures(const Run& run) {
+    Json list = Json::array();
+    for (const Failure& failure : run.failures) {
+        list.push_back({{"iteration", failure.iteration},
+                        {"phase", name_of(failure.phase)},
+                        {"cause", row_of(failure.cause).id},
+                        {"warning", failure.warning},
+                        {"interrupted", failure.unrecorded},
+                        {"concluded", failure.concluded},
+                        {"line", failure.line},
+                        {"console", failure.lines},
+                        {"console_at", failure.shown_at}});
+    }
+    return list;
+}
+
+Json iterations(const Run& run) {
+    Json list = Json::array();
+    for (const Iteration& iteration : run.iterations) {
+        Json parts = Json::object();
+        for (const Phase phase : all_phases()) {
+            const PhaseRecord& record = iteration.phase(phase);
+            if (record.verdict != Verdict::none) {
+                parts[std::string(name_of(phase))] = {{"verdict", name_of(record.verdict)},
+                                                      {"seconds", number_or_null(record.seconds)}};
+            }
+        }
+        list.push_back(
+            {{"iteration", iteration.number},
+             {"outcome", name_of(iteration.outcome)},
+             {"warned", iteration.warned},
+             {"start", number_or_null(iteration.start)},
+             {"seconds", number_or_null(iteration.seconds)},
+             {"throughput", iteration.throughput < 0 ? Json(nullptr)
+                                                     : Json(rounded(iteration.throughput))},
+             {"phases", parts}});
+    }
+    return list;
+}
+
+Json timeline(const Run& run) {
+    Json list = Json::array();
+    for (const Slice& slice : run.timeline.slices()) {
+        Json seconds = Json::object();
+        for (const Phase phase : all_phases()) {
+            const Spread& values = slice.seconds.at(index_of(phase));
+            if (values.count != 0) {
+                seconds[std::string(name_of(phase))] = spread(values);
+            }
+        }
+        list.push_back({{"first", slice.first},
+                        {"iterations", slice.iterations},
+                        {"outcomes", outcomes(slice.outcomes)},
+                        {"warned", slice.warned},
+                        {"throughput", spread(slice.throughput)},
+                        {"seconds", seconds}});
+    }
+    return list;
+}
+
+Json access_points(const Run& run) {
+    Json list = Json::array();
+    for (const AccessPoint& point : run.access_points) {
+        list.push_back({{"bssid", text_or_null(point.bssid)},
+                        {"ssid", point.ssid},
+                        {"frequency", point.frequency == 0 ? Json(nullptr) : Json(point.frequency)},
+                        {"times_seen", point.times_seen},
+                        {"signal", spread(point.signal)}});
+    }
+    return list;
+}
+
+Json one_run(const Run& run) {
+    return {{"mode", name_of(run.mode)},
+            {"end", name_of(run.end)},
+            {"clean", run.is_clean()},
+            {"times", name_of(run.times)},
+            {"began", text_or_null(run.began)},
+            {"seconds", number_or_null(run.seconds)},
+            {"result_file", text_or_null(run.result_file)},
+            {"result_file_written", run.result_written},
+            {"device", device(run.device)},
+            {"unknown_keys", run.unknown_keys},
+            {"iterations_started", run.started},
+            {"outcomes", outcomes(run.outcomes)},
+            {"warned", run.warned},
+            {"clients_served", run.clients_served},
+            {"test_cases", test_cases(run)},
+            {"failures_without_test_case", run.failures_without_test_case()},
+            {"iteration_seconds", spread(run.iteration_seconds)},
+            {"throughput", spread(run.throughput)},
+            {"phases", phases(run)},
+            {"causes", causes(run)},
+            {"failures", failures(run)},
+            {"iterations", iterations(run)},
+            {"timeline", timeline(run)},
+            {"access_points", access_points(run)},
+            {"access_points_left_out", run.unlisted_access_points}};
+}
+
+} // namespace
+
+std::string write_json(const Log& log) {
+    Json runs = Json::array();
+    for (const Run& run : log.runs) {
+        runs.push_back(one_run(run));
+    }
+    const Json document{{"format", "wivex-report"},
+                        {"version", json_format_version},
+                        {"console",
+                         {{"bytes", log.bytes},
+                          {"lines", log.lines},
+                          {"unknown_lines", log.unknown_lines}}},
+                        {"runs_left_out", log.dropped_runs},
+                        {"runs", std::move(runs)}};
+    return document.dump(1, ' ', false, nlohmann::detail::error_handler_t::replace) + "\n";
+}
+
+} // namespace wivex::report

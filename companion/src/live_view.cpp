@@ -1,0 +1,239 @@
+#include "live_view.hpp"
+
+#include "html_text.hpp"
+#include "html_writer.hpp"
+
+#include <algorithm>
+#include <cmath>
+
+namespace wivex::report {
+
+namespace {
+
+constexpr std::size_t least_columns = 20;
+
+std::string words_of(const Failure& failure) {
+    const CauseRow& row = row_of(failure.cause);
+    return std::string(name_of(row.phase)) + ": " + std::string(row.words);
+}
+
+const Failure* last_failure(const Run& run, bool with_warnings) {
+    for (auto failure = run.failures.rbegin(); failure != run.failures.rend(); ++failure) {
+        if (with_warnings || !failure->warning) {
+            return &*failure;
+        }
+    }
+    return nullptr;
+}
+
+std::string of_all(std::uint32_t number, std::uint32_t all) {
+    const std::string text = std::to_string(number);
+    return all == 0 ? text : text + " of " + std::to_string(all);
+}
+
+std::uint32_t failed(const Run& run) {
+    return run.count(Outcome::failed) + run.count(Outcome::uncounted);
+}
+
+std::uint32_t ended(const Run& run) {
+    return failed(run) + run.count(Outcome::passed) + run.count(Outcome::unfinished);
+}
+
+std::string counts(const Run& run) {
+    std::string text = "passed " + std::to_string(run.count(Outcome::passed)) + "   failed " +
+                       std::to_string(failed(run));
+    if (run.warned != 0) {
+        text += "   warned " + std::to_string(run.warned);
+    }
+    return text;
+}
+
+std::string bar(std::uint32_t done, std::uint32_t all, std::size_t columns) {
+    const std::size_t width = columns - 9;
+    const auto share = std::min(1.0, static_cast<double>(done) / all);
+    const auto full = static_cast<std::size_t>(share * static_cast<double>(width));
+    std::string text = "[" + std::string(full, '#') + std::string(width - full, '.') + "] ";
+    const std::string percent = std::to_string(static_cast<int>(share * 100));
+    return text + std::string(3 - percent.size(), ' ') + percent + " %";
+}
+
+} // namespace
+
+std::string LiveView::fitted(std::string line) const {
+    const std::size_t width = std::max(options_.columns, least_columns) - 1;
+    if (line.size() > width) {
+        line.resize(width);
+        // Not in the middle of a character of several bytes.
+        while (!line.empty() && (static_cast<unsigned char>(line.back()) & 0x80U) != 0) {
+            line.pop_back();
+        }
+    }
+    return line;
+}
+
+std::string LiveView::erase() const {
+    if (drawn_ == 0) {
+        return "\r";
+    }
+    return "\r\x1b[" + std::to_string(drawn_) + "A\x1b[J";
+}
+
+double LiveView::seconds_left(const RunReader& reader, double now) const {
+    const Run& run = *reader.run();
+    if (options_.iterations == 0 || run.iteration_seconds.count == 0) {
+        return std::nan("");
+    }
+    const double mean = run.iteration_seconds.mean();
+    const Now state = reader.now();
+    const std::uint32_t done = ended(run);
+    const double rest = options_.iterations > done ? options_.iterations - done : 0;
+    const double used = state.in_iteration ? std::min(mean, now - state.iteration_since) : 0;
+    return std::max(0.0, rest * mean - used);
+}
+
+std::vector<std::string> LiveView::screen(const RunReader& reader, double now) const {
+    const Run* const run = reader.run();
+    if (run == nullptr) {
+        return {"wivex: waiting for the run to begin"};
+    }
+    const Now state = reader.now();
+    std::vector<std::string> lines;
+    std::string title = "wivex  " + std::string(title_of(run->mode));
+    if (!run->device.vendor_id.empty()) {
+        title += "  module " + run->device.vendor_id + ":" + run->device.product_id;
+    }
+    const std::uint32_t current = run->started == 0 ? 0 : run->started;
+    lines.push_back(title + "  iteration " + of_all(current, options_.iterations));
+    if (options_.iterations != 0) {
+        lines.push_back(bar(ended(*run), options_.iterations,
+                            std::max(options_.columns, least_columns)));
+    }
+    lines.push_back(counts(*run));
+    std::string phase = "now: ";
+    if (!state.running) {
+        phase += "the run is over";
+    } else if (!state.in_iteration) {
+        phase += "start";
+    } else if (state.phase == Phase::none) {
+        phase += "pause, " + duration_text(std::floor(now - state.phase_since));
+    } else {
+        phase += std::string(name_of(state.phase)) + " for " +
+                 duration_text(std::floor(now - state.phase_since));
+    }
+    if (state.megabits_per_second >= 0) {
+        phase += "   throughput " + figure_text(state.megabits_per_second) + " Mbit/s";
+    }
+    if (run->throughput.count != 0) {
+        phase += "   mean " + figure_text(run->throughput.mean()) + " Mbit/s";
+    }
+    lines.push_back(phase);
+    std::string time = "time: " + duration_text(std::floor(now - state.run_since));
+    const double left = seconds_left(reader, now);
+    if (!std::isnan(left)) {
+        time += "   left: about " + duration_text(std::floor(left));
+    }
+    lines.push_back(time);
+    const Failure* const failure = last_failure(*run, false);
+    if (failure != nullptr) {
+        lines.push_back("last failure: iteration " + std::to_string(failure->iteration) + ", " +
+                        words_of(*failure));
+    }
+    return lines;
+}
+
+std::string LiveView::iteration_line(const Run& run, const Iteration& iteration) const {
+    std::string line = "iteration " + of_all(iteration.number + 1, options_.iterations) + " " +
+                       std::string(name_of(iteration.outcome));
+    if (!std::isnan(iteration.seconds)) {
+        line += ", " + duration_text(iteration.seconds);
+    }
+    if (iteration.throughput >= 0) {
+        line += ", " + figure_text(iteration.throughput) + " Mbit/s";
+    }
+    for (auto failure = run.failures.rbegin(); failure != run.failures.rend(); ++failure) {
+        if (failure->iteration == iteration.number && !failure->warning) {
+            line += ", " + words_of(*failure);
+            break;
+        }
+    }
+    return line;
+}
+
+// What has happened since the last call and stays on the screen: every iteration as a plain line,
+// or only the failures above a view that is redrawn.
+std::string LiveView::news(const RunReader& reader) {
+    const Run* const run = reader.run();
+    if (run == nullptr) {
+        return {};
+    }
+    const std::uint64_t runs = reader.log().runs.size() + reader.log().dropped_runs;
+    if (runs != told_runs_) {
+        told_runs_ = runs;
+        told_iterations_ = 0;
+    }
+    std::string text;
+    for (; told_iterations_ < run->iterations.size(); ++told_iterations_) {
+        const Iteration& iteration = run->iterations[told_iterations_];
+        if (!options_.redraw || iteration.outcome != Outcome::passed) {
+            text += fitted(iteration_line(*run, iteration)) + "\n";
+        }
+    }
+    return text;
+}
+
+std::string LiveView::update(const RunReader& reader, double now) {
+    std::string text = news(reader);
+    if (!options_.redraw) {
+        return text;
+    }
+    text.insert(0, erase());
+    const std::vector<std::string> lines = screen(reader, now);
+    for (const std::string& line : lines) {
+        text += fitted(line) + "\n";
+    }
+    drawn_ = lines.size();
+    return text;
+}
+
+std::string LiveView::finish(const RunReader& reader) {
+    std::string text = options_.redraw ? erase() : "";
+    drawn_ = 0;
+    text += news(reader);
+    if (reader.run() != nullptr) {
+        text += summary(*reader.run());
+    }
+    return text;
+}
+
+std::string summary(const Run& run) {
+    std::string text = std::string(title_of(run.mode)) + ": " + verdict_sentence(run) + " (" +
+                       std::string(name_of(run.end)) + ")\n";
+    for (int number = 1; number <= 9; ++number) {
+        const std::uint32_t failures = run.failures_of_test_case(number);
+        if (failures != 0) {
+            text += "  test case " + std::to_string(number) + " (" +
+                    std::string(title_of_test_case(number)) +
+                    "): " + count_text(failures, "failure", "failures") + " recorded\n";
+        }
+    }
+    for (std::size_t i = 0; i < cause_count; ++i) {
+        const CauseCount& count = run.causes[i];
+        if (count.failures + count.warnings != 0) {
+            const CauseRow& row = row_of(static_cast<Cause>(i));
+            text += "  " + std::to_string(count.failures + count.warnings) + " x " +
+                    std::string(name_of(row.phase)) + ": " + std::string(row.words) +
+                    (count.failures == 0 ? " (warning)" : "") + "\n";
+        }
+    }
+    if (run.failures_without_test_case() != 0) {
+        text += "  the console does not tell the mode: give it with --mode\n";
+    }
+    if (run.throughput.count != 0) {
+        text += "  throughput " + figure_text(run.throughput.least) + " to " +
+                figure_text(run.throughput.most) + " Mbit/s, mean " +
+                figure_text(run.throughput.mean()) + "\n";
+    }
+    return text;
+}
+
+} // namespace wivex::report

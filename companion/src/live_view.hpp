@@ -1,0 +1,52 @@
+// The live view: a few lines that a terminal of 80 columns redraws, or, where there is none, one
+// plain line for every iteration.
+#pragma once
+
+#include "run_reader.hpp"
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace wivex::report {
+
+struct LiveOptions {
+    /// Iterations that the run will have; 0: unknown.
+    std::uint32_t iterations = 0;
+    /// Redraw in place; otherwise plain lines.
+    bool redraw = false;
+    std::size_t columns = 80;
+};
+
+class LiveView {
+public:
+    explicit LiveView(LiveOptions options) : options_(options) {}
+
+    /// What to write now to bring the view up to date, at `now` on the clock of the reader.
+    std::string update(const RunReader& reader, double now);
+
+    /// The last words, once the console has ended.
+    std::string finish(const RunReader& reader);
+
+    void set_columns(std::size_t columns) {
+        options_.columns = columns;
+    }
+
+private:
+    std::string news(const RunReader& reader);
+    std::string iteration_line(const Run& run, const Iteration& iteration) const;
+    std::vector<std::string> screen(const RunReader& reader, double now) const;
+    std::string erase() const;
+    std::string fitted(std::string line) const;
+    double seconds_left(const RunReader& reader, double now) const;
+
+    LiveOptions options_;
+    std::size_t drawn_ = 0;
+    std::uint64_t told_runs_ = 0;
+    std::uint32_t told_iterations_ = 0;
+};
+
+/// The run in a few plain lines, for the end of a terminal session.
+std::string summary(const Run& run);
+
+} // namespace wivex::report

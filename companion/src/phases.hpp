@@ -1,0 +1,79 @@
+// What a run consists of: its modes, the phases of an iteration, and the verdicts.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+namespace wivex::report {
+
+enum class Phase : std::uint8_t {
+    module,
+    driver,
+    mac,
+    loopback,
+    session,
+    scan,
+    associate,
+    find,
+    negotiate,
+    group,
+    dhcp,
+    traffic,
+    serve,
+    disconnect,
+    removal,
+    none,
+};
+
+constexpr std::size_t phase_count = static_cast<std::size_t>(Phase::none);
+
+enum class Mode : std::uint8_t { unknown, legacy, device, go, client, scan, softap, checks };
+
+/// Of a phase, in the order of weight: the worst of several holds.
+enum class Verdict : std::uint8_t { none, passed, warned, unfinished, failed };
+
+/// Of an iteration. `uncounted`: the mode failed in a way that the tool's result file leaves out.
+enum class Outcome : std::uint8_t { passed, failed, uncounted, unfinished };
+
+/// How a run ended, as far as the console tells.
+enum class RunEnd : std::uint8_t {
+    open,
+    finished,
+    interrupted,
+    killed,
+    softap,
+    not_started,
+    broke_off,
+};
+
+constexpr std::size_t index_of(Phase phase) {
+    return static_cast<std::size_t>(phase);
+}
+
+constexpr std::array<Phase, phase_count> all_phases() {
+    std::array<Phase, phase_count> phases{};
+    for (std::size_t i = 0; i < phase_count; ++i) {
+        phases[i] = static_cast<Phase>(i);
+    }
+    return phases;
+}
+
+/// The short names that stand in run.json and junit.xml.
+std::string_view name_of(Phase phase);
+std::string_view name_of(Mode mode);
+std::string_view name_of(Verdict verdict);
+std::string_view name_of(Outcome outcome);
+std::string_view name_of(RunEnd end);
+
+/// The mode as a reader calls it, for example "legacy WLAN".
+std::string_view title_of(Mode mode);
+
+/// The mode that the tool's option letter chooses; `Mode::unknown` for any other letter.
+Mode mode_of_option(char letter);
+
+/// The phase that usually follows `phase` in an iteration of `mode`; `Phase::none` at its end.
+Phase phase_after(Mode mode, Phase phase);
+
+} // namespace wivex::report

@@ -1,0 +1,38 @@
+// One use of the program: a console read from a descriptor, shown live, reported at its end and,
+// for a long run, in between.
+#pragma once
+
+#include "live_view.hpp"
+#include "run_reader.hpp"
+
+#include <cstdint>
+#include <string>
+
+namespace wivex::report {
+
+namespace exit_status {
+constexpr int done = 0;
+constexpr int run_failed = 1;
+constexpr int usage = 2;
+constexpr int not_written = 3;
+} // namespace exit_status
+
+struct SessionOptions {
+    ReaderOptions reader;
+    LiveOptions live;
+    /// Where the live view goes; -1: nowhere.
+    int live_fd = -1;
+    /// Directory of the report; empty: none.
+    std::string out;
+    /// Seconds between reports while the run goes on; 0: only at its end.
+    int refresh = 60;
+    /// Where the summary goes.
+    int summary_fd = 2;
+    /// Tell a failed run by the exit status.
+    bool check = false;
+};
+
+/// Reads `fd` to its end. Returns an exit status.
+int run_session(int fd, const SessionOptions& options);
+
+} // namespace wivex::report

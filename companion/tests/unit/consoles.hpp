@@ -1,0 +1,66 @@
+// Consoles as the tool prints them, for the tests to put together.
+#pragma once
+
+#include "run_reader.hpp"
+
+#include <string>
+#include <string_view>
+
+namespace report_test {
+
+inline const std::string banner = "\n[WIFI]WIVEX2_0_160421_INCREASE_SCAN_RESULT_SIZE\n\n"
+                                  "[WIFI]This build is compiled on May 13 2016, 02:36:07.\n"
+                                  "[WIFI]Reading Conf file: /lib/modules/wifi/wivex.cfg\n"
+                                  "[WIFI]USBFS is already Mounted\n[WIFI]USBFS is Mounted\n";
+
+inline const std::string checks_pass = "\n[WIFI]Chip type is = 2\n"
+                                       "[WIFI]Chip vendor id = 0cf3 and product id 9378\n"
+                                       "[WIFI]MODULE CONNECTED\n[WIFI]WIFI DRIVER READY\n";
+
+inline const std::string session_closes =
+    "[WIFI]Here at 217 wpa_ctrl_close...\nValue of sigterm_var is 0 ...\n"
+    "[WIFI]Here at 217 wpa_ctrl_close...\nValue of sigterm_var is 0 ...\n";
+
+inline const std::string scan_and_associate =
+    "Scan Command Sent Successfully...\nline-apis found...\n"
+    "Scan_Results Command Sent Successfully...\nCall to ADD_NETWORK is Successful...\n"
+    "Result of cmd_to_setnetwork function is 0\nCall to SELECT_NETWORK is Successful...\n";
+
+inline const std::string take_address =
+    "Executing dhclient...\nudhcpc -i wlan0 --now.\n"
+    "udhcpc: lease of 192.168.49.40 obtained from 192.168.49.1, lease time 600\n"
+    "Command to udhcpc is successful...\n";
+
+inline const std::string traffic =
+    "[  3]  0.0- 1.0 sec  11.0 MBytes  92.3 Mbits/sec\n"
+    "[  3]  1.0- 2.0 sec  11.4 MBytes  95.6 Mbits/sec\n"
+    "[  3]  0.0- 2.0 sec  22.4 MBytes  94.0 Mbits/sec\nRun Iperf Successful...\n";
+
+inline const std::string disconnect =
+    "DISABLE_NETWORK 0 \nCall to DISABLE_NETWORK is successful...\n";
+
+inline const std::string legacy_pass = checks_pass + scan_and_associate + take_address + traffic +
+                                       disconnect + session_closes;
+
+inline const std::string end = "[WIFI]ResultFile: /root/WIFIResult Updated\n[WIFI]Cleanup\n";
+
+inline const std::string interrupt =
+    "[WIFI] Got ^C. Writing results to file before quitting.Please hold on...\n"
+    "[WIFI]ResultFile: /root/WIFIResult Updated\n"
+    "[WIFI] Before resultFile.flush call \n[WIFI]Cleanup\n";
+
+inline wivex::report::Log read(std::string_view console,
+                               wivex::report::ReaderOptions options = {}) {
+    wivex::report::RunReader reader(options);
+    reader.feed(console);
+    reader.finish();
+    return reader.log();
+}
+
+inline wivex::report::Run read_run(std::string_view console,
+                                   wivex::report::ReaderOptions options = {}) {
+    const wivex::report::Log log = read(console, options);
+    return log.runs.empty() ? wivex::report::Run() : log.runs.back();
+}
+
+} // namespace report_test

@@ -1,0 +1,148 @@
+#include "junit_schema.hpp"
+
+#include <array>
+#include <cstring>
+#include <regex>
+#include <vector>
+
+namespace report_test {
+
+namespace {
+
+struct Attribute {
+    const char* name;
+    const char* form;
+};
+
+constexpr const char* any = "[\\s\\S]*";
+constexpr const char* some = "[\\s\\S]+";
+constexpr const char* whole = "[0-9]+";
+constexpr const char* decimal = "[0-9]+(\\.[0-9]+)?";
+constexpr const char* date_time = "[0-9]{4}-[0-9]{2}-[0-9]{2}T[0-9]{2}:[0-9]{2}:[0-9]{2}";
+
+std::string check_attributes(pugi::xml_node node, const std::vector<Attribute>& required,
+                             const std::vector<Attribute>& optional = {}) {
+    for (const Attribute& attribute : required) {
+        if (!node.attribute(attribute.name)) {
+            return std::string(node.name()) + " has no " + attribute.name;
+        }
+    }
+    std::vector<Attribute> all = required;
+    all.insert(all.end(), optional.begin(), optional.end());
+    for (const pugi::xml_attribute found : node.attributes()) {
+        bool known = false;
+        for (const Attribute& attribute : all) {
+            if (std::strcmp(found.name(), attribute.name) == 0) {
+                known = std::regex_match(found.value(), std::regex(attribute.form));
+            }
+        }
+        if (!known) {
+            return std::string(node.name()) + ": bad attribute " + found.name() + "=" +
+                   found.value();
+        }
+    }
+    return {};
+}
+
+std::string check_test_case(pugi::xml_node test) {
+    std::string problem =
+        check_attributes(test, {{"name", some}, {"classname", some}, {"time", decimal}});
+    int results = 0;
+    for (const pugi::xml_node child : test.children()) {
+        ++results;
+        const std::string name = child.name();
+        if (name == "skipped") {
+            problem += check_attributes(child, {});
+        } else if (name == "failure" || name == "error") {
+            problem += check_attributes(child, {{"type", some}}, {{"message", any}});
+        } else {
+            problem += "testcase holds " + name;
+        }
+    }
+    return results > 1 ? "testcase has two results" : problem;
+}
+
+std::string check_properties(pugi::xml_node list) {
+    std::string problem = check_attributes(list, {});
+    for (const pugi::xml_node child : list.children()) {
+        if (std::strcmp(child.name(), "property") != 0) {
+            return "properties hold " + std::string(child.name());
+        }
+        problem += check_attributes(child, {{"name", some}, {"value", any}});
+    }
+    return problem;
+}
+
+std::string check_counts(pugi::xml_node suite) {
+    unsigned tests = 0;
+    unsigned failures = 0;
+    unsigned skipped = 0;
+    for (const pugi::xml_node test : suite.children("testcase")) {
+        ++tests;
+        failures += test.child("failure") ? 1 : 0;
+        skipped += test.child("skipped") ? 1 : 0;
+    }
+    const bool right = suite.attribute("tests").as_uint() == tests &&
+                       suite.attribute("failures").as_uint() == failures &&
+                       suite.attribute("skipped").as_uint() == skipped;
+    return right ? "" : "the counts of a testsuite are wrong";
+}
+
+// In this order: properties, any number of test cases, system-out, system-err.
+std::string check_suite(pugi::xml_node suite) {
+    std::string problem = check_attributes(suite,
+                                           {{"name", some},
+                                            {"package", any},
+                                            {"id", whole},
+                                            {"timestamp", date_time},
+                                            {"hostname", some},
+                                            {"tests", whole},
+                                            {"failures", whole},
+                                            {"errors", whole},
+                                            {"time", decimal}},
+                                           {{"skipped", whole}});
+    constexpr std::array<const char*, 4> order{"properties", "testcase", "system-out",
+                                               "system-err"};
+    std::array<int, 4> counts{};
+    std::size_t position = 0;
+    for (const pugi::xml_node child : suite.children()) {
+        while (position < order.size() && std::strcmp(child.name(), order.at(position)) != 0) {
+            ++position;
+        }
+        if (position == order.size()) {
+            return "testsuite: " + std::string(child.name()) + " is out of place";
+        }
+        ++counts.at(position);
+        if (position == 0) {
+            problem += check_properties(child);
+        } else if (position == 1) {
+            problem += check_test_case(child);
+        }
+    }
+    if (counts[0] != 1 || counts[2] != 1 || counts[3] != 1) {
+        return "testsuite misses or repeats an element";
+    }
+    return problem + check_counts(suite);
+}
+
+} // namespace
+
+std::string junit_problem(const pugi::xml_document& document) {
+    const pugi::xml_node suites = document.child("testsuites");
+    if (!suites || suites.next_sibling()) {
+        return "the root is not one testsuites element";
+    }
+    std::string problem = check_attributes(suites, {});
+    unsigned id = 0;
+    for (const pugi::xml_node suite : suites.children()) {
+        if (std::strcmp(suite.name(), "testsuite") != 0) {
+            return "testsuites holds " + std::string(suite.name());
+        }
+        problem += check_suite(suite);
+        problem += suite.attribute("id").as_uint() == id ? "" : "ids do not count from 0";
+        ++id;
+    }
+    return problem;
+}
+
+} // namespace report_test
