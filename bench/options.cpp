@@ -22,8 +22,8 @@ constexpr const char* usage =
     "  --set KEY=VALUE     one more configuration value\n"
     "  --out DIR           leave files, command log and usage there\n"
     "  --tool PATH         the tool (default: ../wivex beside this program)\n"
-    "  --emulator COMMAND  run a tool for another processor with this program and its options\n"
-    "  --driver LIBRARY    the simulated driver for that processor\n"
+    "  --under COMMAND     start the tool through this program and its options (an emulator)\n"
+    "  --driver LIBRARY    the simulated driver for the emulated processor\n"
     "  --preload LIBRARY   load a library before the tool\n"
     "  --faster N          let the tool's clock run N times as fast\n"
     "  --limit-files N     limit the tool's descriptors\n"
@@ -36,7 +36,7 @@ constexpr std::array<option, 14> long_options{{{"scenario", required_argument, n
                                                {"set", required_argument, nullptr, 'k'},
                                                {"out", required_argument, nullptr, 'o'},
                                                {"tool", required_argument, nullptr, 't'},
-                                               {"emulator", required_argument, nullptr, 'e'},
+                                               {"under", required_argument, nullptr, 'u'},
                                                {"driver", required_argument, nullptr, 'd'},
                                                {"preload", required_argument, nullptr, 'p'},
                                                {"faster", required_argument, nullptr, 'f'},
@@ -83,8 +83,8 @@ bool take_option(int letter, const char* value, Options& options) {
     case 't':
         options.tool = value;
         return true;
-    case 'e':
-        options.emulator = value;
+    case 'u':
+        options.under = value;
         return true;
     case 'd':
         options.driver = value;

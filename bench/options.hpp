@@ -14,8 +14,8 @@ struct Options {
     std::vector<std::string> settings;
     std::string out;
     std::string tool;
-    /// A program and its options, put before a tool that was built for another processor.
-    std::string emulator;
+    /// Program that starts the tool, with its options: an emulator. Empty when none does.
+    std::string under;
     /// The simulated driver, built for the tool's processor.
     std::string driver;
     std::vector<std::string> preloads;

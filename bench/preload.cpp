@@ -40,16 +40,16 @@ std::string preload_in_world(std::size_t index) {
 }
 
 std::vector<std::string> emulator_words(const Options& options) {
-    std::istringstream text(options.emulator);
+    std::istringstream text(options.under);
     std::vector<std::string> words{std::istream_iterator<std::string>(text), {}};
-    if (!words.empty()) {
+    if (!words.empty() && !options.preloads.empty()) {
         words.insert(words.end(), {"-E", "LD_PRELOAD=" + libraries_in_world(options)});
     }
     return words;
 }
 
 void set_preload_environment(const Options& options) {
-    std::string libraries = options.emulator.empty() ? libraries_in_world(options) : "";
+    std::string libraries = options.under.empty() ? libraries_in_world(options) : "";
     if (options.speed > 1) {
         const std::string clock = find_clock_library();
         if (clock.empty()) {

@@ -18,8 +18,8 @@ Bench on_arm(const std::string& scenario, const std::vector<std::string>& argume
     return Bench(scenario)
         .option("--tool", ARM_TOOL)
         .option("--driver", ARM_DRIVER)
-        .option("--emulator", "qemu-arm -L /usr/arm-linux-gnueabihf "
-                              "-E LD_LIBRARY_PATH=/usr/lib/arm-linux-gnueabihf")
+        .option("--under", "qemu-arm -L /usr/arm-linux-gnueabihf "
+                           "-E LD_LIBRARY_PATH=/usr/lib/arm-linux-gnueabihf")
         .args(arguments);
 }
 
