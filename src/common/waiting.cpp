@@ -92,6 +92,7 @@ int wait_for_driver(int fd, unsigned long request, void* argument) {
 }
 
 int wait_for_child(pid_t pid) {
+    flush_out();
     int status = -1;
     pid_t ended = -1;
     const InterruptsOpen open;
