@@ -3,7 +3,8 @@
 add_library(wivex_flags INTERFACE)
 target_compile_options(wivex_flags INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wformat=2 -Werror)
-target_compile_definitions(wivex_flags INTERFACE _FILE_OFFSET_BITS=64)
+# 64-bit times on 32-bit devices too; on a kernel that has none the C library uses the old calls.
+target_compile_definitions(wivex_flags INTERFACE _FILE_OFFSET_BITS=64 _TIME_BITS=64)
 
 if(WIVEX_FUZZ)
   target_compile_options(wivex_flags INTERFACE
@@ -20,8 +21,25 @@ else()
     -D_FORTIFY_SOURCE=2)
 endif()
 
+# Debian's C library for 32-bit ARM lacks what a static position-independent program starts with.
+if(WIVEX_STATIC)
+  include(CheckLinkerFlag)
+  check_linker_flag(CXX -static-pie WIVEX_STATIC_PIE)
+endif()
+
 add_library(wivex_link_flags INTERFACE)
 if(NOT WIVEX_SANITIZE AND NOT WIVEX_FUZZ)
+  if(NOT WIVEX_STATIC)
+    target_link_options(wivex_link_flags INTERFACE -pie -Wl,--as-needed)
+  elseif(WIVEX_STATIC_PIE)
+    target_link_options(wivex_link_flags INTERFACE -static-pie)
+  else()
+    target_link_options(wivex_link_flags INTERFACE -static -no-pie)
+  endif()
+  if(WIVEX_STATIC)
+    # libnl's name look-ups, which the tool never calls, would be warned of at every link.
+    target_link_options(wivex_link_flags INTERFACE -Wl,--no-warnings)
+  endif()
   target_link_options(wivex_link_flags INTERFACE
-    -pie -Wl,--gc-sections -Wl,--as-needed -Wl,-z,relro -Wl,-z,now -Wl,-z,noexecstack)
+    -Wl,--gc-sections -Wl,-z,relro -Wl,-z,now -Wl,-z,noexecstack)
 endif()

@@ -1,5 +1,6 @@
 # Sourced: what each target architecture is called by the compiler and by Debian.
-# use_architecture NAME  sets arch, debian_arch, triplet, suffix (of a package's name) and crossing.
+# use_architecture NAME  sets arch, debian_arch, triplet, suffix (of a package's name), crossing,
+#                        compiler_package and strip (the program's name).
 
 architectures='armhf arm64 armel x86_64'
 
@@ -25,8 +26,8 @@ use_architecture() {
         ;;
     esac
     if [ "$debian_arch" = "$(dpkg --print-architecture)" ]; then
-        crossing=no suffix=
+        crossing=no suffix='' compiler_package=g++ strip=strip
     else
-        crossing=yes suffix=:$debian_arch
+        crossing=yes suffix=:$debian_arch compiler_package=g++-$(echo "$triplet" | tr _ -) strip=$triplet-strip
     fi
 }
