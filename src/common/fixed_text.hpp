@@ -14,8 +14,13 @@ class FixedText {
 public:
     FixedText() = default;
     explicit FixedText(std::string_view text) {
-        const std::size_t length = std::min(text.size(), Size - 1);
-        std::copy_n(text.begin(), length, characters_.begin());
+        append(text);
+    }
+
+    void append(std::string_view text) {
+        const std::size_t used = view().size();
+        const std::size_t length = std::min(text.size(), Size - 1 - used);
+        std::copy_n(text.begin(), length, characters_.begin() + used);
     }
 
     const char* c_str() const {

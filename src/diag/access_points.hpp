@@ -2,6 +2,7 @@
 #pragma once
 
 #include "common/fixed_text.hpp"
+#include "diag/information_elements.hpp"
 
 #include <array>
 #include <cstddef>
@@ -16,7 +17,7 @@ struct AccessPoint {
     FixedText<8> signal;
     FixedText<18> bssid;
     /// As printed: with its escapes.
-    FixedText<129> ssid;
+    SsidText ssid;
 };
 
 /// A list of fixed size, so that the scan's callback never allocates.

@@ -38,16 +38,14 @@ Bytes find_ssid(Bytes elements) {
     return {};
 }
 
-std::string escape_ssid(Bytes ssid) {
-    std::string text;
+SsidText escape_ssid(Bytes ssid) {
+    SsidText text;
     for (std::size_t at = 0; at < ssid.size(); ++at) {
-        if (is_printed_as_it_is(ssid, at)) {
-            text.push_back(static_cast<char>(ssid[at]));
-            continue;
+        std::array<char, 5> shown{static_cast<char>(ssid[at])};
+        if (!is_printed_as_it_is(ssid, at)) {
+            std::snprintf(shown.data(), shown.size(), "\\x%.2x", static_cast<unsigned>(ssid[at]));
         }
-        std::array<char, 5> escape{};
-        std::snprintf(escape.data(), escape.size(), "\\x%.2x", static_cast<unsigned>(ssid[at]));
-        text += escape.data();
+        text.append(shown.data());
     }
     return text;
 }

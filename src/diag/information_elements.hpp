@@ -1,9 +1,10 @@
 // The SSID in the information elements of a beacon or probe response, and how it is printed.
 #pragma once
 
+#include "common/fixed_text.hpp"
+
 #include <cstdint>
 #include <span>
-#include <string>
 
 namespace wivex {
 
@@ -13,7 +14,10 @@ using Bytes = std::span<const std::uint8_t>;
 /// bytes than there are end the search.
 Bytes find_ssid(Bytes elements);
 
+/// Room for 32 bytes of which each needs four characters.
+using SsidText = FixedText<129>;
+
 /// The SSID as text: a blank at either end, a backslash and what is not printable become "\xNN".
-std::string escape_ssid(Bytes ssid);
+SsidText escape_ssid(Bytes ssid);
 
 } // namespace wivex

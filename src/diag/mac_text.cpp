@@ -4,10 +4,14 @@
 
 namespace wivex {
 
-std::string format_mac(const std::array<std::uint8_t, 6>& bytes) {
-    std::array<char, mac_text_length + 1> text{};
+void format_mac(std::span<char, mac_text_length + 1> text, std::span<const std::uint8_t, 6> bytes) {
     std::snprintf(text.data(), text.size(), "%02X:%02X:%02X:%02X:%02X:%02X", bytes[0], bytes[1],
                   bytes[2], bytes[3], bytes[4], bytes[5]);
+}
+
+std::string format_mac(const std::array<std::uint8_t, 6>& bytes) {
+    std::array<char, mac_text_length + 1> text{};
+    format_mac(text, bytes);
     return text.data();
 }
 

@@ -2,6 +2,7 @@
 
 #include <linux/nl80211.h>
 #include <netlink/attr.h>
+#include <netlink/genl/genl.h>
 #include <netlink/msg.h>
 
 #include <algorithm>
@@ -35,6 +36,24 @@ Bytes payload(const nlattr* attribute) {
             static_cast<std::size_t>(nla_len(attribute))};
 }
 
+// Null when the message is too short for a generic netlink header.
+genlmsghdr* generic_header(nl_msg* message) {
+    nlmsghdr* const header = nlmsg_hdr(message);
+    return genlmsg_valid_hdr(header, 0) != 0 ? static_cast<genlmsghdr*>(nlmsg_data(header))
+                                             : nullptr;
+}
+
+nlattr* find_bss(nl_msg* message) {
+    genlmsghdr* const header = generic_header(message);
+    if (header == nullptr) {
+        return nullptr;
+    }
+    std::array<nlattr*, NL80211_ATTR_MAX + 1> attributes{};
+    nla_parse(attributes.data(), NL80211_ATTR_MAX, genlmsg_attrdata(header, 0),
+              genlmsg_attrlen(header, 0), nullptr);
+    return attributes[NL80211_ATTR_BSS];
+}
+
 BssParse take_bss(const BssAttributes& attributes, BssEntry& bss) {
     const nlattr* const bssid = attributes[NL80211_BSS_BSSID];
     const nlattr* const elements = attributes[NL80211_BSS_INFORMATION_ELEMENTS];
@@ -57,24 +76,21 @@ bool begin(nl_msg* message, int family, int flags, std::uint8_t command, unsigne
 } // namespace
 
 BssParse parse_bss(nl_msg* message, BssEntry& bss) {
-    auto* const header = static_cast<genlmsghdr*>(nlmsg_data(nlmsg_hdr(message)));
-    std::array<nlattr*, NL80211_ATTR_MAX + 1> top{};
-    nla_parse(top.data(), NL80211_ATTR_MAX, genlmsg_attrdata(header, 0), genlmsg_attrlen(header, 0),
-              nullptr);
-    if (top[NL80211_ATTR_BSS] == nullptr) {
+    nlattr* const nested = find_bss(message);
+    if (nested == nullptr) {
         return BssParse::no_bss;
     }
     auto policy = bss_policy();
     BssAttributes attributes{};
-    if (nla_parse_nested(attributes.data(), NL80211_BSS_MAX, top[NL80211_ATTR_BSS],
-                         policy.data()) != 0) {
+    if (nla_parse_nested(attributes.data(), NL80211_BSS_MAX, nested, policy.data()) != 0) {
         return BssParse::malformed;
     }
     return take_bss(attributes, bss);
 }
 
 int command_of(nl_msg* message) {
-    return static_cast<const genlmsghdr*>(nlmsg_data(nlmsg_hdr(message)))->cmd;
+    const genlmsghdr* const header = generic_header(message);
+    return header == nullptr ? -1 : header->cmd;
 }
 
 bool make_scan_trigger(nl_msg* message, nl_msg* ssids, int family, unsigned interface_index) {

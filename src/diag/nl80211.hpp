@@ -1,34 +1,14 @@
-// Netlink objects with owners, and nl80211 messages as typed values. Nothing above this file sees
-// an attribute.
+// nl80211 messages as typed values. Nothing above this file sees an attribute.
 #pragma once
 
 #include "diag/information_elements.hpp"
 
-#include <netlink/genl/ctrl.h>
-#include <netlink/genl/genl.h>
-#include <netlink/netlink.h>
-
 #include <array>
 #include <cstdint>
-#include <memory>
+
+struct nl_msg;
 
 namespace wivex {
-
-struct NetlinkReleaser {
-    void operator()(nl_sock* socket) const {
-        nl_socket_free(socket);
-    }
-    void operator()(nl_msg* message) const {
-        nlmsg_free(message);
-    }
-    void operator()(nl_cb* callbacks) const {
-        nl_cb_put(callbacks);
-    }
-};
-
-using NetlinkSocket = std::unique_ptr<nl_sock, NetlinkReleaser>;
-using NetlinkMessage = std::unique_ptr<nl_msg, NetlinkReleaser>;
-using NetlinkCallbacks = std::unique_ptr<nl_cb, NetlinkReleaser>;
 
 /// One BSS of a scan dump.
 struct BssEntry {
@@ -52,7 +32,7 @@ enum class BssParse {
 /// Reads the BSS of a message; attributes that are missing or too short are never read.
 BssParse parse_bss(nl_msg* message, BssEntry& bss);
 
-/// The nl80211 command of a message.
+/// The nl80211 command of a message; -1 when it is too short to have one.
 int command_of(nl_msg* message);
 
 /// Fills `message` as a request to trigger a scan for all SSIDs, which `ssids` (empty) serves to

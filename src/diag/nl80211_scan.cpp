@@ -2,14 +2,15 @@
 
 #include "common/console.hpp"
 #include "common/unique_fd.hpp"
-#include "common/waiting.hpp"
 #include "diag/access_points.hpp"
-#include "diag/mac_text.hpp"
+#include "diag/netlink.hpp"
 #include "diag/nl80211.hpp"
+#include "diag/scan_listing.hpp"
 
 #include <linux/nl80211.h>
 #include <net/if.h>
-#include <netlink/errno.h>
+#include <netlink/genl/ctrl.h>
+#include <netlink/genl/genl.h>
 
 #include <cerrno>
 #include <cstdio>
@@ -22,8 +23,6 @@ namespace {
 constexpr const char* scan_interface = "wlan0";
 
 constexpr int failed = -2;
-constexpr int no_limit = -1;
-constexpr std::int64_t pause_on_error_us = 10'000;
 
 struct TriggerState {
     /// 1 until the kernel has answered the request, then 0 or its error number.
@@ -79,27 +78,6 @@ int end_of_dump(nl_msg* /*message*/, void* argument) {
     return NL_STOP;
 }
 
-// The signal with its truncating division: -5512 is printed as -55.-12. Evaluations of the listing
-// read it so.
-std::string signal_text(std::int32_t signal_mbm) {
-    std::array<char, 32> text{};
-    std::snprintf(text.data(), text.size(), "%d.%.2d", signal_mbm / 100, signal_mbm % 100);
-    return text.data();
-}
-
-void write_bss(std::FILE* listing, const BssEntry& bss) {
-    const std::string bssid = format_mac(bss.bssid);
-    const std::string signal = signal_text(bss.signal_mbm);
-    const std::string ssid = escape_ssid(find_ssid(bss.elements));
-    std::fprintf(listing, "BSS %s \n\tsignal: %s dBm\n\tSSID: %s\n", bssid.c_str(), signal.c_str(),
-                 ssid.c_str());
-    AccessPoint access_point;
-    access_point.signal = FixedText<8>(signal);
-    access_point.bssid = FixedText<18>(bssid);
-    access_point.ssid = FixedText<129>(ssid);
-    scan_table().append(access_point);
-}
-
 int take_bss(nl_msg* message, DumpState& state) {
     if (scan_table().full()) {
         print_out("[WIFI]Number of scan APs coming more than %zu\n", scan_table_capacity);
@@ -119,7 +97,7 @@ int take_bss(nl_msg* message, DumpState& state) {
     case BssParse::complete:
         break;
     }
-    write_bss(state.listing, bss);
+    scan_table().append(list_bss(state.listing, bss));
     return NL_SKIP;
 }
 
@@ -132,34 +110,41 @@ int scan_dump_callback(nl_msg* message, void* argument) {
     return take_bss(message, state);
 }
 
-// Receives once; the socket does not block, so that only the waiting room waits. An error that
-// stays on the socket must not spin.
-int wait_and_receive(nl_sock* socket, nl_cb* callbacks) {
-    wait_readable(nl_socket_get_fd(socket), no_limit);
-    const int result = nl_recvmsgs(socket, callbacks);
-    if (result == -NLE_AGAIN) {
-        return 0;
+struct Trigger {
+    NetlinkMessage message;
+    NetlinkMessage ssids;
+    NetlinkCallbacks callbacks;
+};
+
+bool allocate(Trigger& trigger) {
+    trigger.message.reset(nlmsg_alloc());
+    if (!trigger.message) {
+        print_out("ERROR: Failed to allocate netlink message for msg.\n");
+        return false;
     }
-    if (result < 0) {
-        wait_for(0, pause_on_error_us);
+    trigger.ssids.reset(nlmsg_alloc());
+    if (!trigger.ssids) {
+        print_out("ERROR: Failed to allocate netlink message for ssids_to_scan.\n");
+        return false;
     }
-    return result;
+    trigger.callbacks = make_netlink_callbacks();
+    if (!trigger.callbacks) {
+        print_out("ERROR: Failed to allocate netlink callbacks.\n");
+        return false;
+    }
+    return true;
 }
 
-NetlinkCallbacks make_trigger_callbacks(TriggerState& state) {
-    NetlinkCallbacks callbacks(nl_cb_alloc(NL_CB_DEFAULT));
-    if (callbacks) {
-        nl_cb_set(callbacks.get(), NL_CB_VALID, NL_CB_CUSTOM, scan_trigger_callback, &state);
-        nl_cb_err(callbacks.get(), NL_CB_CUSTOM, error_handler, &state);
-        nl_cb_set(callbacks.get(), NL_CB_FINISH, NL_CB_CUSTOM, finish_handler, &state);
-        nl_cb_set(callbacks.get(), NL_CB_ACK, NL_CB_CUSTOM, ack_handler, &state);
-        nl_cb_set(callbacks.get(), NL_CB_SEQ_CHECK, NL_CB_CUSTOM, no_sequence_check, nullptr);
-    }
-    return callbacks;
+void report_to(TriggerState& state, nl_cb* callbacks) {
+    nl_cb_set(callbacks, NL_CB_VALID, NL_CB_CUSTOM, scan_trigger_callback, &state);
+    nl_cb_err(callbacks, NL_CB_CUSTOM, error_handler, &state);
+    nl_cb_set(callbacks, NL_CB_FINISH, NL_CB_CUSTOM, finish_handler, &state);
+    nl_cb_set(callbacks, NL_CB_ACK, NL_CB_CUSTOM, ack_handler, &state);
+    nl_cb_set(callbacks, NL_CB_SEQ_CHECK, NL_CB_CUSTOM, no_sequence_check, nullptr);
 }
 
 NetlinkCallbacks make_dump_callbacks(DumpState& state) {
-    NetlinkCallbacks callbacks(nl_cb_alloc(NL_CB_DEFAULT));
+    NetlinkCallbacks callbacks = make_netlink_callbacks();
     if (callbacks) {
         nl_cb_set(callbacks.get(), NL_CB_VALID, NL_CB_CUSTOM, scan_dump_callback, &state);
         nl_cb_set(callbacks.get(), NL_CB_FINISH, NL_CB_CUSTOM, end_of_dump, &state);
@@ -180,7 +165,7 @@ void print_sent(const char* command, int sent, const char* function) {
 int wait_for_answer(nl_sock* socket, nl_cb* callbacks, const TriggerState& state) {
     int result = 0;
     while (state.err > 0 && result >= 0) {
-        result = wait_and_receive(socket, callbacks);
+        result = nl_recvmsgs(socket, callbacks);
     }
     return result;
 }
@@ -188,7 +173,7 @@ int wait_for_answer(nl_sock* socket, nl_cb* callbacks, const TriggerState& state
 int receive_dump(nl_sock* socket, nl_cb* callbacks, const DumpState& state) {
     int result = 0;
     while (!state.ended && result >= 0) {
-        result = wait_and_receive(socket, callbacks);
+        result = nl_recvmsgs(socket, callbacks);
     }
     return result;
 }
@@ -221,38 +206,31 @@ int dump_scan(nl_sock* socket, unsigned interface_index, int family, std::FILE* 
 
 int do_scan_trigger(nl_sock* socket, unsigned interface_index, int family) {
     const int group = genl_ctrl_resolve_grp(socket, "nl80211", "scan");
-    if (group < 0) {
-        return group;
-    }
-    nl_socket_add_membership(socket, group);
-    const NetlinkMessage message(nlmsg_alloc());
-    if (!message) {
-        print_out("ERROR: Failed to allocate netlink message for msg.\n");
-        return -ENOMEM;
-    }
-    NetlinkMessage ssids(nlmsg_alloc());
-    if (!ssids) {
-        print_out("ERROR: Failed to allocate netlink message for ssids_to_scan.\n");
+    const int joined = group < 0 ? group : nl_socket_add_membership(socket, group);
+    Trigger trigger;
+    if (!allocate(trigger) ||
+        !make_scan_trigger(trigger.message.get(), trigger.ssids.get(), family, interface_index)) {
         return -ENOMEM;
     }
     TriggerState state;
-    const NetlinkCallbacks callbacks = make_trigger_callbacks(state);
-    if (!callbacks || !make_scan_trigger(message.get(), ssids.get(), family, interface_index)) {
-        print_out("ERROR: Failed to allocate netlink callbacks.\n");
-        return -ENOMEM;
-    }
-    ssids.reset();
-    nl_socket_set_nonblocking(socket);
-    print_sent("NL80211_CMD_TRIGGER_SCAN", nl_send_auto_complete(socket, message.get()),
-               "do_scan_trigger");
+    report_to(state, trigger.callbacks.get());
+    const int sent = nl_send_auto_complete(socket, trigger.message.get());
+    print_sent("NL80211_CMD_TRIGGER_SCAN", sent, "do_scan_trigger");
     print_out("[WIFI]Waiting for scan to complete...\n");
-    const int result = wait_for_answer(socket, callbacks.get(), state);
+    if (sent < 0) {
+        return sent;
+    }
+    const int result = wait_for_answer(socket, trigger.callbacks.get(), state);
     if (result < 0) {
         print_out("[WIFI]ERROR: nl_recvmsgs() returned %d (%s).\n", result, nl_geterror(-result));
         return result;
     }
+    // Outside the group nobody would ever tell the end of the scan.
+    if (joined < 0) {
+        return joined;
+    }
     while (state.done == 0) {
-        wait_and_receive(socket, callbacks.get());
+        nl_recvmsgs(socket, trigger.callbacks.get());
     }
     if (state.aborted != 0) {
         print_out("[WIFI]ERROR: Kernel aborted scan.\n");
@@ -266,12 +244,11 @@ int do_scan_trigger(nl_sock* socket, unsigned interface_index, int family) {
 int execute_scan_nl_command() {
     const unsigned interface_index = if_nametoindex(scan_interface);
     // One socket a scan: nothing that an earlier scan left behind can disturb this one.
-    const NetlinkSocket socket(nl_socket_alloc());
+    const NetlinkSocket socket = open_generic_netlink();
     if (!socket) {
         print_out("[WIFI]Failed to allocate netlink socket.\n");
         return failed;
     }
-    genl_connect(socket.get());
     const int family = genl_ctrl_resolve(socket.get(), "nl80211");
     if (const int result = do_scan_trigger(socket.get(), interface_index, family)) {
         print_out("[WIFI]do_scan_trigger() failed with %d.\n", result);

@@ -1,0 +1,61 @@
+#include "diag/netlink.hpp"
+
+#include "common/waiting.hpp"
+
+#include <netlink/errno.h>
+#include <netlink/genl/genl.h>
+#include <netlink/netlink.h>
+
+#include <cerrno>
+
+namespace wivex {
+
+namespace {
+
+constexpr int no_limit = -1;
+constexpr std::int64_t pause_us = 10'000;
+
+int receive_now(nl_sock* socket, sockaddr_nl* sender, unsigned char** data, ucred** credentials) {
+    errno = 0;
+    const int result = nl_recv(socket, sender, data, credentials);
+    // A note that multicast messages were lost tells nothing about the message that is awaited.
+    return result < 0 && errno == ENOBUFS ? -NLE_AGAIN : result;
+}
+
+// Takes the place of the library's own receive. The pause keeps an error that stays on the socket
+// from spinning.
+int receive_in_waiting_room(nl_sock* socket, sockaddr_nl* sender, unsigned char** data,
+                            ucred** credentials) {
+    int result = -NLE_AGAIN;
+    while (result == -NLE_AGAIN) {
+        wait_readable(nl_socket_get_fd(socket), no_limit);
+        result = receive_now(socket, sender, data, credentials);
+        if (result <= 0) {
+            wait_for(0, pause_us);
+        }
+    }
+    return result;
+}
+
+} // namespace
+
+NetlinkSocket open_generic_netlink() {
+    NetlinkSocket socket(nl_socket_alloc());
+    if (socket) {
+        const NetlinkCallbacks callbacks(nl_socket_get_cb(socket.get()));
+        nl_cb_overwrite_recv(callbacks.get(), receive_in_waiting_room);
+        genl_connect(socket.get());
+        nl_socket_set_nonblocking(socket.get());
+    }
+    return socket;
+}
+
+NetlinkCallbacks make_netlink_callbacks() {
+    NetlinkCallbacks callbacks(nl_cb_alloc(NL_CB_DEFAULT));
+    if (callbacks) {
+        nl_cb_overwrite_recv(callbacks.get(), receive_in_waiting_room);
+    }
+    return callbacks;
+}
+
+} // namespace wivex
