@@ -69,7 +69,10 @@ std::string duration_text(double seconds) {
 
 std::string figure_text(double value) {
     const double size = std::fabs(value);
-    const int places = size == 0 || size >= 100 ? 0 : size < 1 ? 2 : 1;
+    if (size < 0.005) {
+        return "0";
+    }
+    const int places = size >= 100 ? 0 : size < 1 ? 2 : 1;
     return formatted("%.*f", places, value);
 }
 

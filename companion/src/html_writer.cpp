@@ -16,7 +16,6 @@ namespace {
 constexpr double noteworthy_drift = 10;
 // A phase that never takes longer has no curve worth a picture.
 constexpr float shortest_drawn = 0.05F;
-constexpr std::size_t most_excerpts_of_cause = 20;
 
 std::string plural_iterations(std::uint32_t count) {
     return count_text(count, "iteration", "iterations");
@@ -111,7 +110,7 @@ std::string timeline(const Run& run, const std::string& prefix) {
     if (run.timeline.width() > 1) {
         text += "<p class=\"soft\">A cell stands for " +
                 plural_iterations(run.timeline.width()) +
-                "; its coloured part is the share that failed.</p>\n";
+                "; its lower part is the share that failed.</p>\n";
     }
     return card(prefix + "timeline", "Iterations", text);
 }
@@ -319,14 +318,14 @@ std::string excerpts(const Run& run, Cause cause, const std::string& prefix,
     std::string text;
     std::size_t shown = 0;
     for (const Failure& failure : run.failures) {
-        if (failure.cause != cause || shown == most_excerpts_of_cause) {
+        if (failure.cause != cause) {
             continue;
         }
         const bool first = anchored.insert(failure.iteration).second;
         const std::string id = prefix + "i" + std::to_string(failure.iteration);
         if (shown == 1) {
             text += "<details class=\"more\"><summary>" +
-                    std::to_string(std::min(all, most_excerpts_of_cause) - 1) +
+                    std::to_string(run.causes.at(index_of(cause)).detailed - 1) +
                     " more</summary>\n";
         }
         text += excerpt(failure, first ? " id=\"" + id + "\"" : "");

@@ -26,9 +26,11 @@ const Failure* last_failure(const Run& run, bool with_warnings) {
     return nullptr;
 }
 
-std::string of_all(std::uint32_t number, std::uint32_t all) {
+// Iterations bear the tool's numbers, which count from 0; their place among all counts from 1.
+std::string numbered(std::uint32_t number, std::uint32_t all) {
     const std::string text = std::to_string(number);
-    return all == 0 ? text : text + " of " + std::to_string(all);
+    return all == 0 ? text
+                    : text + " (" + std::to_string(number + 1) + " of " + std::to_string(all) + ")";
 }
 
 std::uint32_t failed(const Run& run) {
@@ -37,6 +39,13 @@ std::uint32_t failed(const Run& run) {
 
 std::uint32_t ended(const Run& run) {
     return failed(run) + run.count(Outcome::passed) + run.count(Outcome::unfinished);
+}
+
+// Of a clock that is shown ticking: no part of a second.
+std::string ticking(double seconds) {
+    const double whole = std::floor(seconds);
+    return whole < 60 ? std::to_string(static_cast<int>(std::max(0.0, whole))) + " s"
+                      : duration_text(whole);
 }
 
 std::string counts(const Run& run) {
@@ -102,8 +111,10 @@ std::vector<std::string> LiveView::screen(const RunReader& reader, double now) c
     if (!run->device.vendor_id.empty()) {
         title += "  module " + run->device.vendor_id + ":" + run->device.product_id;
     }
-    const std::uint32_t current = run->started == 0 ? 0 : run->started;
-    lines.push_back(title + "  iteration " + of_all(current, options_.iterations));
+    if (run->started != 0) {
+        title += "  iteration " + numbered(run->started - 1, options_.iterations);
+    }
+    lines.push_back(title);
     if (options_.iterations != 0) {
         lines.push_back(bar(ended(*run), options_.iterations,
                             std::max(options_.columns, least_columns)));
@@ -115,22 +126,23 @@ std::vector<std::string> LiveView::screen(const RunReader& reader, double now) c
     } else if (!state.in_iteration) {
         phase += "start";
     } else if (state.phase == Phase::none) {
-        phase += "pause, " + duration_text(std::floor(now - state.phase_since));
+        phase += "pause for " + ticking(now - state.phase_since);
     } else {
         phase += std::string(name_of(state.phase)) + " for " +
-                 duration_text(std::floor(now - state.phase_since));
+                 ticking(now - state.phase_since);
     }
-    if (state.megabits_per_second >= 0) {
+    const bool measuring = state.phase == Phase::traffic || state.phase == Phase::serve;
+    if (measuring && state.megabits_per_second >= 0) {
         phase += "   throughput " + figure_text(state.megabits_per_second) + " Mbit/s";
     }
     if (run->throughput.count != 0) {
         phase += "   mean " + figure_text(run->throughput.mean()) + " Mbit/s";
     }
     lines.push_back(phase);
-    std::string time = "time: " + duration_text(std::floor(now - state.run_since));
+    std::string time = "time: " + ticking(now - state.run_since);
     const double left = seconds_left(reader, now);
     if (!std::isnan(left)) {
-        time += "   left: about " + duration_text(std::floor(left));
+        time += "   left: about " + ticking(left);
     }
     lines.push_back(time);
     const Failure* const failure = last_failure(*run, false);
@@ -142,7 +154,9 @@ std::vector<std::string> LiveView::screen(const RunReader& reader, double now) c
 }
 
 std::string LiveView::iteration_line(const Run& run, const Iteration& iteration) const {
-    std::string line = "iteration " + of_all(iteration.number + 1, options_.iterations) + " " +
+    // Above a view that shows where the run stands, the number alone is enough.
+    const std::uint32_t all = options_.redraw ? 0 : options_.iterations;
+    std::string line = "iteration " + numbered(iteration.number, all) + " " +
                        std::string(name_of(iteration.outcome));
     if (!std::isnan(iteration.seconds)) {
         line += ", " + duration_text(iteration.seconds);

@@ -8,8 +8,8 @@ namespace {
 
 constexpr std::string_view tool_prefix = "[WIFI]";
 
-// A shorter text, or a row of dashes, may end a line of anybody.
-constexpr std::size_t shortest_displaced_text = 12;
+// A shorter text, or a row of dashes, may end a line of anybody; a shorter line holds none.
+constexpr std::size_t shortest_displaced_text = 11;
 
 bool stands_at_start(Shape shape) {
     return shape == Shape::whole || shape == Shape::begins || shape == Shape::open;
@@ -153,7 +153,7 @@ void Recogniser::read_displaced(std::string_view line) {
 std::span<const Finding> Recogniser::read(std::string_view line) {
     count_ = 0;
     read_from_start(line);
-    if (count_ == 0 && !line.empty()) {
+    if (count_ == 0 && line.size() >= shortest_displaced_text) {
         read_displaced(line);
     }
     return {found_.data(), count_};

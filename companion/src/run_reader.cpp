@@ -41,6 +41,17 @@ std::string began_text(StampFormat format, std::string_view stamp) {
     return text;
 }
 
+// Cheap, because it is asked for every line.
+bool may_be_stamped(std::string_view line) {
+    constexpr std::size_t shortest_stamp = 8;
+    if (line.size() < shortest_stamp) {
+        return false;
+    }
+    const auto is_digit = [](char c) { return c >= '0' && c <= '9'; };
+    const bool month = line[0] >= 'A' && line[0] <= 'S' && line[3] == ' ';
+    return is_digit(line[0]) || (line[0] == '[' && is_digit(line[1])) || month;
+}
+
 std::string_view trimmed(std::string_view text) {
     while (!text.empty() && text.back() == ' ') {
         text.remove_suffix(1);
@@ -126,7 +137,7 @@ Now RunReader::now() const {
 // ---- Lines
 
 std::string_view RunReader::without_stamp(std::string_view line) {
-    if (stamps_ == StampFormat::none && (line.empty() || recogniser_.begins_with_text(line))) {
+    if (stamps_ == StampFormat::none && !may_be_stamped(line)) {
         return line;
     }
     const auto stamp = read_stamp(line, stamps_);
@@ -165,11 +176,14 @@ void RunReader::take_line(std::string_view line) {
     if (take_listed_ssid(line)) {
         return;
     }
+    if (line.empty()) {
+        return;
+    }
     const std::span<const Finding> findings = recogniser_.read(line);
     for (const Finding& finding : findings) {
         take_finding(finding);
     }
-    if (findings.empty() && !take_figures(line) && !line.empty()) {
+    if (findings.empty() && !take_figures(line)) {
         ++log_.unknown_lines;
     }
 }
