@@ -8,14 +8,13 @@
 #include "live_view.hpp"
 #include "run_reader.hpp"
 
-#include <pugixml.hpp>
-
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
 #include <numeric>
+#include <pugixml.hpp>
 #include <random>
 #include <string>
 #include <string_view>

@@ -143,7 +143,7 @@ public:
             upper += at(point, point.value.most) + " ";
             lower.insert(0, at(point, point.value.least) + " ");
         }
-        return spread ? "<polygon class=\"range\" points=\"" + upper + lower + "\"/>" : "";
+        return spread ? R"(<polygon class="range" points=")" + upper + lower + R"("/>)" : "";
     }
 
     std::string line() const {
@@ -154,7 +154,7 @@ public:
         for (const CurvePoint& point : points_) {
             text += at(point, point.value.mean()) + " ";
         }
-        return "<polyline class=\"line\" points=\"" + text + "\"/>";
+        return R"(<polyline class="line" points=")" + text + R"("/>)";
     }
 
     // A stroke of no length with round ends is a dot that no scaling can squash.
@@ -164,8 +164,8 @@ public:
         }
         std::string text;
         for (const CurvePoint& point : points_) {
-            text += "<path class=\"dot\" d=\"M" + at(point, point.value.mean()) +
-                    "h0\"><title>iteration " + std::to_string(point.first) + ": " +
+            text += R"(<path class="dot" d="M)" + at(point, point.value.mean()) +
+                    R"(h0"><title>iteration )" + std::to_string(point.first) + ": " +
                     figure_text(point.value.mean()) + " " + std::string(labels.unit) +
                     "</title></path>";
         }
@@ -214,18 +214,18 @@ std::string curve(std::span<const CurvePoint> points, std::uint32_t iterations,
     const std::string words = std::string(labels.what) + " over the iterations: least " +
                               figure_text(all.least) + ", mean " + figure_text(all.mean()) +
                               ", most " + figure_text(all.most) + " " + unit;
-    std::string svg = "<svg role=\"img\" aria-label=\"" + words +
-                      "\" viewBox=\"0 0 1000 100\" preserveAspectRatio=\"none\">"
-                      "<path class=\"grid\" d=\"M0 0H1000M0 50H1000M0 100H1000\"/>" +
+    std::string svg = R"(<svg role="img" aria-label=")" + words +
+                      R"(" viewBox="0 0 1000 100" preserveAspectRatio="none">)"
+                      R"(<path class="grid" d="M0 0H1000M0 50H1000M0 100H1000"/>)" +
                       writer.range() + writer.line() + writer.dots(labels) + "</svg>";
     if (small) {
-        return "<div class=\"spark\">" + svg + "<span class=\"top\">" +
-               figure_text(writer.top()) + " " + unit + "</span></div>";
+        return "<div class=\"spark\">" + svg + "<span class=\"top\">" + figure_text(writer.top()) +
+               " " + unit + "</span></div>";
     }
     const std::string last = std::to_string(iterations > 0 ? iterations - 1 : 0);
-    return "<div class=\"plot\"><div class=\"y\"><span>" + figure_text(writer.top()) +
+    return R"(<div class="plot"><div class="y"><span>)" + figure_text(writer.top()) +
            "</span><span>" + figure_text(writer.top() / 2) + "</span><span>0</span></div>" + svg +
-           "<div class=\"x\"><span>0</span><span>iteration</span><span>" + last +
+           R"(<div class="x"><span>0</span><span>iteration</span><span>)" + last +
            "</span></div></div>";
 }
 

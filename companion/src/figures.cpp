@@ -56,9 +56,8 @@ public:
     }
     double decimal() {
         double value = 0;
-        const auto [end, error] =
-            std::from_chars(rest_.data(), rest_.data() + rest_.size(), value,
-                            std::chars_format::fixed);
+        const auto [end, error] = std::from_chars(rest_.data(), rest_.data() + rest_.size(), value,
+                                                  std::chars_format::fixed);
         if (error != std::errc() || !std::isfinite(value)) {
             good_ = false;
             return 0;

@@ -17,7 +17,7 @@ namespace wivex::report {
 namespace {
 
 constexpr int internal_failure = 70;
-constexpr std::size_t chunk_size = 256 * 1024;
+constexpr std::size_t chunk_size = std::size_t{256} * 1024;
 constexpr int pipe_size = 1024 * 1024;
 // So long the run may be held up once by a report that does not read, then it is given up.
 constexpr int patience = 5000;

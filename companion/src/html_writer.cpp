@@ -66,8 +66,8 @@ std::string tiles(const Run& run) {
         text += tile("Unfinished", std::to_string(run.count(Outcome::unfinished)));
     }
     if (run.throughput.count != 0) {
-        text += tile("Throughput, mean",
-                     figure_text(run.throughput.mean()) + " <small>Mbit/s</small>");
+        text +=
+            tile("Throughput, mean", figure_text(run.throughput.mean()) + " <small>Mbit/s</small>");
     }
     if (run.iteration_seconds.count != 0) {
         text += tile("Iteration, mean", duration_text(run.iteration_seconds.mean()));
@@ -79,12 +79,12 @@ std::string tiles(const Run& run) {
 }
 
 std::string card(std::string_view id, std::string_view title, const std::string& inner) {
-    return "<section class=\"card\" id=\"" + std::string(id) + "\">\n<h3>" + std::string(title) +
+    return R"(<section class="card" id=")" + std::string(id) + "\">\n<h3>" + std::string(title) +
            "</h3>\n" + inner + "</section>\n";
 }
 
 std::string legend_item(std::string_view kind, std::string_view mark, std::string_view words) {
-    return "<li><span class=\"cell " + std::string(kind) + "\" aria-hidden=\"true\">" +
+    return R"(<li><span class="cell )" + std::string(kind) + R"(" aria-hidden="true">)" +
            std::string(mark) + "</span>" + std::string(words) + "</li>";
 }
 
@@ -108,8 +108,7 @@ std::string legend(const Run& run) {
 std::string timeline(const Run& run, const std::string& prefix) {
     std::string text = iteration_strip(run, prefix) + legend(run);
     if (run.timeline.width() > 1) {
-        text += "<p class=\"soft\">A cell stands for " +
-                plural_iterations(run.timeline.width()) +
+        text += "<p class=\"soft\">A cell stands for " + plural_iterations(run.timeline.width()) +
                 "; its lower part is the share that failed.</p>\n";
     }
     return card(prefix + "timeline", "Iterations", text);
@@ -142,8 +141,7 @@ std::string test_cases(const Run& run, const std::string& prefix) {
     }
     text += "</tbody></table>\n";
     if (run.failures_without_test_case() != 0) {
-        text += "<p class=\"amber\">" +
-                plural_iterations(run.failures_without_test_case()) +
+        text += "<p class=\"amber\">" + plural_iterations(run.failures_without_test_case()) +
                 " could not reach the supplicant, and the console does not tell in which mode. "
                 "Give the mode with --mode to have them counted.</p>\n";
     }
@@ -159,13 +157,15 @@ std::string test_cases(const Run& run, const std::string& prefix) {
 
 std::string verdict_counts(const Run& run, Phase phase) {
     const auto& counts = run.verdicts.at(index_of(phase));
-    const auto count = [&](Verdict verdict) { return counts.at(static_cast<std::size_t>(verdict)); };
+    const auto count = [&](Verdict verdict) {
+        return counts.at(static_cast<std::size_t>(verdict));
+    };
     std::string text;
     const auto add = [&](Verdict verdict, std::string_view style, std::string_view words) {
         if (count(verdict) != 0) {
             text += (text.empty() ? "" : ", ");
-            text += "<span class=\"" + std::string(style) + "\">" +
-                    std::to_string(count(verdict)) + " " + std::string(words) + "</span>";
+            text += "<span class=\"" + std::string(style) + "\">" + std::to_string(count(verdict)) +
+                    " " + std::string(words) + "</span>";
         }
     };
     add(Verdict::failed, "bad", "failed");
@@ -201,7 +201,7 @@ std::string phase_row(const Run& run, Phase phase) {
             (seconds.most < shortest_drawn ? "" : curve(points, run.started, {name, "s"}, true)) +
             "</td>";
     const auto value = [&](std::string_view label, double number) {
-        text += "<td class=\"number\" data-name=\"" + std::string(label) + "\">" +
+        text += R"(<td class="number" data-name=")" + std::string(label) + R"(">)" +
                 (seconds.count == 0 ? "" : duration_text(number)) + "</td>";
     };
     value("least", seconds.least);
@@ -252,9 +252,8 @@ std::string throughput(const Run& run, const std::string& prefix) {
     }
     const Spread& all = run.throughput;
     std::string text = curve(points, run.started, {"Throughput", "Mbit/s"}, false);
-    text += "<p>Least " + figure_text(all.least) + ", mean " + figure_text(all.mean()) +
-            ", most " + figure_text(all.most) + " Mbit/s in " + plural_iterations(all.count) +
-            ".</p>\n";
+    text += "<p>Least " + figure_text(all.least) + ", mean " + figure_text(all.mean()) + ", most " +
+            figure_text(all.most) + " Mbit/s in " + plural_iterations(all.count) + ".</p>\n";
     text += drift_words(points, "Mbit/s");
     return card(prefix + "throughput", "Throughput, Mbit/s", text);
 }
@@ -281,8 +280,8 @@ std::string cause_summary(const Run& run, Cause cause) {
     const CauseRow& row = row_of(cause);
     const CauseCount& count = run.causes.at(index_of(cause));
     const int test_case = test_case_of(cause, run.mode);
-    std::string text = "<summary><b>" + std::string(name_of(row.phase)) + ": " +
-                       escaped(row.words) + "</b> ";
+    std::string text =
+        "<summary><b>" + std::string(name_of(row.phase)) + ": " + escaped(row.words) + "</b> ";
     if (count.failures != 0) {
         text += "<span class=\"bad\">" + count_text(count.failures, "time", "times") + "</span>";
     }
@@ -349,15 +348,13 @@ std::string failures(const Run& run, const std::string& prefix) {
     if (causes.empty()) {
         return "";
     }
-    std::ranges::stable_sort(causes, std::greater<>(), [&](Cause cause) {
-        return run.causes.at(index_of(cause)).failures;
-    });
+    std::ranges::stable_sort(causes, std::greater<>(),
+                             [&](Cause cause) { return run.causes.at(index_of(cause)).failures; });
     std::set<std::uint32_t> anchored;
     std::string text;
     for (const Cause cause : causes) {
         text += "<details" + std::string(cause == causes.front() ? " open=\"\"" : "") + ">" +
-                cause_summary(run, cause) + excerpts(run, cause, prefix, anchored) +
-                "</details>\n";
+                cause_summary(run, cause) + excerpts(run, cause, prefix, anchored) + "</details>\n";
     }
     return card(prefix + "failures", "Failures by cause", text);
 }
@@ -426,8 +423,8 @@ std::string access_points(const Run& run, const std::string& prefix) {
 
 std::string run_section(const Run& run, std::size_t number, bool only) {
     const std::string prefix = only ? "" : "run" + std::to_string(number) + "-";
-    std::string text = "<div class=\"run\" id=\"" + prefix + "run\">\n<h2 class=\"verdict " +
-                       std::string(verdict_class(run)) + "\">" + verdict_sentence(run) +
+    std::string text = R"(<div class="run" id=")" + prefix + "run\">\n<h2 class=\"verdict " +
+                       std::string(verdict_class(run)) + R"(">)" + verdict_sentence(run) +
                        "</h2>\n<p class=\"soft\">" + std::string(title_of(run.mode)) + ", " +
                        std::string(end_words(run)) + (run.began.empty() ? "" : ", began ") +
                        escaped(run.began) + "</p>\n";

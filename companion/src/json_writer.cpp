@@ -1,8 +1,7 @@
 #include "json_writer.hpp"
 
-#include <nlohmann/json.hpp>
-
 #include <cmath>
+#include <nlohmann/json.hpp>
 
 namespace wivex::report {
 
@@ -67,11 +66,11 @@ Json test_cases(const Run& run) {
     Json list = Json::array();
     for (int number = 1; number <= 9; ++number) {
         const std::uint32_t failures = run.failures_of_test_case(number);
-        const bool part = number <= 2 || failures > 0 || number == test_case_of(run.mode) ||
-                          (number == 3 && run.verdicts[index_of(Phase::mac)] !=
-                                              std::array<std::uint32_t, 5>{}) ||
-                          (number == 4 && run.verdicts[index_of(Phase::loopback)] !=
-                                              std::array<std::uint32_t, 5>{});
+        const bool part =
+            number <= 2 || failures > 0 || number == test_case_of(run.mode) ||
+            (number == 3 && run.verdicts[index_of(Phase::mac)] != std::array<std::uint32_t, 5>{}) ||
+            (number == 4 &&
+             run.verdicts[index_of(Phase::loopback)] != std::array<std::uint32_t, 5>{});
         if (part) {
             list.push_back({{"number", number},
                             {"title", title_of_test_case(number)},
@@ -157,8 +156,8 @@ Json iterations(const Run& run) {
              {"warned", iteration.warned},
              {"start", number_or_null(iteration.start)},
              {"seconds", number_or_null(iteration.seconds)},
-             {"throughput", iteration.throughput < 0 ? Json(nullptr)
-                                                     : Json(rounded(iteration.throughput))},
+             {"throughput",
+              iteration.throughput < 0 ? Json(nullptr) : Json(rounded(iteration.throughput))},
              {"phases", parts}});
     }
     return list;
@@ -231,14 +230,13 @@ std::string write_json(const Log& log) {
     for (const Run& run : log.runs) {
         runs.push_back(one_run(run));
     }
-    const Json document{{"format", "wivex-report"},
-                        {"version", json_format_version},
-                        {"console",
-                         {{"bytes", log.bytes},
-                          {"lines", log.lines},
-                          {"unknown_lines", log.unknown_lines}}},
-                        {"runs_left_out", log.dropped_runs},
-                        {"runs", std::move(runs)}};
+    const Json document{
+        {"format", "wivex-report"},
+        {"version", json_format_version},
+        {"console",
+         {{"bytes", log.bytes}, {"lines", log.lines}, {"unknown_lines", log.unknown_lines}}},
+        {"runs_left_out", log.dropped_runs},
+        {"runs", std::move(runs)}};
     return document.dump(1, ' ', false, nlohmann::detail::error_handler_t::replace) + "\n";
 }
 

@@ -1,10 +1,9 @@
 #include "junit_writer.hpp"
 
-#include <pugixml.hpp>
-
 #include <cmath>
 #include <cstdio>
 #include <map>
+#include <pugixml.hpp>
 #include <utility>
 
 namespace wivex::report {
@@ -127,8 +126,8 @@ private:
             ++totals_.tests;
             pugi::xml_node test = suite.append_child("testcase");
             const std::string name = "iteration " + std::to_string(iteration.number);
-            const std::string group = "wivex." + text_of(name_of(run_.mode)) + "." +
-                                      text_of(name_of(phase));
+            const std::string group =
+                "wivex." + text_of(name_of(run_.mode)) + "." + text_of(name_of(phase));
             test.append_attribute("name") = name.c_str();
             test.append_attribute("classname") = group.c_str();
             test.append_attribute("time") = seconds_text(record.seconds).c_str();

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 
 namespace wivex::report {
 
@@ -17,13 +18,13 @@ std::string words_of(const Failure& failure) {
     return std::string(name_of(row.phase)) + ": " + std::string(row.words);
 }
 
-const Failure* last_failure(const Run& run, bool with_warnings) {
-    for (auto failure = run.failures.rbegin(); failure != run.failures.rend(); ++failure) {
-        if (with_warnings || !failure->warning) {
-            return &*failure;
-        }
-    }
-    return nullptr;
+// The last failure that ended something, of one iteration or of all.
+const Failure* last_failure(const Run& run, std::optional<std::uint32_t> iteration = {}) {
+    const auto found =
+        std::find_if(run.failures.rbegin(), run.failures.rend(), [&](const Failure& failure) {
+            return !failure.warning && (!iteration || failure.iteration == *iteration);
+        });
+    return found == run.failures.rend() ? nullptr : &*found;
 }
 
 // Iterations bear the tool's numbers, which count from 0; their place among all counts from 1.
@@ -116,8 +117,8 @@ std::vector<std::string> LiveView::screen(const RunReader& reader, double now) c
     }
     lines.push_back(title);
     if (options_.iterations != 0) {
-        lines.push_back(bar(ended(*run), options_.iterations,
-                            std::max(options_.columns, least_columns)));
+        lines.push_back(
+            bar(ended(*run), options_.iterations, std::max(options_.columns, least_columns)));
     }
     lines.push_back(counts(*run));
     std::string phase = "now: ";
@@ -128,8 +129,7 @@ std::vector<std::string> LiveView::screen(const RunReader& reader, double now) c
     } else if (state.phase == Phase::none) {
         phase += "pause for " + ticking(now - state.phase_since);
     } else {
-        phase += std::string(name_of(state.phase)) + " for " +
-                 ticking(now - state.phase_since);
+        phase += std::string(name_of(state.phase)) + " for " + ticking(now - state.phase_since);
     }
     const bool measuring = state.phase == Phase::traffic || state.phase == Phase::serve;
     if (measuring && state.megabits_per_second >= 0) {
@@ -145,7 +145,7 @@ std::vector<std::string> LiveView::screen(const RunReader& reader, double now) c
         time += "   left: about " + ticking(left);
     }
     lines.push_back(time);
-    const Failure* const failure = last_failure(*run, false);
+    const Failure* const failure = last_failure(*run);
     if (failure != nullptr) {
         lines.push_back("last failure: iteration " + std::to_string(failure->iteration) + ", " +
                         words_of(*failure));
@@ -164,11 +164,8 @@ std::string LiveView::iteration_line(const Run& run, const Iteration& iteration)
     if (iteration.throughput >= 0) {
         line += ", " + figure_text(iteration.throughput) + " Mbit/s";
     }
-    for (auto failure = run.failures.rbegin(); failure != run.failures.rend(); ++failure) {
-        if (failure->iteration == iteration.number && !failure->warning) {
-            line += ", " + words_of(*failure);
-            break;
-        }
+    if (const Failure* const failure = last_failure(run, iteration.number)) {
+        line += ", " + words_of(*failure);
     }
     return line;
 }

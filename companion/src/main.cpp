@@ -4,11 +4,10 @@
 #include "session.hpp"
 #include "unique_file.hpp"
 
-#include <CLI/CLI.hpp>
-
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <CLI/CLI.hpp>
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
@@ -81,8 +80,7 @@ SessionOptions session_options(const Arguments& arguments, bool from_file) {
     options.summary_fd = from_file ? STDOUT_FILENO : STDERR_FILENO;
     if (arguments.live) {
         // A standard output that is no terminal belongs to the console's bytes.
-        options.live_fd =
-            isatty(STDOUT_FILENO) == 1 || from_file ? STDOUT_FILENO : STDERR_FILENO;
+        options.live_fd = isatty(STDOUT_FILENO) == 1 || from_file ? STDOUT_FILENO : STDERR_FILENO;
         options.live.redraw = can_redraw(options.live_fd);
         options.live.iterations = arguments.iterations;
     }

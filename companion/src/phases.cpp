@@ -8,16 +8,15 @@ namespace wivex::report {
 namespace {
 
 constexpr std::array<std::string_view, phase_count + 1> phase_names{
-    "module", "driver", "mac",       "loopback",   "session", "scan",  "associate", "find",
-    "negotiate", "group",  "dhcp", "traffic", "serve", "disconnect",  "removal", "none"};
+    "module",    "driver", "mac",  "loopback", "session", "scan",       "associate", "find",
+    "negotiate", "group",  "dhcp", "traffic",  "serve",   "disconnect", "removal",   "none"};
 
-constexpr std::array<std::string_view, 8> mode_names{"unknown",    "legacy-wlan", "p2p-device",
-                                                     "p2p-go",     "p2p-client",  "scan",
-                                                     "softap",     "checks"};
+constexpr std::array<std::string_view, 8> mode_names{
+    "unknown", "legacy-wlan", "p2p-device", "p2p-go", "p2p-client", "scan", "softap", "checks"};
 
-constexpr std::array<std::string_view, 8> mode_titles{
-    "unknown mode", "legacy WLAN", "P2P device", "autonomous GO",
-    "P2P client",   "scan",        "softAP",     "checks only"};
+constexpr std::array<std::string_view, 8> mode_titles{"unknown mode",  "legacy WLAN", "P2P device",
+                                                      "autonomous GO", "P2P client",  "scan",
+                                                      "softAP",        "checks only"};
 
 constexpr std::array<std::string_view, 5> verdict_names{"none", "passed", "warned", "unfinished",
                                                         "failed"};
@@ -30,8 +29,8 @@ constexpr std::array<std::string_view, 7> end_names{
 
 constexpr std::array legacy_phases{Phase::scan, Phase::associate, Phase::dhcp, Phase::traffic,
                                    Phase::disconnect};
-constexpr std::array device_phases{Phase::session, Phase::find,    Phase::negotiate,
-                                   Phase::group,   Phase::removal};
+constexpr std::array device_phases{Phase::session, Phase::find, Phase::negotiate, Phase::group,
+                                   Phase::removal};
 constexpr std::array go_phases{Phase::session, Phase::group, Phase::serve};
 constexpr std::array client_phases{Phase::session, Phase::find,    Phase::negotiate,
                                    Phase::dhcp,    Phase::traffic, Phase::removal};
@@ -109,9 +108,7 @@ Phase phase_after(Mode mode, Phase phase) {
     const std::span<const Phase> order = phases_of(mode);
     const auto found = std::ranges::find(order, phase);
     if (found == order.end()) {
-        return phase == Phase::module ? Phase::driver
-               : order.empty()        ? Phase::none
-                                      : order.front();
+        return phase == Phase::module ? Phase::driver : order.empty() ? Phase::none : order.front();
     }
     const auto next = found + 1;
     return next == order.end() ? Phase::none : *next;

@@ -75,17 +75,15 @@ const TextRow* Recogniser::at_start(std::string_view line) const {
     const auto byte = static_cast<unsigned char>(line.front());
     const auto begin = by_start_.begin() + first_.at(byte);
     const auto end = by_start_.begin() + first_.at(byte + 1U);
-    const auto after = std::upper_bound(begin, end, line, [](std::string_view text, const Node& n) {
-        return text < n.row->text;
-    });
+    const auto after = std::upper_bound(
+        begin, end, line, [](std::string_view text, const Node& n) { return text < n.row->text; });
     if (after == begin) {
         return nullptr;
     }
     for (int i = static_cast<int>(after - by_start_.begin()) - 1; i >= 0;
          i = by_start_[static_cast<std::size_t>(i)].parent) {
         const TextRow& row = *by_start_[static_cast<std::size_t>(i)].row;
-        const bool fits =
-            row.shape == Shape::whole ? line == row.text : line.starts_with(row.text);
+        const bool fits = row.shape == Shape::whole ? line == row.text : line.starts_with(row.text);
         if (fits) {
             return &row;
         }

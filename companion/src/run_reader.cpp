@@ -389,9 +389,9 @@ void RunReader::set_outcome(bool complete) {
     const bool done = !scripted || current_.mode_passed;
     // The scan and the legacy mode say that they have passed; an own group serves until it is
     // interrupted.
-    const bool said = current_.mode_passed &&
-                      (run_->mode == Mode::scan || run_->mode == Mode::legacy ||
-                       run_->mode == Mode::go);
+    const bool said =
+        current_.mode_passed &&
+        (run_->mode == Mode::scan || run_->mode == Mode::legacy || run_->mode == Mode::go);
     record.outcome = said || (complete && done) ? Outcome::passed : Outcome::unfinished;
 }
 
@@ -620,10 +620,9 @@ void RunReader::take_finding(const Finding& finding) {
         run_->device.build.insert(0, row.text.substr(tool_prefix.size()));
         return;
     }
-    const bool begins_iteration =
-        row.phase == Phase::module && !run_over_ &&
-        (!current_.open || current_.moved_on ||
-         current_.record.phase(Phase::module).verdict != Verdict::none);
+    const bool begins_iteration = row.phase == Phase::module && !run_over_ &&
+                                  (!current_.open || current_.moved_on ||
+                                   current_.record.phase(Phase::module).verdict != Verdict::none);
     if (begins_iteration) {
         begin_iteration();
     } else {

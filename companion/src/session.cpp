@@ -17,7 +17,7 @@ namespace wivex::report {
 
 namespace {
 
-constexpr std::size_t chunk_size = 256 * 1024;
+constexpr std::size_t chunk_size = std::size_t{256} * 1024;
 constexpr int redraw_interval = 1000;
 constexpr double shortest_redraw = 0.25;
 constexpr int low_priority = 10;
@@ -71,8 +71,7 @@ private:
             }
             write_all(options_.live_fd, live_.update(reader_, now));
         }
-        if (!options_.out.empty() && options_.refresh > 0 &&
-            now - reported_ >= options_.refresh) {
+        if (!options_.out.empty() && options_.refresh > 0 && now - reported_ >= options_.refresh) {
             reported_ = now;
             report_in_between();
         }

@@ -226,14 +226,13 @@ INSTANTIATE_TEST_SUITE_P(
                     Interrupt{"p2p-connect-refused", "-c", "INT@command:DETACH#2+100ms"},
                     Interrupt{"p2p-find-refused", "-d", "INT@command:DETACH"}));
 
-INSTANTIATE_TEST_SUITE_P(
-    AtAnyTime, FailureCountsOfInterruptedRun,
-    testing::Values(Interrupt{"select-refused", "-w", "INT@150ms"},
-                    Interrupt{"select-refused", "-w", "INT@400ms"},
-                    Interrupt{"disable-refused", "-w", "INT@700ms"},
-                    Interrupt{"supplicant-absent", "-w", "INT@60ms"},
-                    Interrupt{"supplicant-absent", "-c", "INT@900ms"},
-                    Interrupt{"p2p-peer-never-found", "-d", "INT@3300ms"},
-                    Interrupt{"attach-refused", "-w", "INT@500ms"}));
+INSTANTIATE_TEST_SUITE_P(AtAnyTime, FailureCountsOfInterruptedRun,
+                         testing::Values(Interrupt{"select-refused", "-w", "INT@150ms"},
+                                         Interrupt{"select-refused", "-w", "INT@400ms"},
+                                         Interrupt{"disable-refused", "-w", "INT@700ms"},
+                                         Interrupt{"supplicant-absent", "-w", "INT@60ms"},
+                                         Interrupt{"supplicant-absent", "-c", "INT@900ms"},
+                                         Interrupt{"p2p-peer-never-found", "-d", "INT@3300ms"},
+                                         Interrupt{"attach-refused", "-w", "INT@500ms"}));
 
 } // namespace

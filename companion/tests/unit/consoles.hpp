@@ -39,8 +39,8 @@ inline const std::string traffic =
 inline const std::string disconnect =
     "DISABLE_NETWORK 0 \nCall to DISABLE_NETWORK is successful...\n";
 
-inline const std::string legacy_pass = checks_pass + scan_and_associate + take_address + traffic +
-                                       disconnect + session_closes;
+inline const std::string legacy_pass =
+    checks_pass + scan_and_associate + take_address + traffic + disconnect + session_closes;
 
 inline const std::string end = "[WIFI]ResultFile: /root/WIFIResult Updated\n[WIFI]Cleanup\n";
 

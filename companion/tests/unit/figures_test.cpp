@@ -30,7 +30,8 @@ TEST(Traffic, tells_the_total_from_an_interval) {
 TEST(Traffic, refuses_everything_else) {
     for (const char* line :
          {"", "[", "[  3] local 192.168.49.40 port 39246 connected", "[ ID] Interval Transfer Band",
-          "[WIFI]Chip type is = 3 and more of it", "[  3]  0.0- 1.0 sec  11.2 MBytes  94.4 Furlongs",
+          "[WIFI]Chip type is = 3 and more of it",
+          "[  3]  0.0- 1.0 sec  11.2 MBytes  94.4 Furlongs",
           "[  3]  0.0- 1.0 sec  11.2 MBytes  -4.4 Mbits/sec", "[  3]  1e9999- 1.0 sec 1 M 1 Mbits/",
           "[  3]  0.0- 1.0 sec  11.2 MBytes  nan Mbits/sec", "[  3]  0.0- 1.0 sec  11.2 MByt"}) {
         EXPECT_FALSE(read_traffic(line)) << line;
@@ -38,8 +39,8 @@ TEST(Traffic, refuses_everything_else) {
 }
 
 TEST(AccessPoint, reads_a_line_of_the_supplicants_listing) {
-    const auto point = read_access_point(
-        "02:00:00:00:02:00\t2462\t-71\t[WPA2-PSK-CCMP][ESS]\toffice floor 2");
+    const auto point =
+        read_access_point("02:00:00:00:02:00\t2462\t-71\t[WPA2-PSK-CCMP][ESS]\toffice floor 2");
     ASSERT_TRUE(point);
     EXPECT_EQ(point->bssid, "02:00:00:00:02:00");
     EXPECT_EQ(point->frequency, 2462);

@@ -23,8 +23,8 @@ std::vector<std::string> texts_in(std::string_view line) {
 
 TEST(Recogniser, finds_every_text_of_its_table_standing_alone) {
     for (const TextRow& row : console_texts()) {
-        const std::string line = row.shape == Shape::inside ? "7" + std::string(row.text) + "x"
-                                                            : std::string(row.text);
+        const std::string line =
+            row.shape == Shape::inside ? "7" + std::string(row.text) + "x" : std::string(row.text);
         EXPECT_THAT(texts_in(line), testing::Contains(std::string(row.text))) << line;
     }
 }

@@ -82,14 +82,14 @@ TEST(RunReader, warns_of_traffic_without_a_figure) {
 // ---- Failures and their counts
 
 TEST(RunReader, counts_the_checks_of_an_iteration) {
-    const auto run = read_run(
-        banner +
-        "\n[WIFI]ERROR:Module not inserted. check Insmod [*].ko\n"
-        "[WIFI]check usbfs: mount -t usbfs none /proc/bus/usb \n"
-        "[WIFI]ERROR:WiFi network interface not up(check supplicant)\n"
-        "[WIFI]Result file direcotry is /root/\n[WIFI]MAC PRINT FAIL\n"
-        "[WIFI]LOOPBACK is not supported for this chip\n[WIFI]### LOOPBACK FAIL ###\n" +
-        end);
+    const auto run =
+        read_run(banner +
+                 "\n[WIFI]ERROR:Module not inserted. check Insmod [*].ko\n"
+                 "[WIFI]check usbfs: mount -t usbfs none /proc/bus/usb \n"
+                 "[WIFI]ERROR:WiFi network interface not up(check supplicant)\n"
+                 "[WIFI]Result file direcotry is /root/\n[WIFI]MAC PRINT FAIL\n"
+                 "[WIFI]LOOPBACK is not supported for this chip\n[WIFI]### LOOPBACK FAIL ###\n" +
+                 end);
     for (const int test_case : {1, 2, 3, 4}) {
         EXPECT_EQ(failures(run, test_case), 1U) << test_case;
     }
@@ -176,15 +176,14 @@ const std::string device_until_role =
                   "wpa_supplicant:OK\n\n[WIFI]Testing for client\n";
 
 TEST(RunReader, follows_the_device_mode_as_owner_and_as_client) {
-    const auto run = read_run(banner + device_until_role +
-                              "[WIFI]Testing for GO\nMATCH FOUND!!!GO\nGO\n"
-                              "ifconfig wlan0 192.168.49.2\n"
-                              "killall udhcpd;sleep 1; udhcpd /tmp/udhcpd.conf\n"
-                              "Sent P2P_GROUP_REMOVE wlan0command to wpa_supplicant:\n" +
-                              session_closes + device_until_role +
-                              "MATCH FOUND!!!client\nclient\n" + take_address +
-                              "Waiting for P2P-GROUP-REMOVED event from peer.\n" + session_closes +
-                              end);
+    const auto run = read_run(
+        banner + device_until_role +
+        "[WIFI]Testing for GO\nMATCH FOUND!!!GO\nGO\n"
+        "ifconfig wlan0 192.168.49.2\n"
+        "killall udhcpd;sleep 1; udhcpd /tmp/udhcpd.conf\n"
+        "Sent P2P_GROUP_REMOVE wlan0command to wpa_supplicant:\n" +
+        session_closes + device_until_role + "MATCH FOUND!!!client\nclient\n" + take_address +
+        "Waiting for P2P-GROUP-REMOVED event from peer.\n" + session_closes + end);
     EXPECT_EQ(run.mode, Mode::device);
     EXPECT_EQ(run.count(Outcome::passed), 2U);
     EXPECT_EQ(run.iterations.at(0).phase(Phase::group).verdict, Verdict::passed);
@@ -203,8 +202,9 @@ TEST(RunReader, leaves_out_what_the_own_group_mode_does_not_count) {
 }
 
 TEST(RunReader, takes_an_interrupted_own_group_for_served) {
-    const auto run = read_run(banner + checks_pass + "P2P group started bench-ap \n"
-                                                     "Client connected 1.\nClient connected 2.\n" +
+    const auto run = read_run(banner + checks_pass +
+                              "P2P group started bench-ap \n"
+                              "Client connected 1.\nClient connected 2.\n" +
                               interrupt);
     EXPECT_EQ(run.count(Outcome::passed), 1U);
     EXPECT_EQ(run.clients_served, 2U);
@@ -212,9 +212,10 @@ TEST(RunReader, takes_an_interrupted_own_group_for_served) {
 }
 
 TEST(RunReader, shows_the_lines_around_a_failure) {
-    const auto run = read_run(banner + checks_pass + "Scan Command Sent Successfully...\n"
-                                                     "line-apis not found!!!\n"
-                                                     "Fail to send Scan_Results Command!!!\n" +
+    const auto run = read_run(banner + checks_pass +
+                              "Scan Command Sent Successfully...\n"
+                              "line-apis not found!!!\n"
+                              "Fail to send Scan_Results Command!!!\n" +
                               session_closes + end);
     const Failure& failure = run.failures.at(0);
     EXPECT_EQ(failure.lines.at(failure.shown_at), "Fail to send Scan_Results Command!!!");
@@ -240,16 +241,17 @@ TEST(RunReader, concludes_a_failure_told_on_a_standard_error_that_is_missing) {
     const auto run = read_run(banner + legacy_pass + checks_pass + scan_and_associate +
                               take_address + "DISABLE_NETWORK 0 \n" + session_closes + end);
     EXPECT_EQ(failures(run, 8), 0U) << "standard error is there: \"Run Iperf Successful...\"";
-    const auto silent = read_run(banner + checks_pass + scan_and_associate + take_address +
-                                 "IPERF not set in conf. file!!\nDISABLE_NETWORK 0 \n" +
-                                 session_closes + end);
+    const auto silent =
+        read_run(banner + checks_pass + scan_and_associate + take_address +
+                 "IPERF not set in conf. file!!\nDISABLE_NETWORK 0 \n" + session_closes + end);
     EXPECT_EQ(failures(silent, 8), 1U);
     EXPECT_EQ(silent.failures.at(0).cause, Cause::network_not_disabled);
     EXPECT_TRUE(silent.failures.at(0).concluded);
 }
 
 TEST(RunReader, takes_a_cut_off_console_for_unfinished) {
-    const auto run = read_run(banner + legacy_pass + checks_pass + scan_and_associate + "Executing");
+    const auto run =
+        read_run(banner + legacy_pass + checks_pass + scan_and_associate + "Executing");
     EXPECT_EQ(run.count(Outcome::passed), 1U);
     EXPECT_EQ(run.count(Outcome::unfinished), 1U);
     EXPECT_EQ(run.end, RunEnd::open);
@@ -277,10 +279,12 @@ TEST(RunReader, does_not_believe_names_of_access_points) {
 
 TEST(RunReader, counts_only_new_names_of_a_listing_that_grows) {
     const std::string scan = checks_pass + "[WIFI]Number of APs founds are ";
-    const auto run = read_run(banner + scan + "1\n[WIFI]a\n[WIFI]No ssid defined for check\n"
-                                              "[WIFI]SCAN SUCCESS\n" +
-                              scan + "2\n[WIFI]a\n[WIFI]a\n[WIFI]No ssid defined for check\n"
-                                     "[WIFI]SCAN SUCCESS\n" +
+    const auto run = read_run(banner + scan +
+                              "1\n[WIFI]a\n[WIFI]No ssid defined for check\n"
+                              "[WIFI]SCAN SUCCESS\n" +
+                              scan +
+                              "2\n[WIFI]a\n[WIFI]a\n[WIFI]No ssid defined for check\n"
+                              "[WIFI]SCAN SUCCESS\n" +
                               end);
     ASSERT_THAT(run.access_points, SizeIs(1));
     EXPECT_EQ(run.access_points[0].times_seen, 2U);
@@ -300,11 +304,12 @@ TEST(RunReader, counts_a_failed_scan) {
 }
 
 TEST(RunReader, warns_of_an_empty_listing_and_a_missing_prefix) {
-    const auto run = read_run(banner + checks_pass + "[WIFI]Number of APs founds are 0\n"
-                                                     "[WIFI]ssid prefix define for check=x\n"
-                                                     "[WIFI]APs found with matching prefix are 0\n"
-                                                     "[WIFI]AP with prefix not found\n"
-                                                     "[WIFI]SCAN SUCCESS\n" +
+    const auto run = read_run(banner + checks_pass +
+                              "[WIFI]Number of APs founds are 0\n"
+                              "[WIFI]ssid prefix define for check=x\n"
+                              "[WIFI]APs found with matching prefix are 0\n"
+                              "[WIFI]AP with prefix not found\n"
+                              "[WIFI]SCAN SUCCESS\n" +
                               checks_pass + "[WIFI]SCAN SUCCESS AND RUN IN SHIELD ROOM\n" + end);
     EXPECT_EQ(run.count(Outcome::passed), 2U);
     EXPECT_EQ(run.warned, 2U);
@@ -347,17 +352,19 @@ TEST(RunReader, knows_a_run_that_did_not_start) {
 }
 
 TEST(RunReader, knows_a_killed_run) {
-    const auto run = read_run(banner + checks_pass + "[WIFI] Got Kill signal...\n"
-                                                     "[WIFI]Calling for chip --> 3\n"
-                                                     "[WIFI]Cleanup\n");
+    const auto run = read_run(banner + checks_pass +
+                              "[WIFI] Got Kill signal...\n"
+                              "[WIFI]Calling for chip --> 3\n"
+                              "[WIFI]Cleanup\n");
     EXPECT_EQ(run.end, RunEnd::killed);
     EXPECT_FALSE(run.result_written);
 }
 
 TEST(RunReader, knows_a_result_file_that_could_not_be_written) {
-    const auto run = read_run(banner + legacy_pass + "[WIFI]user file name is /tmp/x/res\n"
-                                                     "[WIFI]Unable to open Result File: /tmp/x/res\n"
-                                                     "[WIFI]Cleanup\n");
+    const auto run = read_run(banner + legacy_pass +
+                              "[WIFI]user file name is /tmp/x/res\n"
+                              "[WIFI]Unable to open Result File: /tmp/x/res\n"
+                              "[WIFI]Cleanup\n");
     EXPECT_EQ(run.end, RunEnd::finished);
     EXPECT_FALSE(run.result_written);
     EXPECT_EQ(run.result_file, "/tmp/x/res");
@@ -500,8 +507,8 @@ TEST(RunReader, tells_the_phase_that_is_under_way) {
 TEST(RunReader, stays_of_bounded_size_in_an_endless_run) {
     RunReader reader;
     reader.feed(banner);
-    const std::string failing = checks_pass + "Fail to send Scan Command!!!\nERROR:SCAN-FAIL\n" +
-                                session_closes;
+    const std::string failing =
+        checks_pass + "Fail to send Scan Command!!!\nERROR:SCAN-FAIL\n" + session_closes;
     constexpr std::uint32_t iterations = 20000;
     for (std::uint32_t i = 0; i < iterations; ++i) {
         reader.feed(i % 4 == 0 ? failing : legacy_pass);

@@ -10,10 +10,10 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <nlohmann/json.hpp>
-#include <pugixml.hpp>
 
 #include <filesystem>
+#include <nlohmann/json.hpp>
+#include <pugixml.hpp>
 #include <set>
 #include <string>
 
@@ -25,8 +25,9 @@ using testing::HasSubstr;
 using testing::Not;
 using testing::StartsWith;
 
-const std::string refused = checks_pass + "Scan Command not successful\n"
-                                          "Fail to send Scan Command!!!\nERROR:SCAN-FAIL\n" +
+const std::string refused = checks_pass +
+                            "Scan Command not successful\n"
+                            "Fail to send Scan Command!!!\nERROR:SCAN-FAIL\n" +
                             session_closes;
 const std::string mixed = banner + legacy_pass + refused + legacy_pass + end;
 
@@ -43,8 +44,10 @@ std::vector<std::string> consoles() {
             banner + checks_pass + "Scan Com",
             mixed + mixed,
             banner + checks_pass + "unable to open sockets\n" + end,
-            banner + checks_pass + "[WIFI]Number of APs founds are 1\n[WIFI]<b>&\"'\x01\xff]]>\n"
-                                   "[WIFI]SCAN SUCCESS\n" + end,
+            banner + checks_pass +
+                "[WIFI]Number of APs founds are 1\n[WIFI]<b>&\"'\x01\xff]]>\n"
+                "[WIFI]SCAN SUCCESS\n" +
+                end,
             banner + checks_pass + "<script>alert(1)</script>\x02\xc3\nERROR:SCAN-FAIL\n" + end,
             endless};
 }
@@ -106,9 +109,8 @@ TEST(Junit, has_a_test_case_for_every_phase_of_every_iteration) {
     const pugi::xml_node suite = document.child("testsuites").child("testsuite");
     EXPECT_EQ(suite.attribute("tests").as_int(), 7 + 3 + 7);
     EXPECT_EQ(suite.attribute("failures").as_int(), 1);
-    const pugi::xml_node failed = suite.find_child([](pugi::xml_node node) {
-        return !node.child("failure").empty();
-    });
+    const pugi::xml_node failed =
+        suite.find_child([](pugi::xml_node node) { return !node.child("failure").empty(); });
     EXPECT_STREQ(failed.attribute("name").value(), "iteration 1");
     EXPECT_STREQ(failed.attribute("classname").value(), "wivex.legacy-wlan.scan");
     EXPECT_STREQ(failed.child("failure").attribute("type").value(), "scan-rejected");
@@ -253,10 +255,9 @@ TEST(LiveView, ends_with_a_summary) {
     LiveView view({0, false, 80});
     reader.feed(mixed);
     reader.finish();
-    EXPECT_THAT(view.finish(reader),
-                HasSubstr("legacy WLAN: 1 of 3 iterations failed (finished)\n"
-                          "  test case 8 (legacy WLAN): 1 failure recorded\n"
-                          "  1 x scan: SCAN refused\n"));
+    EXPECT_THAT(view.finish(reader), HasSubstr("legacy WLAN: 1 of 3 iterations failed (finished)\n"
+                                               "  test case 8 (legacy WLAN): 1 failure recorded\n"
+                                               "  1 x scan: SCAN refused\n"));
 }
 
 } // namespace
