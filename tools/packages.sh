@@ -23,13 +23,9 @@ need_packages() {
 }
 
 build_packages='g++ cmake make pkg-config libnl-3-dev libnl-genl-3-dev'
-<<<<<<< HEAD
-bench_packages='iproute2 net-tools psmisc udhcpc udhcpd iperf libgtest-dev libgmock-dev libfaketime'
-companion_packages='libcli11-dev nlohmann-json3-dev libpugixml-dev'
-=======
 bench_packages='iproute2 net-tools psmisc udhcpc udhcpd iperf libgtest-dev libgmock-dev libfaketime
     groff-base man-db'
->>>>>>> a57583c (Explain the tool in manual pages and complete its options)
+companion_packages='libcli11-dev nlohmann-json3-dev libpugixml-dev'
 
 # need_architecture DEBIAN_ARCH  lets this machine's package manager know a further architecture.
 need_architecture() {
