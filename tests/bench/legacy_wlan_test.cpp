@@ -164,9 +164,9 @@ TEST(LegacyWlanRun, rests_for_the_interval_only_after_a_pass) {
             .run()
             .wall_ms;
     };
-    EXPECT_GT(wall("", "3"), 5900);
-    EXPECT_LT(wall("disable-refused", "3"), 5000);
-    EXPECT_LT(wall("", "-3"), 5000);
+    EXPECT_GT(wall("", "8"), 10900);
+    EXPECT_LT(wall("disable-refused", "8"), 9000);
+    EXPECT_LT(wall("", "-8"), 9000);
 }
 
 TEST(LegacyWlanRun, counts_only_the_iteration_that_failed) {
@@ -348,7 +348,7 @@ TEST(TroubledSupplicant, that_dies_during_a_command_fails_it_after_10_seconds) {
     EXPECT_EQ(run.out, start + checks + "Fail to send Scan Command!!!\nERROR:SCAN-FAIL\n" + closed +
                            regular_end);
     EXPECT_THAT(run.result_file(), Optional(one_failure));
-    EXPECT_LT(run.wall_ms, 16000);
+    EXPECT_LT(run.wall_ms, 22000);
 }
 
 TEST(TroubledSupplicant, that_dies_while_an_event_is_awaited_lets_the_time_run_out) {

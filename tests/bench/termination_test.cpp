@@ -22,6 +22,9 @@ using testing::Optional;
 const std::string nothing_failed =
     "Test case 1 passed \nTest case 2 passed \nTest case 8 passed \n";
 
+/// What is interrupted here would last longer than this, even in the first iteration of many.
+constexpr double far_below_the_wait_ms = 9000;
+
 /// Where a run stands when the signal comes.
 struct Moment {
     const char* name;
@@ -31,8 +34,6 @@ struct Moment {
     const char* when;
     /// Whether the session is open then.
     bool session;
-    /// Milliseconds that the run has lasted then, at most.
-    double wall_ms;
 };
 
 void PrintTo(const Moment& moment, std::ostream* out) {
@@ -65,7 +66,7 @@ TEST_P(MomentOfARun, can_be_interrupted) {
     EXPECT_THAT(run.out, EndsWith(interrupted + expected_cleanup() + done));
     EXPECT_THAT(run.result_file(), Optional(nothing_failed));
     EXPECT_THAT(run.sockets(), IsEmpty());
-    EXPECT_LT(run.wall_ms, GetParam().wall_ms + 1000);
+    EXPECT_LT(run.wall_ms, far_below_the_wait_ms);
 }
 
 TEST_P(MomentOfARun, can_be_killed) {
@@ -77,30 +78,33 @@ TEST_P(MomentOfARun, can_be_killed) {
     EXPECT_THAT(run.err, HasSubstr("[WIFI]Open error: No such file or directory\n"));
     EXPECT_EQ(run.result_file(), std::nullopt);
     EXPECT_THAT(run.sockets(), IsEmpty());
-    EXPECT_LT(run.wall_ms, GetParam().wall_ms + 1000);
+    EXPECT_LT(run.wall_ms, far_below_the_wait_ms);
 }
 
 INSTANTIATE_TEST_SUITE_P(
     Places, MomentOfARun,
     testing::Values(
-        Moment{"opening_the_session", "", "", "400ms", true, 400},
-        Moment{"attaching", "supplicant-never-answers", "", "1500ms", true, 1500},
-        Moment{"in_a_request", "", "supplicant ignores \"SCAN\"", "command:SCAN+500ms", true, 1600},
-        Moment{"waiting_for_scan_results", "scan-never-ends", "", "2000ms", true, 2000},
-        Moment{"waiting_for_the_connection", "connection-never-comes", "", "2000ms", true, 2000},
+        Moment{"opening_the_session", "", "", "600ms", true},
+        Moment{"attaching", "supplicant-never-answers", "", "command:ATTACH+500ms", true},
+        Moment{"in_a_request", "", "supplicant ignores \"SCAN\"", "command:SCAN+500ms", true},
+        Moment{"waiting_for_scan_results", "scan-never-ends", "", "command:SCAN+500ms", true},
+        Moment{"waiting_for_the_connection", "connection-never-comes", "",
+               "command:SELECT_NETWORK 0 +500ms", true},
         Moment{"waiting_for_the_disconnection", "disconnect-event-never-comes", quick_address,
-               "2000ms", true, 2000},
-        Moment{"among_endless_events", "endless-event-flood", "", "2000ms", true, 2000},
-        Moment{"with_a_forever_busy_supplicant", "scan-busy-forever", "", "2000ms", true, 2000},
-        Moment{"in_the_dhcp_client", "", "program udhcpc runs \"exec sleep 20\"", "2000ms", true,
-               2000},
-        Moment{"in_the_real_dhcp_client", "dhcp-server-absent", "", "child:udhcpc+300ms", true,
-               2500},
+               "command:DISABLE_NETWORK 0 +500ms", true},
+        Moment{"among_endless_events", "endless-event-flood", "", "command:SELECT_NETWORK 0 +800ms",
+               true},
+        Moment{"with_a_forever_busy_supplicant", "scan-busy-forever", "", "command:SCAN+500ms",
+               true},
+        Moment{"in_the_dhcp_client", "", "program udhcpc runs \"exec sleep 20\"",
+               "child:sleep+300ms", true},
+        Moment{"in_the_real_dhcp_client", "dhcp-server-absent", "", "child:udhcpc+300ms", true},
         Moment{"in_an_endless_search_for_the_dhcp_client", "",
-               "program udhcpc runs \"exit 0\"\nprogram killall runs \"exit 1\"", "2000ms", true,
-               2000},
-        Moment{"in_the_real_iperf", "pass", "", "child:iperf+500ms", true, 5000},
-        Moment{"between_iterations", "", quick_address, "2000ms", false, 2000}),
+               "program udhcpc runs \"exit 0\"\nprogram killall runs \"exit 1\"",
+               "child:killall+500ms", true},
+        Moment{"in_the_real_iperf", "pass", "", "child:iperf+500ms", true},
+        Moment{"between_iterations", "", quick_address, "command:DISABLE_NETWORK 0 +1000ms",
+               false}),
     [](const auto& moment) { return moment.param.name; });
 
 // ---- what an interrupted run has recorded ------------------------------------------------------
@@ -129,7 +133,7 @@ TEST(InterruptedRun, counts_of_the_running_iteration_only_what_it_had_recorded) 
 
 TEST(InterruptedRun, writes_its_results_where_the_option_says) {
     const BenchRun run = Bench("scan-never-ends")
-                             .signal("INT@1500ms")
+                             .signal("INT@command:SCAN+300ms")
                              .args({"-w", "-m", "1", "-R/tmp/my-result"})
                              .run();
     EXPECT_EQ(run.files.at("tmp/my-result"), nothing_failed);
@@ -141,8 +145,10 @@ TEST(InterruptedRun, writes_its_results_where_the_option_says) {
 }
 
 TEST(InterruptedRun, tells_when_its_results_cannot_be_written) {
-    const BenchRun run =
-        Bench("scan-never-ends").signal("INT@1500ms").args({"-w", "-m", "1", "-R/tmp/x/res"}).run();
+    const BenchRun run = Bench("scan-never-ends")
+                             .signal("INT@command:SCAN+300ms")
+                             .args({"-w", "-m", "1", "-R/tmp/x/res"})
+                             .run();
     EXPECT_EQ(run.status, 0);
     EXPECT_EQ(run.err, "[WIFI]Unable to open Result File: ");
     EXPECT_THAT(run.out, EndsWith("[WIFI]user file name is /tmp/x/res\n/tmp/x/res\n"
@@ -151,17 +157,19 @@ TEST(InterruptedRun, tells_when_its_results_cannot_be_written) {
 }
 
 TEST(InterruptedRun, tells_of_the_flush_with_debug) {
-    const BenchRun run =
-        Bench("scan-never-ends").signal("INT@1500ms").args({"-w", "-u", "-m", "1"}).run();
+    const BenchRun run = Bench("scan-never-ends")
+                             .signal("INT@command:SCAN+300ms")
+                             .args({"-w", "-u", "-m", "1"})
+                             .run();
     EXPECT_THAT(run.out, HasSubstr("[WIFI] Before resultFile.flush call \n"
                                    "[WIFI]resultFile.flush() called\n[WIFI]Cleanup\n"));
 }
 
 TEST(InterruptedRun, handles_only_the_first_of_several_interrupts) {
     const BenchRun run = Bench("scan-never-ends")
-                             .signal("INT@1500ms")
-                             .signal("INT@1500ms")
-                             .signal("INT@1501ms")
+                             .signal("INT@command:SCAN+300ms")
+                             .signal("INT@command:SCAN+300ms")
+                             .signal("INT@command:SCAN+301ms")
                              .args({"-w", "-m", "1"})
                              .run();
     EXPECT_EQ(run.status, 0);
@@ -172,17 +180,17 @@ TEST(InterruptedRun, handles_only_the_first_of_several_interrupts) {
 TEST(InterruptedRun, can_rest_for_its_interval) {
     const BenchRun run = Bench()
                              .line(quick_address)
-                             .signal("INT@2000ms")
+                             .signal("INT@command:DISABLE_NETWORK 0 +1000ms")
                              .args({"-w", "-m", "100", "-i", "50"})
                              .run();
     EXPECT_THAT(run.out, EndsWith("Call to DISABLE_NETWORK is successful...\n" + interrupted +
                                   cleanup_of_a_session + done));
-    EXPECT_LT(run.wall_ms, 3000);
+    EXPECT_LT(run.wall_ms, far_below_the_wait_ms);
 }
 
 TEST(InterruptedRun, can_be_at_its_question_where_the_default_action_still_holds) {
     const auto run =
-        Bench().signal("INT@500ms").args({"-w", "-m", "1", "-F"}).start(); // nobody answers
+        Bench().signal("INT@1500ms").args({"-w", "-m", "1", "-F"}).start(); // nobody answers
     ASSERT_TRUE(run->shows("[DEFAULT: None]\n\n"));
     ASSERT_TRUE(run->ends_unread(std::chrono::seconds(5)));
     const BenchRun ended = run->finish();
@@ -194,18 +202,18 @@ TEST(InterruptedRun, ends_although_nobody_reads_its_output) {
     const auto run =
         Bench("endless-event-flood").signal("INT@3000ms").args({"-w", "-u", "-m", "1"}).start();
     ASSERT_TRUE(run->shows("CTRL-EVENT-BSS-ADDED")); // and from here on nobody reads
-    ASSERT_TRUE(run->ends_unread(std::chrono::milliseconds(4500)));
+    ASSERT_TRUE(run->ends_unread(std::chrono::seconds(9)));
     const BenchRun ended = run->finish();
     EXPECT_EQ(ended.status, 0);
     EXPECT_THAT(ended.result_file(), Optional(nothing_failed));
-    EXPECT_LT(ended.wall_ms, 4000);
+    EXPECT_LT(ended.wall_ms, far_below_the_wait_ms);
 }
 
 TEST(KilledRun, ends_although_nobody_reads_its_output) {
     const auto run =
         Bench("endless-event-flood").signal("TERM@3000ms").args({"-w", "-u", "-m", "1"}).start();
     ASSERT_TRUE(run->shows("CTRL-EVENT-BSS-ADDED"));
-    ASSERT_TRUE(run->ends_unread(std::chrono::milliseconds(4500)));
+    ASSERT_TRUE(run->ends_unread(std::chrono::seconds(9)));
     const BenchRun ended = run->finish();
     EXPECT_EQ(ended.status, 0);
     EXPECT_EQ(ended.result_file(), std::nullopt);
@@ -217,7 +225,7 @@ BenchRun killed_with(const std::string& module) {
     return Bench("scan-never-ends")
         .line(module)
         .line("file /sys/module/bcmdhd/parameters/usbloop_enable \"1\\n\"")
-        .signal("TERM@1500ms")
+        .signal("TERM@command:SCAN+300ms")
         .args({"-w", "-m", "1"})
         .run();
 }
