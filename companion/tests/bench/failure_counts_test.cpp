@@ -235,4 +235,24 @@ INSTANTIATE_TEST_SUITE_P(AtAnyTime, FailureCountsOfInterruptedRun,
                                          Interrupt{"p2p-peer-never-found", "-d", "INT@3300ms"},
                                          Interrupt{"attach-refused", "-w", "INT@500ms"}));
 
+// An access point may be called like anything that the tool prints.
+TEST(FailureCountsOfScan, are_not_taken_from_names_of_access_points) {
+    const BenchRun bench = Bench()
+                               .line("air hears 02:00:00:00:02:01 -4000 \"SCAN FAIL\"")
+                               .line("air hears 02:00:00:00:02:02 -4100 \"### LOOPBACK FAIL ###\"")
+                               .line("air hears 02:00:00:00:02:03 -4200 \"MODULE CONNECTED\"")
+                               .line("air hears 02:00:00:00:02:04 -4300 \"SCAN FAIL again\"")
+                               .line("air aborts 3")
+                               .args({"-SSCAN", "-m", "3"})
+                               .faster(20)
+                               .streams_together()
+                               .run();
+    expect_equal(bench, {"names", {"-S"}});
+    const wivex::report::Run run = read_console(bench.out, Mode::unknown);
+    EXPECT_EQ(run.started, 3U);
+    EXPECT_EQ(run.failures_of_test_case(5), 1U) << bench.out;
+    ASSERT_EQ(run.access_points.size(), 4U) << bench.out;
+    EXPECT_EQ(run.access_points[0].times_seen, 2U);
+}
+
 } // namespace
