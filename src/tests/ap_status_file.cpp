@@ -14,7 +14,7 @@ namespace {
 constexpr std::size_t line_size = 500;
 constexpr std::size_t shortest_line = 6;
 constexpr std::size_t bssid_length = 17;
-constexpr std::size_t longest_ssid = 128;
+constexpr std::size_t longest_ssid_field = 128;
 
 constexpr std::size_t bssid_field = 0;
 constexpr std::size_t ssid_field = 3;
@@ -60,9 +60,9 @@ AccessPoint read_access_point(std::string_view line) {
     } else {
         print_bad_field(bad_bssid_number);
     }
-    const std::string_view ssid = without_newline(fields[ssid_field]);
-    if (ssid.size() <= longest_ssid) {
-        access_point.ssid = FixedText<129>(ssid);
+    // The field counts with its newline: a name of 128 characters does not come back.
+    if (fields[ssid_field].size() <= longest_ssid_field) {
+        access_point.ssid = SsidText(without_newline(fields[ssid_field]));
     } else {
         print_bad_field(bad_ssid_number);
     }

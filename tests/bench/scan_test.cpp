@@ -272,10 +272,19 @@ TEST(ScanStatus, counts_a_malformed_line_and_tells_it) {
     EXPECT_EQ(run.files.at("tmp/ap_status.txt"), "//1/AP-1\n");
 }
 
-TEST(ScanStatus, takes_no_name_of_more_than_128_characters) {
+TEST(ScanStatus, takes_a_name_of_127_characters) {
+    const std::string name(127, 'x');
+    const BenchRun run = scan(
+        Bench("scan-nothing-heard")
+            .line("file /tmp/ap_status.txt \"02:00:00:00:01:03/-40.00/0/" + name + "\\n\""),
+        "-SAP");
+    EXPECT_EQ(run.files.at("tmp/ap_status.txt"), "02:00:00:00:01:03//1/" + name + "\n");
+}
+
+TEST(ScanStatus, takes_no_name_that_has_more_than_128_characters_with_its_newline) {
     const BenchRun run = scan(Bench("scan-nothing-heard")
                                   .line("file /tmp/ap_status.txt \"02:00:00:00:01:03/-40.00/0/" +
-                                        std::string(129, 'x') + "\\n\""),
+                                        std::string(128, 'x') + "\\n\""),
                               "-SAP");
     EXPECT_THAT(run.out, HasSubstr("[WIFI]Should not happend 995   scan_wifi_test\n"));
     EXPECT_EQ(run.files.at("tmp/ap_status.txt"), "02:00:00:00:01:03//1/\n");
