@@ -36,6 +36,7 @@ void start(std::initializer_list<const char*> words) {
     }
     std::vector<std::string> texts(words.begin(), words.end());
     std::vector<char*> arguments;
+    arguments.reserve(texts.size() + 1);
     for (std::string& text : texts) {
         arguments.push_back(text.data());
     }

@@ -95,6 +95,7 @@ std::vector<std::string> command_line(const Options& options) {
     }
     std::vector<std::string> words = command_line(device.options);
     std::vector<char*> arguments;
+    arguments.reserve(words.size() + 1);
     for (std::string& word : words) {
         arguments.push_back(word.data());
     }

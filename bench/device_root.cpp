@@ -50,7 +50,7 @@ void mount_empty(const char* folder) {
 void share_machine(const std::string& root) {
     for (const auto& entry : fs::directory_iterator("/")) {
         const std::string name = entry.path().filename();
-        const std::string target = root + "/" + name;
+        const fs::path target = fs::path(root) / name;
         if (is_private(name)) {
             continue;
         }
@@ -71,7 +71,7 @@ void share_libraries(const std::string& root) {
     for (const auto& entry : fs::directory_iterator("/lib")) {
         const std::string name = entry.path().filename();
         if (name != "modules") {
-            fs::create_symlink("/bench/lib/" + name, root + "/lib/" + name);
+            fs::create_symlink(fs::path("/bench/lib") / name, fs::path(root) / "lib" / name);
         }
     }
 }

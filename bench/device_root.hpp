@@ -26,7 +26,7 @@ inline constexpr const char* log_folder = "/bench/log";
 
 /// Builds the root folder and makes it this process's. To be called in new mount, process and
 /// network namespaces. Returns false with a reason in `problem`.
-bool enter_device_root(const DeviceRoot& root, const Scenario& scenario, std::string& problem);
+bool enter_device_root(const DeviceRoot& device, const Scenario& scenario, std::string& problem);
 
 /// The search path of the world's programs.
 std::string search_path(const Scenario& scenario);

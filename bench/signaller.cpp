@@ -5,6 +5,7 @@
 #include <signal.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <string>
 
@@ -16,13 +17,10 @@ constexpr unsigned look_again_us = 500;
 
 bool runs(const std::string& name) {
     std::error_code gone;
-    for (const auto& entry : std::filesystem::directory_iterator("/proc", gone)) {
-        const std::string comm = read_file(entry.path() / "comm").value_or("");
-        if (comm == name + "\n") {
-            return true;
-        }
-    }
-    return false;
+    const std::filesystem::directory_iterator processes("/proc", gone);
+    return std::any_of(begin(processes), end(processes), [&](const auto& process) {
+        return read_file(process.path() / "comm").value_or("") == name + "\n";
+    });
 }
 
 [[noreturn]] void send_when_due(const PlannedSignal& signal, pid_t tool) {

@@ -17,8 +17,8 @@ constexpr std::uint8_t ssid_element = 0;
 std::optional<std::array<std::uint8_t, 6>> to_bssid(const std::string& text) {
     std::array<unsigned, 6> values{};
     char rest = 0;
-    if (std::sscanf(text.c_str(), "%2x:%2x:%2x:%2x:%2x:%2x%c", &values[0], &values[1], &values[2],
-                    &values[3], &values[4], &values[5], &rest) != 6) {
+    if (std::sscanf(text.c_str(), "%2x:%2x:%2x:%2x:%2x:%2x%c", values.data(), &values[1],
+                    &values[2], &values[3], &values[4], &values[5], &rest) != 6) {
         return std::nullopt;
     }
     std::array<std::uint8_t, 6> bssid{};

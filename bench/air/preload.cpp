@@ -169,35 +169,35 @@ extern "C" int socket(int domain, int type, int protocol) noexcept {
     return next(domain, type, protocol);
 }
 
-extern "C" int bind(int fd, const sockaddr* address, socklen_t length) noexcept {
+extern "C" int bind(int fd, const sockaddr* addr, socklen_t len) noexcept {
     if (bench::kernel_end_of(fd) != nullptr) {
         return 0;
     }
     static const auto next = bench::real<int (*)(int, const sockaddr*, socklen_t)>("bind");
-    return next(fd, address, length);
+    return next(fd, addr, len);
 }
 
-extern "C" int getsockname(int fd, sockaddr* address, socklen_t* length) noexcept {
+extern "C" int getsockname(int fd, sockaddr* addr, socklen_t* len) noexcept {
     if (bench::kernel_end_of(fd) != nullptr) {
-        auto& name = *reinterpret_cast<sockaddr_nl*>(address);
+        auto& name = *reinterpret_cast<sockaddr_nl*>(addr);
         name = {};
         name.nl_family = AF_NETLINK;
         name.nl_pid = static_cast<std::uint32_t>(getpid());
-        *length = sizeof(name);
+        *len = sizeof(name);
         return 0;
     }
     static const auto next = bench::real<int (*)(int, sockaddr*, socklen_t*)>("getsockname");
-    return next(fd, address, length);
+    return next(fd, addr, len);
 }
 
-extern "C" int setsockopt(int fd, int level, int name, const void* value,
-                          socklen_t length) noexcept {
+extern "C" int setsockopt(int fd, int level, int optname, const void* optval,
+                          socklen_t optlen) noexcept {
     if (level == SOL_NETLINK && bench::kernel_end_of(fd) != nullptr) {
         return 0;
     }
     static const auto next =
         bench::real<int (*)(int, int, int, const void*, socklen_t)>("setsockopt");
-    return next(fd, level, name, value, length);
+    return next(fd, level, optname, optval, optlen);
 }
 
 extern "C" ssize_t sendmsg(int fd, const msghdr* message, int flags) {
