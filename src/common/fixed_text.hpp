@@ -18,20 +18,27 @@ public:
     }
 
     void append(std::string_view text) {
-        const std::size_t used = view().size();
-        const std::size_t length = std::min(text.size(), Size - 1 - used);
-        std::copy_n(text.begin(), length, characters_.begin() + used);
+        const std::size_t length = std::min(text.size(), Size - 1 - length_);
+        std::copy_n(text.begin(), length, characters_.begin() + length_);
+        length_ += length;
+    }
+
+    void append(char character) {
+        if (length_ < Size - 1) {
+            characters_[length_++] = character;
+        }
     }
 
     const char* c_str() const {
         return characters_.data();
     }
     std::string_view view() const {
-        return characters_.data();
+        return {characters_.data(), length_};
     }
 
 private:
     std::array<char, Size> characters_{};
+    std::size_t length_ = 0;
 };
 
 } // namespace wivex

@@ -1,8 +1,7 @@
 #include "diag/information_elements.hpp"
 
-#include <array>
 #include <cctype>
-#include <cstdio>
+#include <string_view>
 
 namespace wivex {
 
@@ -39,13 +38,17 @@ Bytes find_ssid(Bytes elements) {
 }
 
 SsidText escape_ssid(Bytes ssid) {
+    constexpr std::string_view digits = "0123456789abcdef";
     SsidText text;
     for (std::size_t at = 0; at < ssid.size(); ++at) {
-        std::array<char, 5> shown{static_cast<char>(ssid[at])};
-        if (!is_printed_as_it_is(ssid, at)) {
-            std::snprintf(shown.data(), shown.size(), "\\x%.2x", static_cast<unsigned>(ssid[at]));
+        const std::uint8_t byte = ssid[at];
+        if (is_printed_as_it_is(ssid, at)) {
+            text.append(static_cast<char>(byte));
+            continue;
         }
-        text.append(shown.data());
+        text.append("\\x");
+        text.append(digits[byte >> 4U]);
+        text.append(digits[byte & 0xFU]);
     }
     return text;
 }

@@ -1,12 +1,17 @@
 #include "diag/mac_text.hpp"
 
-#include <cstdio>
-
 namespace wivex {
 
 void format_mac(std::span<char, mac_text_length + 1> text, std::span<const std::uint8_t, 6> bytes) {
-    std::snprintf(text.data(), text.size(), "%02X:%02X:%02X:%02X:%02X:%02X", bytes[0], bytes[1],
-                  bytes[2], bytes[3], bytes[4], bytes[5]);
+    constexpr std::string_view digits = "0123456789ABCDEF";
+    constexpr std::size_t characters_of_byte = 3;
+    for (std::size_t byte = 0; byte < bytes.size(); ++byte) {
+        const std::size_t at = byte * characters_of_byte;
+        text[at] = digits[bytes[byte] >> 4U];
+        text[at + 1] = digits[bytes[byte] & 0xFU];
+        text[at + 2] = ':';
+    }
+    text.back() = '\0';
 }
 
 std::string format_mac(const std::array<std::uint8_t, 6>& bytes) {

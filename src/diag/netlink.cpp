@@ -13,6 +13,7 @@ namespace wivex {
 namespace {
 
 constexpr int no_limit = -1;
+constexpr std::size_t longest_message = 32768;
 constexpr std::int64_t pause_us = 10'000;
 
 int receive_now(nl_sock* socket, sockaddr_nl* sender, unsigned char** data, ucred** credentials) {
@@ -46,6 +47,9 @@ NetlinkSocket open_generic_netlink() {
         nl_cb_overwrite_recv(callbacks.get(), receive_in_waiting_room);
         genl_connect(socket.get());
         nl_socket_set_nonblocking(socket.get());
+        // The kernel never answers with more at once: no need to ask for the length of each part.
+        nl_socket_set_msg_buf_size(socket.get(), longest_message);
+        nl_socket_disable_msg_peek(socket.get());
     }
     return socket;
 }

@@ -15,7 +15,7 @@ constexpr int wildcard_ssid_type = 1;
 
 using BssAttributes = std::array<nlattr*, NL80211_BSS_MAX + 1>;
 
-std::array<nla_policy, NL80211_BSS_MAX + 1> bss_policy() {
+constexpr std::array<nla_policy, NL80211_BSS_MAX + 1> make_bss_policy() {
     std::array<nla_policy, NL80211_BSS_MAX + 1> policy{};
     policy[NL80211_BSS_TSF].type = NLA_U64;
     policy[NL80211_BSS_FREQUENCY].type = NLA_U32;
@@ -30,6 +30,8 @@ std::array<nla_policy, NL80211_BSS_MAX + 1> bss_policy() {
     policy[NL80211_BSS_BEACON_IES].type = NLA_UNSPEC;
     return policy;
 }
+
+constexpr auto bss_policy = make_bss_policy();
 
 Bytes payload(const nlattr* attribute) {
     return {static_cast<const std::uint8_t*>(nla_data(attribute)),
@@ -48,10 +50,16 @@ nlattr* find_bss(nl_msg* message) {
     if (header == nullptr) {
         return nullptr;
     }
-    std::array<nlattr*, NL80211_ATTR_MAX + 1> attributes{};
-    nla_parse(attributes.data(), NL80211_ATTR_MAX, genlmsg_attrdata(header, 0),
-              genlmsg_attrlen(header, 0), nullptr);
-    return attributes[NL80211_ATTR_BSS];
+    // Of several the last one counts. A table of all attributes would be 300 pointers to clear.
+    nlattr* bss = nullptr;
+    int left = genlmsg_attrlen(header, 0);
+    for (nlattr* attribute = genlmsg_attrdata(header, 0); nla_ok(attribute, left) != 0;
+         attribute = nla_next(attribute, &left)) {
+        if (nla_type(attribute) == NL80211_ATTR_BSS) {
+            bss = attribute;
+        }
+    }
+    return bss;
 }
 
 BssParse take_bss(const BssAttributes& attributes, BssEntry& bss) {
@@ -80,9 +88,8 @@ BssParse parse_bss(nl_msg* message, BssEntry& bss) {
     if (nested == nullptr) {
         return BssParse::no_bss;
     }
-    auto policy = bss_policy();
     BssAttributes attributes{};
-    if (nla_parse_nested(attributes.data(), NL80211_BSS_MAX, nested, policy.data()) != 0) {
+    if (nla_parse_nested(attributes.data(), NL80211_BSS_MAX, nested, bss_policy.data()) != 0) {
         return BssParse::malformed;
     }
     return take_bss(attributes, bss);

@@ -3,38 +3,65 @@
 #include "diag/mac_text.hpp"
 
 #include <array>
+#include <charconv>
+#include <cstdlib>
 
 namespace wivex {
 
 namespace {
 
-void print_bssid(std::FILE* listing, const BssEntry& bss, AccessPoint& access_point) {
+void keep_bssid(const BssEntry& bss, AccessPoint& access_point) {
     std::array<char, mac_text_length + 1> text{};
     format_mac(text, bss.bssid);
-    access_point.bssid = FixedText<18>(text.data());
-    std::fprintf(listing, "BSS %s \n", text.data());
+    access_point.bssid = FixedText<18>({text.data(), mac_text_length});
 }
 
-void print_signal(std::FILE* listing, const BssEntry& bss, AccessPoint& access_point) {
-    // The division truncates and both parts keep their sign: -5512 is printed as -55.-12.
-    // Evaluations of the listing read it so.
-    std::array<char, 32> text{};
-    std::snprintf(text.data(), text.size(), "%d.%.2d", bss.signal_mbm / 100, bss.signal_mbm % 100);
-    access_point.signal = FixedText<8>(text.data());
-    std::fprintf(listing, "\tsignal: %s dBm\n", text.data());
+void append_number(FixedText<32>& text, std::int32_t value, std::size_t digits) {
+    std::array<char, 12> number{};
+    auto* const end =
+        std::to_chars(number.begin(), number.end(), std::abs(std::int64_t{value})).ptr;
+    const auto length = static_cast<std::size_t>(end - number.begin());
+    if (value < 0) {
+        text.append('-');
+    }
+    if (length < digits) {
+        text.append('0');
+    }
+    text.append({number.data(), length});
+}
+
+// The division truncates and both parts keep their sign: -5512 is printed as -55.-12. Evaluations
+// of the listing read it so.
+FixedText<32> signal_text(std::int32_t mbm) {
+    FixedText<32> text;
+    append_number(text, mbm / 100, 1);
+    text.append('.');
+    append_number(text, mbm % 100, 2);
+    return text;
 }
 
 } // namespace
 
 void print_ssid(std::FILE* listing, Bytes elements, AccessPoint& access_point) {
     access_point.ssid = escape_ssid(find_ssid(elements));
-    std::fprintf(listing, "\tSSID: %s\n", access_point.ssid.c_str());
+    FixedText<160> line("\tSSID: ");
+    line.append(access_point.ssid.view());
+    line.append('\n');
+    std::fputs(line.c_str(), listing);
 }
 
 AccessPoint list_bss(std::FILE* listing, const BssEntry& bss) {
     AccessPoint access_point;
-    print_bssid(listing, bss, access_point);
-    print_signal(listing, bss, access_point);
+    keep_bssid(bss, access_point);
+    const FixedText<32> signal = signal_text(bss.signal_mbm);
+    access_point.signal = FixedText<8>(signal.view());
+    FixedText<64> lines;
+    lines.append("BSS ");
+    lines.append(access_point.bssid.view());
+    lines.append(" \n\tsignal: ");
+    lines.append(signal.view());
+    lines.append(" dBm\n");
+    std::fputs(lines.c_str(), listing);
     print_ssid(listing, bss.elements, access_point);
     return access_point;
 }

@@ -36,8 +36,12 @@ double quantile(std::vector<double> samples, double fraction) {
 
 void print_against_floor(const char* name, const char* unit, double figure, double floor,
                          double largest_ratio) {
-    std::printf("%-34s %10.2f %-4s floor %10.2f  ratio %6.2f  (at most %.2f)\n", name, figure, unit,
-                floor, figure / floor, largest_ratio);
+    std::printf("%-34s %10.2f %-4s floor %10.2f  ratio %6.2f", name, figure, unit, floor,
+                figure / floor);
+    if (largest_ratio > 0) {
+        std::printf("  (at most %.2f)", largest_ratio);
+    }
+    std::puts("");
 }
 
 void print_figure(const char* name, const char* unit, double figure, double limit) {

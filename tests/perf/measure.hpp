@@ -15,7 +15,7 @@ double processor_time();
 /// The value at `fraction` of the sorted samples; 0.5 is the median.
 double quantile(std::vector<double> samples, double fraction);
 
-/// Prints "name: figure unit, floor ..., ratio ... (at most ...)".
+/// Prints "name: figure unit, floor ..., ratio ... (at most ...)"; 0 stands for no limit.
 void print_against_floor(const char* name, const char* unit, double figure, double floor,
                          double largest_ratio);
 

@@ -1,0 +1,59 @@
+// From the start of the tool to its first line, against the start and end of a program that does
+// nothing. Takes the tool's path.
+
+#include "measure.hpp"
+
+#include <fcntl.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <array>
+#include <cstdio>
+#include <vector>
+
+namespace {
+
+constexpr int samples = 200;
+
+/// Microseconds from the start of `program` until its first byte arrives, or until it has ended
+/// when it has none to say.
+double first_byte_of(const char* program) {
+    std::array<int, 2> ends{};
+    if (pipe2(ends.data(), O_CLOEXEC) != 0) {
+        return -1;
+    }
+    posix_spawn_file_actions_t actions{};
+    posix_spawn_file_actions_init(&actions);
+    posix_spawn_file_actions_adddup2(&actions, ends[1], STDOUT_FILENO);
+    std::array<char*, 3> words{const_cast<char*>(program), const_cast<char*>("-v"), nullptr};
+    const double start = perf::now();
+    pid_t child = -1;
+    posix_spawn(&child, program, &actions, nullptr, words.data(), nullptr);
+    close(ends[1]);
+    char byte = 0;
+    const ssize_t count = read(ends[0], &byte, 1);
+    const double end = perf::now();
+    waitpid(child, nullptr, 0);
+    close(ends[0]);
+    posix_spawn_file_actions_destroy(&actions);
+    return count < 0 ? -1 : (end - start) * 1e6;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    if (argc != 2) {
+        std::puts("usage: perf_start TOOL");
+        return 2;
+    }
+    std::vector<double> tool;
+    std::vector<double> nothing;
+    for (int sample = 0; sample < samples; ++sample) {
+        tool.push_back(first_byte_of(argv[1]));
+        nothing.push_back(first_byte_of("/bin/true"));
+    }
+    perf::print_against_floor("start to first line", "us", perf::quantile(tool, 0.5),
+                              perf::quantile(nothing, 0.5), 0);
+    return 0;
+}
