@@ -274,10 +274,10 @@ TEST(ScanStatus, counts_a_malformed_line_and_tells_it) {
 
 TEST(ScanStatus, takes_a_name_of_127_characters) {
     const std::string name(127, 'x');
-    const BenchRun run = scan(
-        Bench("scan-nothing-heard")
-            .line("file /tmp/ap_status.txt \"02:00:00:00:01:03/-40.00/0/" + name + "\\n\""),
-        "-SAP");
+    const BenchRun run =
+        scan(Bench("scan-nothing-heard")
+                 .line("file /tmp/ap_status.txt \"02:00:00:00:01:03/-40.00/0/" + name + "\\n\""),
+             "-SAP");
     EXPECT_EQ(run.files.at("tmp/ap_status.txt"), "02:00:00:00:01:03//1/" + name + "\n");
 }
 
