@@ -10,6 +10,7 @@
 prepare_device() {
     need_packages "$(emulator_package "$1")" binutils cpio kmod
     tools/dev-build --arch "$1"
+    tools/dev-build --arch "$1" --static
     tools/dev-build --arch "$1" --target device_programs
     build_image "$1"
 }
@@ -65,7 +66,7 @@ console_signals() {
 add_overlay() {
     root=$work/$arch.root
     mkdir -p "$root/etc/udhcpc" "$root/usr/bin" "$root/device"
-    cp "out/$arch/wivex" "out/$arch/build/device/control-script" \
+    cp "out/$arch/wivex" "out/$arch/wivex-static" "out/$arch/build/device/control-script" \
         "out/$arch/build/device/move-radio" "$root/usr/bin/"
     cp device/guest/inittab "$root/etc/inittab"
     cp device/guest/udhcpc.script "$root/etc/udhcpc/default.script"

@@ -1,5 +1,6 @@
 # Sourced: run the tool as a person at the device would. Needs basics.sh.
 # $here is the folder that keeps what it printed: the files stdout and stderr.
+program=wivex # or wivex-static, the same in one file without dependencies
 
 # run_tool OPTIONS...  from start to end.
 run_tool() {
@@ -10,7 +11,7 @@ run_tool() {
 # start_tool OPTIONS...  in the background, as the leader of its own process group.
 start_tool() {
     : >"$here/stdout"
-    setsid wivex "$@" >"$here/stdout" 2>"$here/stderr" </dev/null &
+    setsid "$program" "$@" >"$here/stdout" 2>"$here/stderr" </dev/null &
     tool=$!
 }
 
