@@ -127,7 +127,7 @@ std::string number(double value) {
 }
 
 void draw_frame(const Scale& scale, const char* title) {
-    constexpr int steps = 4;
+    constexpr int steps = 5;
     draw_text(left, scale.top - 10, "start", title);
     for (int step = 0; step <= steps; ++step) {
         const double value = scale.highest * step / steps;
