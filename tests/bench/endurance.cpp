@@ -149,6 +149,7 @@ public:
             seconds_ = std::chrono::duration<double>(Clock::now() - start).count();
             follow(text);
         }
+        tell_of_failure();
         const BenchRun ended = started->finish();
         return ended_well(ended) && (settings_.trial || stays_flat());
     }
@@ -156,7 +157,8 @@ public:
 private:
     Bench bench_for_mode() const {
         Bench bench(mode_ == 'S' ? "scan-listing" : "");
-        return bench.line("program udhcpc runs \"exit 0\"")
+        return bench.streams_together()
+            .line("program udhcpc runs \"exit 0\"")
             .line("program killall runs \"exit 0\"")
             .option("--limit-files", "1024")
             .faster(settings_.speed)
@@ -168,12 +170,30 @@ private:
         line_ += text;
         std::size_t begin = 0;
         for (auto end = line_.find('\n'); end != std::string::npos; end = line_.find('\n', begin)) {
-            if (std::string_view(line_).substr(begin).starts_with("[WIFI]Chip type is = ")) {
+            const auto line = std::string_view(line_).substr(begin, end + 1 - begin);
+            if (line.starts_with("[WIFI]Chip type is = ")) {
+                tell_of_failure();
                 begin_iteration();
             }
+            iteration_text_ += line;
             begin = end + 1;
         }
         line_.erase(0, begin);
+    }
+
+    // The console of an iteration that failed; what of it is filed stands in the result file.
+    void tell_of_failure() {
+        constexpr std::array<std::string_view, 5> failures{"FAIL", "Fail", "Unable", "unable",
+                                                           "ERROR"};
+        if (std::any_of(failures.begin(), failures.end(), [this](std::string_view failure) {
+                return iteration_text_.find(failure) != std::string::npos;
+            })) {
+            std::istringstream lines(iteration_text_);
+            for (std::string line; std::getline(lines, line);) {
+                std::printf("# %c %d| %s\n", mode_, iteration_, line.c_str());
+            }
+        }
+        iteration_text_.clear();
     }
 
     void begin_iteration() {
@@ -253,6 +273,7 @@ private:
     const Settings& settings_;
     std::optional<pid_t> tool_;
     std::string line_;
+    std::string iteration_text_;
     int iteration_ = 0;
     int descriptors_ = 0;
     double seconds_ = 0;
