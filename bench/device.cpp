@@ -152,7 +152,7 @@ int run_device(const Device& device, Gate& network, Gate& access_point) {
     if (tool_process == 0) {
         become_tool(device);
     }
-    start_signallers(device.options.signals, tool_process);
+    start_signallers(device.options.signals, tool_process, watch);
     const Ended ended = wait_for_tool();
     if (device.out_fd >= 0) {
         collect(device.out_fd, ended, watch);

@@ -192,6 +192,9 @@ void build(const DeviceRoot& device, const std::string& root) {
         bind_mount_file(device.preloads[index], root + preload_in_world(index));
     }
     hide_resolver_settings(root);
+    // The library that changes the clock keeps its state there by process number, and the numbers
+    // of two worlds are the same.
+    mount_empty((root + "/dev/shm").c_str());
 }
 
 } // namespace

@@ -1,13 +1,15 @@
 // Sends the planned signals that do not wait for a command.
 #pragma once
 
+#include "collect.hpp"
 #include "signal_plan.hpp"
 
 #include <sys/types.h>
 
 namespace bench {
 
-/// Starts a process for each planned signal that goes by time or by a child of the tool.
-void start_signallers(const SignalPlan& signals, pid_t tool);
+/// Starts a process for each planned signal that goes by time or by a child of the tool. Each notes
+/// in "signals" among the logs when it sends, in milliseconds since `watch` was started.
+void start_signallers(const SignalPlan& signals, pid_t tool, const Stopwatch& watch);
 
 } // namespace bench

@@ -59,6 +59,13 @@ struct Client {
     }
 };
 
+// A command on which the supplicant fell asleep: it is answered when it goes on.
+struct Unanswered {
+    int socket = -1;
+    Client client;
+    std::string command;
+};
+
 // Something that happens later: a reply to one client, an event to all, or a turn of fate.
 struct Due {
     enum class Kind { reply, event, owed_events, signal, fate, comeback };
@@ -209,10 +216,17 @@ private:
                     plan_fate(fate, from);
                 } else {
                     turn(fate);
+                    if (asleep_) {
+                        unanswered_.push_back({socket, client, command});
+                    }
                     return;
                 }
             }
         }
+        react(socket, client, command, from);
+    }
+
+    void react(int socket, const Client& client, const std::string& command, Microseconds from) {
         for (const Event& event : settings_.script.events) {
             if (event.trigger.command && happens(*event.trigger.command, command)) {
                 plan_event(event, from);
@@ -381,6 +395,9 @@ private:
         if (sockets_[0] < 0) {
             open_sockets();
         }
+        for (const Unanswered& late : std::exchange(unanswered_, {})) {
+            react(late.socket, late.client, late.command, now());
+        }
     }
 
     static bool happens_in_sleep(const Due& due) {
@@ -435,6 +452,7 @@ private:
     std::map<std::string, int> counts_;
     std::vector<Due> dues_;
     std::deque<Due> owed_;
+    std::vector<Unanswered> unanswered_;
 };
 
 } // namespace

@@ -52,4 +52,10 @@ struct FileCloser {
 
 using UniqueFile = std::unique_ptr<std::FILE, FileCloser>;
 
+/// Writes what is still buffered. False, with the reason in `errno`, when the file has not taken
+/// everything that was written to it.
+inline bool written_completely(std::FILE* file) {
+    return std::fflush(file) == 0 && std::ferror(file) == 0;
+}
+
 } // namespace wivex

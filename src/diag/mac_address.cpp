@@ -100,11 +100,12 @@ bool read_chip_mac(const RunConfig& config, const std::string& kernel_mac, std::
 // A file that cannot be written does not change the verdict.
 void write_address_file(const std::string& path, const std::string& mac) {
     const UniqueFile file(std::fopen(path.c_str(), "we"));
-    if (!file) {
-        print_errno("File not able to write");
-        return;
+    if (file) {
+        std::fprintf(file.get(), "%s\n", mac.c_str());
     }
-    std::fprintf(file.get(), "%s\n", mac.c_str());
+    if (!file || !written_completely(file.get())) {
+        print_errno("File not able to write");
+    }
 }
 
 } // namespace

@@ -259,7 +259,15 @@ int execute_scan_nl_command() {
         print_errno("[WIFI]\"/tmp/output\"File open error");
         return failed;
     }
-    return dump_scan(socket.get(), interface_index, family, listing.get());
+    if (dump_scan(socket.get(), interface_index, family, listing.get()) != 0) {
+        return failed;
+    }
+    // An incomplete listing must not pass for a shielded room.
+    if (!written_completely(listing.get())) {
+        print_errno("[WIFI]\"/tmp/output\"File write error");
+        return failed;
+    }
+    return 0;
 }
 
 } // namespace wivex

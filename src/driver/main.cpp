@@ -9,6 +9,9 @@
 #include "driver/start.hpp"
 #include "driver/termination.hpp"
 
+#include <unistd.h>
+
+#include <algorithm>
 #include <cstdlib>
 #include <ctime>
 #include <exception>
@@ -46,6 +49,34 @@ void finish_after_failure(const std::exception& failure) {
     } catch (const std::exception&) {
         print_err("[WIFI]Unable to write results\n");
     }
+}
+
+[[noreturn]] void end_at_once() {
+    print_err("[WIFI]Unable to write results\n");
+    flush_out();
+    _exit(0);
+}
+
+bool records_exist() {
+    const TestCaseResults& results = run_options.results;
+    return std::any_of(results.begin(), results.end(),
+                       [](const TestCaseResult& result) { return result.enabled != 0; });
+}
+
+// Memory ran out so far that even the exception that tells it cannot be allocated.
+[[noreturn]] void end_without_memory() {
+    std::set_terminate(end_at_once);
+    print_err("[WIFI]ERROR:run ended early: out of memory\n");
+    if (records_exist() && !interrupts_sealed()) {
+        finish();
+    }
+    flush_out();
+    _exit(0);
+}
+
+// Runs before anything is constructed: the first allocation can fail already.
+[[gnu::constructor(101)]] void tell_when_memory_runs_out() {
+    std::set_terminate(end_without_memory);
 }
 
 } // namespace

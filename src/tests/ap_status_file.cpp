@@ -108,7 +108,7 @@ bool write_status_file(const std::string& path, const StatusTable& known, int re
     for (const AccessPoint& access_point : known.all()) {
         write_access_point(file.get(), access_point);
     }
-    return std::fflush(file.get()) == 0;
+    return written_completely(file.get());
 }
 
 } // namespace wivex

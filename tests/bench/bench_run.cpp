@@ -195,6 +195,17 @@ std::vector<std::string> BenchRun::commands() const {
     return texts;
 }
 
+std::vector<double> BenchRun::signals_sent_ms() const {
+    std::vector<double> times;
+    const auto found = files.find("signals");
+    if (found != files.end()) {
+        for (const std::string& line : lines_of(found->second)) {
+            times.push_back(std::stod(line));
+        }
+    }
+    return times;
+}
+
 std::vector<std::string> BenchRun::sockets() const {
     const auto found = files.find("sockets");
     return found == files.end() ? std::vector<std::string>{} : lines_of(found->second);
@@ -309,6 +320,18 @@ bool StartedRun::shows(std::string_view text, std::chrono::milliseconds limit) {
         }
     }
     return true;
+}
+
+std::string StartedRun::next_out() {
+    std::string text = std::exchange(run_.out, {});
+    if (text.empty()) {
+        take(ends_->out.ends[0], text);
+    }
+    return text;
+}
+
+pid_t StartedRun::launcher() const {
+    return ends_->launcher;
 }
 
 bool StartedRun::ends_unread(std::chrono::milliseconds limit) {

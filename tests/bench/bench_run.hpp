@@ -4,6 +4,8 @@
 //     EXPECT_EQ(run.result_file(), "Test case 1 passed \n...");
 #pragma once
 
+#include <sys/types.h>
+
 #include <chrono>
 #include <map>
 #include <memory>
@@ -36,6 +38,9 @@ struct BenchRun {
     /// The same, each with the microseconds since the supplicant's start.
     std::vector<std::pair<long long, std::string>> timed_commands() const;
 
+    /// Milliseconds from the start to the signals that went by time or by a child.
+    std::vector<double> signals_sent_ms() const;
+
     /// Client sockets that were left in /tmp.
     std::vector<std::string> sockets() const;
 };
@@ -54,6 +59,13 @@ public:
     const std::string& out() const {
         return run_.out;
     }
+
+    /// Waits for standard output and hands over what came; it does not come again in `finish`.
+    /// Empty at its end.
+    std::string next_out();
+
+    /// The process in whose world the tool runs.
+    pid_t launcher() const;
 
     /// Waits for the end without reading standard output any further. False when that takes
     /// longer.

@@ -30,6 +30,11 @@ TEST(BenchWorld, keeps_what_the_tool_writes_from_the_machine) {
     EXPECT_FALSE(std::filesystem::exists("/tmp/wivex-private"));
 }
 
+TEST(BenchWorld, shares_no_memory_by_name_with_the_machine) {
+    EXPECT_EQ(shell(Bench(), "echo x > /dev/shm/wivex-private").status, 0);
+    EXPECT_FALSE(std::filesystem::exists("/dev/shm/wivex-private"));
+}
+
 TEST(BenchWorld, sees_its_own_processes_only) {
     EXPECT_EQ(shell(Bench(), "killall udhcpd; echo $?").out, "1\n");
 }

@@ -1,0 +1,301 @@
+// A machine in trouble: no room, no descriptors, no memory, no programs, no kernel files. Each time
+// there is a message and a verdict, and every result that could be written is written.
+
+#include "bench_run.hpp"
+#include "expected.hpp"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace bench_test {
+namespace {
+
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+using testing::Optional;
+
+constexpr const char* quick_address = "program udhcpc runs \"exit 0\"\n"
+                                      "program killall runs \"exit 0\"";
+constexpr const char* same_address = "driver answers address with 00:0a:f5:12:34:56\n"
+                                     "driver answers variable cur_etheraddr with 00:0a:f5:12:34:56";
+
+// Client sockets stand in /tmp whatever the configuration says; the supplicant's can be elsewhere.
+constexpr const char* supplicant_elsewhere = "config ctrl_iface=/run/wpa_supplicant";
+
+std::string result_of(int test_case, int failures) {
+    return "Test case 1 passed \nTest case 2 passed \nTest case " + std::to_string(test_case) +
+           (failures == 0 ? " passed \n" : " fail # " + std::to_string(failures) + "\n");
+}
+
+Bench bench_with(const std::string& scenario, const std::vector<std::string>& lines) {
+    Bench bench(scenario);
+    for (const std::string& line : lines) {
+        bench.line(line);
+    }
+    bench.faster(10);
+    return bench;
+}
+
+// ---- disks -------------------------------------------------------------------------------------
+
+TEST(FullDisk, of_the_result_file_is_told) {
+    const BenchRun run =
+        bench_with("", {quick_address, "folder /root full"}).args({"-w", "-m", "2"}).run();
+    EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(run.err, "[WIFI]Unable to write Result File: /root/WIFIResult: No space left on "
+                       "device\n");
+    EXPECT_THAT(run.out, Not(HasSubstr("Updated")));
+    EXPECT_THAT(run.out, EndsWith(cleanup));
+}
+
+TEST(FullDisk, of_the_result_file_is_told_by_an_interrupted_run_too) {
+    const BenchRun run = Bench("scan-never-ends")
+                             .line("folder /root full")
+                             .signal("INT@command:SCAN+300ms")
+                             .args({"-w", "-m", "2"})
+                             .run();
+    EXPECT_EQ(run.status, 0);
+    EXPECT_THAT(run.err, EndsWith("/root/WIFIResult: No space left on device\n"));
+    EXPECT_THAT(run.out, EndsWith(cleanup_of_a_session + done));
+}
+
+TEST(FullDisk, of_the_address_file_is_told_and_leaves_the_verdict) {
+    const BenchRun run = bench_with("", {same_address, "folder /root full"})
+                             .args({"-M", "-m", "1", "-R/root/results"})
+                             .run();
+    EXPECT_THAT(run.err, HasSubstr("File not able to write: No space left on device\n"));
+    EXPECT_THAT(run.out, HasSubstr("[WIFI]MAC PRINT SUCCESS\n"));
+}
+
+TEST(FullDisk, of_the_listing_fails_the_scan_and_is_no_shielded_room) {
+    const BenchRun run = bench_with("scan-listing", {"folder /tmp full"}).args({"-S"}).run();
+    EXPECT_THAT(run.err, HasSubstr("[WIFI]\"/tmp/output\"File write error: No space left on "
+                                   "device\n"));
+    EXPECT_THAT(run.out, Not(HasSubstr("SHIELD")));
+    EXPECT_THAT(run.result_file(), Optional(result_of(5, 1)));
+}
+
+TEST(FullDisk, of_the_status_file_is_told) {
+    const BenchRun run = bench_with("scan-listing", {"folder /root full"})
+                             .args({"-SLINE", "-D/root/status", "-R/tmp/results"})
+                             .run();
+    EXPECT_THAT(run.err, HasSubstr("[WIFI]not able to open file\n: No space left on device\n"));
+    EXPECT_EQ(run.files.at("tmp/results"), result_of(5, 0));
+}
+
+TEST(FullDisk, of_tmp_does_not_disturb_a_session) {
+    const BenchRun run =
+        bench_with("", {quick_address, "folder /tmp full"}).args({"-w", "-m", "1"}).run();
+    EXPECT_THAT(run.result_file(), Optional(result_of(8, 0)));
+}
+
+TEST(ReadOnlyTmp, keeps_the_sessions_from_being_opened) {
+    const std::vector<std::string> lines{supplicant_elsewhere, "folder /tmp read-only"};
+    const BenchRun wlan = bench_with("", lines).args({"-w"}).run();
+    EXPECT_THAT(wlan.out, HasSubstr("[WIFI]Unable to open sockets!!\n"));
+    EXPECT_THAT(wlan.result_file(), Optional(result_of(8, 2)));
+    const BenchRun client = bench_with("", lines).args({"-c"}).run();
+    EXPECT_THAT(client.result_file(), Optional(result_of(9, 1)));
+    const BenchRun device = bench_with("", lines).args({"-d"}).run();
+    EXPECT_THAT(device.result_file(), Optional(result_of(6, 1)));
+    const BenchRun owner = bench_with("", lines).args({"-g"}).run();
+    EXPECT_THAT(owner.result_file(), Optional(result_of(7, 1)));
+}
+
+TEST(ReadOnlyTmp, fails_the_scan) {
+    const BenchRun run = bench_with("scan-listing", {"folder /tmp read-only"}).args({"-S"}).run();
+    EXPECT_THAT(run.err,
+                HasSubstr("[WIFI]\"/tmp/output\"File open error: Read-only file system\n"));
+    EXPECT_THAT(run.err, HasSubstr("[WIFI]not able to open file\n: Read-only file system\n"));
+    EXPECT_THAT(run.result_file(), Optional(result_of(5, 1)));
+}
+
+TEST(ReadOnlyRoot, is_told_of_both_files_and_leaves_the_verdict) {
+    const BenchRun run =
+        bench_with("", {same_address, "folder /root read-only"}).args({"-M", "-m", "1"}).run();
+    EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(run.err, "File not able to write: Read-only file system\n"
+                       "[WIFI]Unable to open Result File: ");
+    EXPECT_THAT(run.out, HasSubstr("[WIFI]MAC PRINT SUCCESS\n"));
+    EXPECT_THAT(run.out, EndsWith("/root/WIFIResult\n" + cleanup));
+}
+
+TEST(MissingTmp, keeps_the_session_from_being_opened) {
+    const BenchRun run =
+        bench_with("", {supplicant_elsewhere, "folder /tmp missing"}).args({"-w"}).run();
+    EXPECT_THAT(run.result_file(), Optional(result_of(8, 2)));
+}
+
+// ---- descriptors -------------------------------------------------------------------------------
+
+// How many are needed depends on the machine's libraries, so all small numbers are tried.
+class FewDescriptors : public testing::TestWithParam<int> {
+protected:
+    static BenchRun run_with(Bench bench, const std::vector<std::string>& arguments) {
+        return bench.option("--limit-files", std::to_string(GetParam())).args(arguments).run();
+    }
+    static void expect_message_and_verdict(const BenchRun& run) {
+        ASSERT_EQ(run.status, 0) << run.err;
+        const bool without_configuration =
+            run.err.find("Configuration file problem") != std::string::npos;
+        EXPECT_EQ(without_configuration, !run.result_file()) << run.out << run.err;
+    }
+};
+
+TEST_P(FewDescriptors, end_the_wlan_test_with_a_verdict) {
+    expect_message_and_verdict(run_with(bench_with("", {quick_address}), {"-w", "-m", "1"}));
+}
+
+TEST_P(FewDescriptors, end_the_client_test_with_a_verdict) {
+    expect_message_and_verdict(run_with(bench_with("", {quick_address}), {"-c", "-m", "1"}));
+}
+
+TEST_P(FewDescriptors, end_the_scan_with_a_verdict) {
+    expect_message_and_verdict(run_with(bench_with("scan-listing", {}), {"-S", "-m", "1"}));
+}
+
+TEST_P(FewDescriptors, end_the_address_check_with_a_verdict) {
+    expect_message_and_verdict(run_with(bench_with("mac/ath6kl-same", {}), {"-M", "-m", "1"}));
+}
+
+INSTANTIATE_TEST_SUITE_P(Numbers, FewDescriptors, testing::Range(4, 11));
+
+TEST(NoDescriptor, for_the_second_connection_leaves_no_socket_and_a_verdict) {
+    const BenchRun run =
+        bench_with("", {quick_address}).option("--limit-files", "6").args({"-w", "-m", "3"}).run();
+    EXPECT_THAT(run.out, HasSubstr("[WIFI]Unable to open sockets!!\n"));
+    EXPECT_THAT(run.result_file(), Optional(result_of(8, 6)));
+    EXPECT_THAT(run.sockets(), IsEmpty());
+}
+
+// ---- memory ------------------------------------------------------------------------------------
+
+constexpr int least_kb = 3000;
+constexpr int most_kb = 12000;
+constexpr int status_of_loader = 127;
+
+BenchRun run_within(int kilobytes, const std::vector<std::string>& arguments) {
+    return Bench()
+        .line("module none")
+        .option("--under", "prlimit --as=" + std::to_string(kilobytes * 1024))
+        .args(arguments)
+        .run();
+}
+
+TEST(NoMemory, never_crashes_however_little_there_is) {
+    if (run_within(most_kb, {"-A"}).status != 0) {
+        GTEST_SKIP() << "this build needs more address space";
+    }
+    bool told = false;
+    for (int kilobytes = least_kb; kilobytes < most_kb; kilobytes += 32) {
+        const BenchRun run = run_within(kilobytes, {"-A"});
+        if (run.status == status_of_loader) {
+            continue; // the tool has not begun yet
+        }
+        ASSERT_EQ(run.status, 0) << "with " << kilobytes << " KB: " << run.err;
+        const bool ended_early = run.err.find("[WIFI]ERROR:run ended early: ") != std::string::npos;
+        told = told || ended_early;
+        if (!ended_early) {
+            EXPECT_THAT(run.out, EndsWith("[WIFI]ERROR:create softAP problem\n"));
+            kilobytes += 1024;
+        }
+    }
+    EXPECT_TRUE(told);
+}
+
+TEST(NoMemory, for_further_children_fails_what_needs_them_and_the_run_goes_on) {
+    const BenchRun run =
+        bench_with("", {"program udhcpc runs \"exit 0\"",
+                        "program killall runs \"prlimit --pid $(pidof wivex) --as=1\"",
+                        "config check_iperf=yes"})
+            .args({"-w", "-m", "2"})
+            .run();
+    EXPECT_EQ(run.status, 0);
+    EXPECT_THAT(run.err, EndsWith("Unable to run Iperf in Client mode!!!\n"
+                                  "Fail to run dhclient!!!\nFail to start udhcpc!!!\n"
+                                  "Unable to run Iperf in Client mode!!!\n"));
+    EXPECT_THAT(run.result_file(), Optional(result_of(8, 2)));
+    EXPECT_THAT(run.sockets(), IsEmpty());
+}
+
+// ---- programs and kernel files -----------------------------------------------------------------
+
+TEST(MissingProgram, udhcpc_fails_the_client_test_and_not_the_wlan_test) {
+    const BenchRun client = bench_with("", {"program udhcpc missing"}).args({"-c"}).run();
+    EXPECT_THAT(client.err, HasSubstr("Fail to run dhclient!!!\nFail to start udhcpc!!!\n"));
+    EXPECT_THAT(client.result_file(), Optional(result_of(9, 1)));
+    const BenchRun wlan = bench_with("", {"program udhcpc missing"}).args({"-w"}).run();
+    EXPECT_THAT(wlan.out, HasSubstr("ERROR:UDHCHPC START FAILED\n"));
+    EXPECT_THAT(wlan.result_file(), Optional(result_of(8, 0)));
+}
+
+TEST(MissingProgram, iperf_is_told_by_the_shell_and_passes) {
+    const BenchRun run =
+        bench_with("", {quick_address, "program iperf missing", "config check_iperf=yes"})
+            .args({"-w"})
+            .run();
+    EXPECT_THAT(run.err, HasSubstr("iperf: not found\n"));
+    EXPECT_THAT(run.result_file(), Optional(result_of(8, 0)));
+}
+
+TEST(MissingProgram, ifconfig_is_told_by_the_shell_and_the_interface_stays_down) {
+    const BenchRun run =
+        bench_with("", {quick_address, "program ifconfig missing", "interface down"})
+            .args({"-w"})
+            .run();
+    EXPECT_THAT(run.err, HasSubstr("ifconfig: not found\n"));
+    EXPECT_THAT(run.result_file(),
+                Optional(std::string("Test case 1 passed \nTest case 2 fail # 1\n"
+                                     "Test case 8 passed \n")));
+}
+
+TEST(MissingProgram, of_the_group_owner_is_told_by_the_shell_and_passes) {
+    for (const std::string program : {"ifconfig", "udhcpd"}) {
+        const BenchRun run =
+            bench_with("p2p-owner", {quick_address, "program " + program + " missing"})
+                .args({"-d"})
+                .run();
+        EXPECT_THAT(run.err, HasSubstr(program + ": not found\n"));
+        EXPECT_THAT(run.result_file(), Optional(result_of(6, 0)));
+    }
+}
+
+TEST(MissingProgram, killall_can_be_interrupted_though_it_is_called_for_ever) {
+    const BenchRun run = Bench()
+                             .line("program udhcpc runs \"exit 0\"")
+                             .line("program killall missing")
+                             .signal("INT@2500ms")
+                             .args({"-w"})
+                             .run();
+    EXPECT_THAT(run.err, HasSubstr("killall: not found\n"));
+    EXPECT_THAT(run.result_file(), Optional(result_of(8, 0)));
+    EXPECT_THAT(run.sockets(), IsEmpty());
+}
+
+TEST(MissingProgram, mount_is_told_by_the_shell_and_the_run_goes_on) {
+    const BenchRun run =
+        bench_with("scan-refused", {"folder /proc/bus/usb missing", "program mount missing"})
+            .args({"-w"})
+            .run();
+    EXPECT_THAT(run.err, HasSubstr("mount: not found\n"));
+    EXPECT_THAT(run.out, HasSubstr("[WIFI]ERROR:Module not inserted"));
+    EXPECT_THAT(run.result_file(),
+                Optional(std::string("Test case 1 fail # 1\nTest case 2 passed \n"
+                                     "Test case 8 fail # 1\n")));
+}
+
+TEST(MissingKernelFile, of_the_interface_is_filed_and_the_run_goes_on) {
+    const BenchRun run =
+        bench_with("scan-refused", {"config wifidev=/sys/class/absent"}).args({"-w"}).run();
+    EXPECT_THAT(run.result_file(),
+                Optional(std::string("Test case 1 passed \nTest case 2 fail # 1\n"
+                                     "Test case 8 fail # 1\n")));
+}
+
+} // namespace
+} // namespace bench_test
