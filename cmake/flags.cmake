@@ -14,7 +14,7 @@ elseif(WIVEX_SANITIZE)
   target_compile_options(wivex_flags INTERFACE
     -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer -g)
   target_link_options(wivex_flags INTERFACE -fsanitize=address,undefined)
-else()
+elseif(NOT WIVEX_COVERAGE)
   target_compile_options(wivex_flags INTERFACE
     $<IF:$<STREQUAL:$<TARGET_PROPERTY:TYPE>,SHARED_LIBRARY>,-fPIC,-fPIE>
     -ffunction-sections -fdata-sections -fstack-protector-strong -U_FORTIFY_SOURCE

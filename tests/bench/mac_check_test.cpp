@@ -357,6 +357,17 @@ TEST(Ath6klMac, fails_when_a_dump_has_vanished) {
     expect_failure_without_file(second);
 }
 
+TEST(Ath6klMac, fails_when_a_dump_cannot_be_read) {
+    const ChipRehearsal run("mac/ath6kl-unreadable-dump", {"-M"});
+    EXPECT_THAT(run.diagnostics(),
+                EndsWith(dump_first +
+                         "[WIFI]Can not read temporary file properly r_bytes is -1...\n"
+                         "[WIFI]Content of file can't be stored in buffer and ...\n"
+                         "[WIFI]buf2 is  and its length is 0\n" +
+                         failure));
+    expect_failure_without_file(run);
+}
+
 TEST(Ath6klMac, fails_when_a_dump_cannot_be_removed) {
     const ChipRehearsal first("mac/ath6kl-keeps-first", {"-M"});
     EXPECT_THAT(first.diagnostics(),

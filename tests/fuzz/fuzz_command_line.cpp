@@ -1,7 +1,9 @@
-// The command line: arguments are separated by zero bytes.
+// The command line: arguments are separated by zero bytes. A run that is let in has a mode and at
+// least one iteration.
 
 #include "common/process_state.hpp"
 #include "driver/command_line.hpp"
+#include "require.hpp"
 
 #include <unistd.h>
 
@@ -32,6 +34,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     arguments.push_back(nullptr);
     optind = 0;
     wivex::run_options = wivex::RunOptions{};
-    wivex::parse_command_line(static_cast<int>(words.size()), arguments.data());
+    const int result = wivex::parse_command_line(static_cast<int>(words.size()), arguments.data());
+    fuzz::require(result == 0 || result == 1);
+    const wivex::RunOptions& run = wivex::run_options;
+    const int modes = run.loopback_mode + run.mac_mode + run.scan_mode + run.p2p_device_mode +
+                      run.go_mode + run.wlan_legacy_mode + run.p2p_client_mode + run.softap_mode;
+    fuzz::require(result == 0 || (run.iteration_count >= 1 && modes >= 1));
+    // The prefix is one of the arguments, as it stands there.
+    fuzz::require(run.scan_ssid == nullptr || run.scan_mode == 1);
     return 0;
 }

@@ -1,6 +1,8 @@
-// The configuration file.
+// The configuration file: no value reaches further than its line, and those that follow from others
+// do follow.
 
 #include "driver/config_file.hpp"
+#include "require.hpp"
 
 #include <sys/mman.h>
 #include <unistd.h>
@@ -15,7 +17,17 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         std::abort();
     }
     wivex::RunConfig config;
-    wivex::read_config_file("/proc/self/fd/" + std::to_string(file), config);
+    const int result = wivex::read_config_file("/proc/self/fd/" + std::to_string(file), config);
+    fuzz::require(result == 1);
     close(file);
+    for (const std::string* value : {&config.go_ssid, &config.psk, &config.driver_path}) {
+        fuzz::require(value->size() <= 510 &&
+                      value->find_first_of(std::string_view("\n\0", 2)) == std::string::npos);
+    }
+    fuzz::require(config.interface_name == config.interface_name_copy);
+    fuzz::require(config.device_type != "USB" || config.usbdevlist == "/proc/bus/usb/devices");
+    for (const std::string& product_id : config.product_ids) {
+        fuzz::require(product_id.size() == 4 && config.vendor_id.size() == 4);
+    }
     return 0;
 }

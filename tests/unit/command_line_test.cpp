@@ -10,6 +10,7 @@
 
 #include <cstdio>
 #include <initializer_list>
+#include <limits>
 #include <ostream>
 #include <string>
 #include <vector>
@@ -339,6 +340,13 @@ TEST_F(CommandLine, an_answer_is_read_as_far_as_it_is_a_number) {
     EXPECT_EQ(run_options.config_choice, 1);
     ASSERT_EQ(parse_with_input("--1\n", {"-w", "-m", "1", "-F"}), 1);
     EXPECT_EQ(run_options.config_choice, 0);
+}
+
+TEST_F(CommandLine, an_answer_of_any_size_chooses_no_file_and_does_no_harm) {
+    ASSERT_EQ(parse_with_input("99999999999999999999\n", {"-w", "-m", "1", "-F"}), 1);
+    EXPECT_EQ(run_options.config_choice, std::numeric_limits<std::int32_t>::max());
+    ASSERT_EQ(parse_with_input("-99999999999999999999\n", {"-w", "-m", "1", "-F"}), 1);
+    EXPECT_EQ(run_options.config_choice, std::numeric_limits<std::int32_t>::min());
 }
 
 TEST_F(CommandLine, an_answer_that_is_not_a_number_leaves_the_default_file) {

@@ -172,6 +172,17 @@ TEST(Console, is_line_buffered_into_a_pipe) {
     EXPECT_EQ(end_of_child(child, milliseconds(2000)), 0);
 }
 
+TEST(Console, drops_text_that_its_file_does_not_take) {
+    const int child = fork_child([] {
+        const int full = ::open("/dev/full", O_WRONLY | O_CLOEXEC);
+        ::dup2(full, STDOUT_FILENO);
+        print_a_megabyte();
+        flush_out();
+        return 7;
+    });
+    EXPECT_EQ(end_of_child(child, milliseconds(5000)), 7);
+}
+
 [[noreturn]] void exit_50(int /*signal_number*/) {
     ::_exit(50);
 }

@@ -29,6 +29,8 @@ TEST_F(Station, refuses_to_work_on_a_session_that_is_not_open) {
     console_.out();
     EXPECT_EQ(cmd_to_scan(*session_), 6);
     EXPECT_EQ(console_.err(), "Sockets are not opened\n");
+    EXPECT_EQ(cmd_to_find_network(*session_, config_), 6);
+    EXPECT_EQ(console_.err(), "Sockets are not opened\n");
     EXPECT_EQ(cmd_to_addnetwork(*session_), 6);
     EXPECT_EQ(console_.err(), "Sockets are not opened\n");
     EXPECT_EQ(cmd_to_setnetwork(*session_, config_, 0), 6);

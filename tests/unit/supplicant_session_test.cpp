@@ -299,6 +299,11 @@ int wants_no_argument(const char* message, const char* argument) {
     return argument == nullptr && std::string_view(message) == "<3>EVENT" ? 5 : -1;
 }
 
+TEST_F(OpenSession, has_no_event_once_it_is_closed) {
+    session_->close();
+    EXPECT_EQ(session_->waitForEvent(""), 0);
+}
+
 TEST_F(OpenSession, finds_no_event_at_once_when_none_is_queued) {
     const Stopwatch watch;
     EXPECT_EQ(session_->waitForEvent("CTRL-EVENT-CONNECTED"), 0);

@@ -10,6 +10,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/resource.h>
+#include <sys/time.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -167,6 +168,39 @@ TEST(WaitReadableOrNextSecond, ends_when_the_wall_clock_shows_the_next_second) {
         EXPECT_EQ(after.tv_sec, before.tv_sec + 1);
         EXPECT_LT(after.tv_nsec, 100'000'000);
     }
+}
+
+TEST(WaitReadableOrNextSecond, rests_a_moment_on_a_descriptor_that_reports_nothing_but_an_error) {
+    const int fd = ::dup(STDIN_FILENO);
+    ::close(fd);
+    const Stopwatch watch;
+    wait_readable_or_next_second(fd);
+    EXPECT_THAT(watch.elapsed(), AllOf(Ge(milliseconds(10)), Le(milliseconds(500))));
+}
+
+/// A signal with a handler of its own comes once, 100 ms from now.
+void send_alarm_soon() {
+    struct sigaction action {};
+    action.sa_handler = [](int) {};
+    ::sigaction(SIGALRM, &action, nullptr);
+    const itimerval soon{{}, {0, 100'000}};
+    ::setitimer(ITIMER_REAL, &soon, nullptr);
+}
+
+TEST(WaitFor, goes_on_after_a_signal_that_ends_nothing) {
+    send_alarm_soon();
+    const Stopwatch watch;
+    wait_for(0, 400'000);
+    EXPECT_GE(watch.elapsed(), milliseconds(399));
+}
+
+TEST(WaitForChild, goes_on_after_a_signal_that_ends_nothing) {
+    const int child = fork_child([] {
+        std::this_thread::sleep_for(milliseconds(400));
+        return 9;
+    });
+    send_alarm_soon();
+    EXPECT_EQ(wait_for_child(child), 9 << 8);
 }
 
 TEST(WaitFor, sleeps_the_given_time) {

@@ -1,0 +1,37 @@
+#include "session_fixture.hpp"
+#include "tests/session_setup.hpp"
+
+#include <gtest/gtest.h>
+
+namespace wivex {
+namespace {
+
+class SessionSetup : public test_support::SessionFixture {};
+
+TEST_F(SessionSetup, leaves_an_open_session_as_it_is) {
+    EXPECT_TRUE(session_open_or_reopened(*session_, config_));
+    EXPECT_EQ(console_.out(), "");
+    EXPECT_EQ(supplicant_.commands().size(), 1U);
+}
+
+TEST_F(SessionSetup, opens_a_closed_session_once_more) {
+    session_->close();
+    console_.out();
+    EXPECT_TRUE(session_open_or_reopened(*session_, config_));
+    EXPECT_FALSE(session_->isInvalid());
+    EXPECT_EQ(console_.out(), "Invalid sockets..Trying to open them again.\n");
+    EXPECT_EQ(supplicant_.commands().back(), "ATTACH");
+}
+
+TEST_F(SessionSetup, tells_when_a_closed_session_cannot_be_opened_again) {
+    session_->close();
+    supplicant_.die();
+    console_.out();
+    EXPECT_FALSE(session_open_or_reopened(*session_, config_));
+    EXPECT_EQ(console_.out(), "Invalid sockets..Trying to open them again.\n"
+                              "[WIFI]Unable to open sockets!!\n"
+                              "Unable to open sockets..quitting\n");
+}
+
+} // namespace
+} // namespace wivex
