@@ -1,5 +1,6 @@
 #include "counterpart.hpp"
 
+#include "common/run_config.hpp"
 #include "measure.hpp"
 
 #include <signal.h>
@@ -90,6 +91,13 @@ int listen_in(const std::string& folder) {
     return server;
 }
 
+wivex::RunConfig configuration_for(const Counterpart& counterpart) {
+    wivex::RunConfig config;
+    config.ctrl_iface = counterpart.folder();
+    config.interface_name = "wlan0";
+    return config;
+}
+
 } // namespace
 
 Counterpart::Counterpart() : folder_("/tmp/wivex-perf-XXXXXX") {
@@ -111,6 +119,13 @@ Counterpart::~Counterpart() {
     waitpid(process_, nullptr, 0);
     unlink((folder_ + "/wlan0").c_str());
     rmdir(folder_.c_str());
+}
+
+MeasuredSession::MeasuredSession() : session_(configuration_for(counterpart_)) {
+    if (session_.isInvalid()) {
+        std::puts("no session");
+        std::exit(1);
+    }
 }
 
 } // namespace perf

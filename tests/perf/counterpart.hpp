@@ -2,6 +2,8 @@
 // events when it is told to.
 #pragma once
 
+#include "ctrl/supplicant_session.hpp"
+
 #include <sys/types.h>
 
 #include <functional>
@@ -28,6 +30,20 @@ public:
 private:
     std::string folder_;
     pid_t process_ = -1;
+};
+
+/// A session of the tool with a counterpart of its own. Ends the program when it cannot be opened.
+class MeasuredSession {
+public:
+    MeasuredSession();
+
+    wivex::SupplicantSession& get() {
+        return session_;
+    }
+
+private:
+    Counterpart counterpart_;
+    wivex::SupplicantSession session_;
 };
 
 } // namespace perf

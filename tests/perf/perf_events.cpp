@@ -50,15 +50,8 @@ double microseconds(wivex::SupplicantSession& session, Drain drain) {
 } // namespace
 
 int main() {
-    const perf::Counterpart counterpart;
-    wivex::RunConfig config;
-    config.ctrl_iface = counterpart.folder();
-    config.interface_name = "wlan0";
-    wivex::SupplicantSession session(config);
-    if (session.isInvalid()) {
-        std::puts("no session");
-        return 1;
-    }
+    perf::MeasuredSession measured;
+    wivex::SupplicantSession& session = measured.get();
     const int fd = wivex::wpa_ctrl_get_fd(*wivex::event_connection);
     std::vector<double> through_session;
     std::vector<double> floor;

@@ -27,15 +27,8 @@ double reaction_microseconds(wivex::SupplicantSession& session) {
 } // namespace
 
 int main() {
-    const perf::Counterpart counterpart;
-    wivex::RunConfig config;
-    config.ctrl_iface = counterpart.folder();
-    config.interface_name = "wlan0";
-    wivex::SupplicantSession session(config);
-    if (session.isInvalid()) {
-        std::puts("no session");
-        return 1;
-    }
+    perf::MeasuredSession measured;
+    wivex::SupplicantSession& session = measured.get();
     std::vector<double> delays;
     for (int sample = 0; sample < samples; ++sample) {
         delays.push_back(reaction_microseconds(session));

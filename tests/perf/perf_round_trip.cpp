@@ -45,15 +45,8 @@ double microseconds(RoundTrip round_trip) {
 } // namespace
 
 int main() {
-    const perf::Counterpart counterpart;
-    wivex::RunConfig config;
-    config.ctrl_iface = counterpart.folder();
-    config.interface_name = "wlan0";
-    wivex::SupplicantSession session(config);
-    if (session.isInvalid()) {
-        std::puts("no session");
-        return 1;
-    }
+    perf::MeasuredSession measured;
+    wivex::SupplicantSession& session = measured.get();
     const int bare = wivex::wpa_ctrl_get_fd(*wivex::command_connection);
     std::vector<double> through_session;
     std::vector<double> floor;

@@ -39,15 +39,8 @@ double polled_ms(wivex::SupplicantSession& session) {
 } // namespace
 
 int main() {
-    const perf::Counterpart counterpart;
-    wivex::RunConfig config;
-    config.ctrl_iface = counterpart.folder();
-    config.interface_name = "wlan0";
-    wivex::SupplicantSession session(config);
-    if (session.isInvalid()) {
-        std::puts("no session");
-        return 1;
-    }
+    perf::MeasuredSession measured;
+    wivex::SupplicantSession& session = measured.get();
     const double event = processor_ms([&] {
         wivex::DeadlineTimer timer;
         timer.start(seconds);
