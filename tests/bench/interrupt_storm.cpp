@@ -255,7 +255,8 @@ private:
         switch (attempt.judgement.verdict) {
         case Verdict::good:
             ++runs_[attempt.life->name];
-            reactions_.push_back({attempt.judgement.reaction_ms, attempt.description()});
+            reactions_.push_back({attempt.judgement.reaction_ms,
+                                  "run " + std::to_string(index) + ", " + attempt.description()});
             return true;
         case Verdict::before_the_handler:
             ++early_;

@@ -31,11 +31,14 @@ std::string result_of(int test_case, int failures) {
            (failures == 0 ? " passed \n" : " fail # " + std::to_string(failures) + "\n");
 }
 
+// A second either side of a time limit must stay long enough for a busy machine.
+constexpr int speed = 5;
+
 BenchRun run_mode(const std::string& scenario, const std::string& mode) {
     return Bench(scenario)
         .line("program udhcpc runs \"exit 0\"")
         .line("program killall runs \"exit 0\"")
-        .faster(10)
+        .faster(speed)
         .args({mode, "-m", "2"})
         .run();
 }
