@@ -1,12 +1,15 @@
 #include "diag/to_lower_copy.hpp"
 
-#include <locale>
+#include <algorithm>
+#include <cctype>
 
 namespace wivex {
 
+// The C library's reading of the current locale, which nothing changes. The equal `ctype` facet
+// would bring all of the stream library into the static program.
 std::string to_lower_copy(std::string text) {
-    const std::locale current;
-    std::use_facet<std::ctype<char>>(current).tolower(text.data(), text.data() + text.size());
+    std::transform(text.begin(), text.end(), text.begin(),
+                   [](unsigned char letter) { return static_cast<char>(std::tolower(letter)); });
     return text;
 }
 
