@@ -36,7 +36,7 @@ bool mount_private_tmp() {
         return false;
     }
     return ::unshare(CLONE_NEWNS) == 0 &&
-           ::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0 &&
+           ::mount("none", "/", "none", MS_REC | MS_PRIVATE, nullptr) == 0 &&
            ::mount("tmp", "/tmp", "tmpfs", 0, nullptr) == 0;
 }
 

@@ -175,7 +175,7 @@ bool provide_loopback_switch(const std::string& target) {
     const std::string directory = "/sys/module/bcmdhd/parameters";
     std::error_code failed;
     return ::unshare(CLONE_NEWNS) == 0 &&
-           ::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0 &&
+           ::mount("none", "/", "none", MS_REC | MS_PRIVATE, nullptr) == 0 &&
            ::mount("module", "/sys/module", "tmpfs", 0, nullptr) == 0 &&
            std::filesystem::create_directories(directory, failed) &&
            ::symlink(target.c_str(), (directory + "/usbloop_enable").c_str()) == 0;
