@@ -89,6 +89,8 @@ std::vector<std::string> command_line(const Options& options) {
     setenv("HOME", "/root", 1);
     setenv("PS1", "device# ", 1);
     set_preload_environment(device.options);
+    // What whoever started the bench left open must not count against the limit.
+    close_range(STDERR_FILENO + 1, ~0U, 0);
     limit_descriptors(device.options.descriptor_limit);
     if (chdir("/root") != 0) {
         std::perror("wivex-bench: /root");
