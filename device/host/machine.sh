@@ -67,6 +67,7 @@ add_overlay() {
     root=$work/$arch.root
     mkdir -p "$root/etc/udhcpc" "$root/usr/bin" "$root/device"
     cp "out/$arch/wivex" "out/$arch/wivex-static" "out/$arch/build/device/control-script" \
+        "out/$arch/build/device/as-kernel-3-2" \
         "out/$arch/build/device/move-radio" "$root/usr/bin/"
     cp device/guest/inittab "$root/etc/inittab"
     cp device/guest/udhcpc.script "$root/etc/udhcpc/default.script"

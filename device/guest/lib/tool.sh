@@ -11,7 +11,8 @@ run_tool() {
 # start_tool OPTIONS...  in the background, as the leader of its own process group.
 start_tool() {
     : >"$here/stdout"
-    setsid "$program" "$@" >"$here/stdout" 2>"$here/stderr" </dev/null &
+    # shellcheck disable=SC2086 # a program may stand behind another
+    setsid $program "$@" >"$here/stdout" 2>"$here/stderr" </dev/null &
     tool=$!
 }
 
