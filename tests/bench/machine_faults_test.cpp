@@ -208,6 +208,22 @@ TEST(NoMemory, never_crashes_however_little_there_is) {
     EXPECT_TRUE(told);
 }
 
+TEST(NoMemory, in_the_middle_of_a_run_is_told_and_leaves_a_result_file) {
+    // A path that is longer than what is left of the first piece of memory.
+    const std::string long_path = "-R/" + std::string(130'000, 'x');
+    for (int kilobytes = least_kb; kilobytes < most_kb; kilobytes += 32) {
+        const BenchRun run = run_within(kilobytes, {"-A", long_path});
+        if (run.err == "[WIFI]ERROR:run ended early: std::bad_alloc\n") {
+            EXPECT_EQ(run.status, 0);
+            EXPECT_EQ(run.result_file(), "");
+            EXPECT_THAT(run.out, EndsWith("[WIFI]ResultFile: /root/WIFIResult Updated\n" +
+                                          bench_test::cleanup));
+            return;
+        }
+    }
+    GTEST_SKIP() << "this build needs more address space";
+}
+
 TEST(NoMemory, for_further_children_fails_what_needs_them_and_the_run_goes_on) {
     const BenchRun run =
         bench_with("", {"program udhcpc runs \"exit 0\"",
