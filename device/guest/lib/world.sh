@@ -12,6 +12,7 @@ begin_world() {
 
 end_world() {
     stop_all_daemons
+    remove_driver_files
     unplug_module
     modprobe -r mac80211_hwsim
     for file in /run/rooms/*; do
@@ -31,6 +32,18 @@ plug_module() {
 unplug_module() {
     [ -d /sys/module/g_serial ] || return 0
     modprobe -r g_serial
+}
+
+# add_driver_folder PATH  an empty folder that can be written to, in place of one of the kernel's.
+add_driver_folder() {
+    mount -t tmpfs driver-files "$1"
+}
+
+remove_driver_files() {
+    for folder in $(awk '$1 == "driver-files" { print $2 }' /proc/mounts); do
+        umount "$folder"
+    done
+    grep -q ' /sys/kernel/debug debugfs' /proc/mounts || mount -t debugfs debugfs /sys/kernel/debug
 }
 
 # make_room NAME INTERFACE  moves the interface's radio into a room of its own.
