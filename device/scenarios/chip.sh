@@ -29,21 +29,22 @@ expect_chip_address() {
     [ "$(cat /root/WIFIAddr)" = "$1" ] || fail "the address file holds: $(cat /root/WIFIAddr)"
 }
 
-broadcom_loopback_is_refused() {
+broadcom_requests_are_refused() {
     chip_world "$1"
-    run_tool -u -l -m 1
-    expect_result 'Test case 1 passed ' 'Test case 2 passed ' 'Test case 4 fail # 1'
+    run_tool -u -l -M -m 1
+    expect_result 'Test case 1 passed ' 'Test case 2 passed ' 'Test case 3 fail # 1' 'Test case 4 fail # 1'
     expect_out "[WIFI]Chip type is = $2"
     expect_out '[WIFI]##### Failed to set loopback mode to driver #####'
     expect_out '[WIFI]### LOOPBACK FAIL ###'
+    expect_out '[WIFI]MAC from kernel ioctl :- 02:00:00:00:00:00'
+    expect_out '[WIFI]##### ioctl Failed to send driver #####'
+    expect_out '[WIFI]MAC PRINT FAIL'
+    unplug_module
 }
 
-scenario_loopback_is_refused_to_a_broadcom_module() {
-    broadcom_loopback_is_refused 0a5c:bd27 3
-}
-
-scenario_loopback_is_refused_to_a_broadcom_based_module() {
-    broadcom_loopback_is_refused 9e0c:20a0 5
+scenario_loopback_and_address_are_refused_to_broadcom_modules() {
+    broadcom_requests_are_refused 0a5c:bd27 3
+    broadcom_requests_are_refused 9e0c:20a0 5
 }
 
 scenario_loopback_is_not_supported_by_the_other_broadcom_module() {
@@ -53,34 +54,29 @@ scenario_loopback_is_not_supported_by_the_other_broadcom_module() {
     expect_out '[WIFI]LOOPBACK is not supported for this chip'
 }
 
-scenario_a_radio_has_no_private_requests_for_the_qca_combo_loopback() {
+scenario_loopback_and_address_are_refused_to_a_qca_combo_module() {
     chip_world 0cf3:9378
-    run_tool -l -m 1
-    expect_result 'Test case 1 passed ' 'Test case 2 passed ' 'Test case 4 fail # 1'
+    run_tool -l -M -m 1
+    expect_result 'Test case 1 passed ' 'Test case 2 passed ' 'Test case 3 fail # 1' 'Test case 4 fail # 1'
     expect_out '[WIFI]Chip type is = 2'
     expect_order '[WIFI] Loopback about to start ' '[WIFI]No private ioctl is for wlan0 interface...' \
         '[WIFI]### LOOPBACK FAIL ###'
+    expect_err '[WIFI]err firmware_mac_address_qca_combo failed (2) to open DIAG file (/proc/cld/athdiagpfs)'
 }
 
 # The flow looks at no command's end, and reads its values from the text of its own commands.
-scenario_the_ath6kl_loopback_does_not_notice_that_its_files_are_missing() {
-    chip_world 0cf3:1022
-    run_tool -l -m 1
-    expect_result 'Test case 1 passed ' 'Test case 2 passed ' 'Test case 4 passed '
-    expect_out '[WIFI]Chip type is = 1'
-    expect_out '[WIFI]LOOPBACK SUCCESS'
-    expect_err_matching "can't create $debugfs_phys/phy[0-9]+/ath6kl/aow: nonexistent directory" 2
-    expect_err_matching "can't create $debugfs_phys/phy[0-9]+/ath6kl/reg_addr: nonexistent directory" 2
-    expect_err_matching "can't open '$debugfs_phys/phy[0-9]+/ath6kl/reg_dump': No such file or directory" 2
-}
-
-scenario_the_ath6kl_loopback_mounts_debugfs() {
+scenario_the_ath6kl_loopback_mounts_debugfs_and_does_not_miss_its_files() {
     chip_world 0cf3:1022
     umount /sys/kernel/debug
     run_tool -l -m 1
     expect_result 'Test case 1 passed ' 'Test case 2 passed ' 'Test case 4 passed '
+    expect_out '[WIFI]Chip type is = 1'
+    expect_out '[WIFI]LOOPBACK SUCCESS'
     expect_err '[WIFI][Trying to Mount Debugfs for Wi-Fi]' 1
     expect_err '[WIFI]Debugfs is Mounted'
+    expect_err_matching "can't create $debugfs_phys/phy[0-9]+/ath6kl/aow: nonexistent directory" 2
+    expect_err_matching "can't create $debugfs_phys/phy[0-9]+/ath6kl/reg_addr: nonexistent directory" 2
+    expect_err_matching "can't open '$debugfs_phys/phy[0-9]+/ath6kl/reg_dump': No such file or directory" 2
 }
 
 scenario_the_ath6kl_loopback_fails_without_a_radio() {
@@ -88,39 +84,20 @@ scenario_the_ath6kl_loopback_fails_without_a_radio() {
     modprobe -r mac80211_hwsim
     run_tool -l -m 1
     expect_result 'Test case 1 passed ' 'Test case 2 fail # 1' 'Test case 4 fail # 1'
-    expect_out '[WIFI]phy_addr is NULL'
+    expect_err '[WIFI]Debugfs Mount Error : Does not exist = /sys/kernel/debug/ieee80211' 1
 }
 
-scenario_the_address_of_a_broadcom_chip_is_refused() {
-    chip_world 9e0c:20a0
-    run_tool -M -m 1
-    expect_result 'Test case 1 passed ' 'Test case 2 passed ' 'Test case 3 fail # 1'
-    expect_out '[WIFI]MAC from kernel ioctl :- 02:00:00:00:00:00'
-    expect_out '[WIFI]##### ioctl Failed to send driver #####'
-    expect_out '[WIFI]MAC PRINT FAIL'
-}
-
-scenario_the_address_of_a_qca_combo_chip_cannot_be_read() {
-    chip_world 0cf3:9378
-    run_tool -M -m 1
-    expect_result 'Test case 1 passed ' 'Test case 2 passed ' 'Test case 3 fail # 1'
-    expect_err '[WIFI]err firmware_mac_address_qca_combo failed (2) to open DIAG file (/proc/cld/athdiagpfs)'
-}
-
-scenario_a_chip_address_that_differs_from_the_kernels_fails() {
+scenario_the_address_in_the_chip_is_compared_with_the_kernels() {
     chip_world 0cf3:1022
-    add_register_files 33221102
-    run_tool -M -m 1
-    expect_result 'Test case 1 passed ' 'Test case 2 passed ' 'Test case 3 fail # 1'
-    expect_out '[WIFI] prev_mac [02:00:00:00:00:00] curr_mac [02:11:22:33:02:11]'
-    expect_out '[WIFI]Both addresses are not same...'
-    expect_chip_address 02:11:22:33:02:11
-}
-
-scenario_a_chip_address_that_is_the_kernels_passes() {
-    chip_world 0cf3:1022
-    ifconfig wlan0 down hw ether 02:aa:22:33:02:aa
     add_register_files 3322aa02
+    run_tool -M -m 1
+    expect_result 'Test case 1 passed ' 'Test case 2 passed ' 'Test case 3 fail # 1'
+    expect_out '[WIFI] prev_mac [02:00:00:00:00:00] curr_mac [02:aa:22:33:02:aa]'
+    expect_out '[WIFI]Both addresses are not same...'
+    expect_chip_address 02:aa:22:33:02:aa
+
+    ifconfig wlan0 down hw ether 02:aa:22:33:02:aa
+    ifconfig wlan0 up
     run_tool -M -m 1
     expect_result 'Test case 1 passed ' 'Test case 2 passed ' 'Test case 3 passed '
     expect_out '[WIFI] prev_mac [02:AA:22:33:02:AA] curr_mac [02:aa:22:33:02:aa]'
@@ -143,13 +120,12 @@ leaves_loopback_mode_at_a_kill() {
     kill_after_the_first_loopback "$1" "$2"
     expect_out "[WIFI]Write to file \"$loopback_parameter\" success"
     [ "$(cat "$loopback_parameter")" = 0 ] || fail "still in loopback mode"
+    unplug_module
+    remove_driver_files
 }
 
-scenario_a_kill_takes_a_broadcom_module_out_of_loopback_mode() {
+scenario_a_kill_takes_broadcom_modules_out_of_loopback_mode() {
     leaves_loopback_mode_at_a_kill 0a5c:bd27 3
-}
-
-scenario_a_kill_takes_a_broadcom_based_module_out_of_loopback_mode() {
     leaves_loopback_mode_at_a_kill 9e0c:20a0 5
 }
 

@@ -1,6 +1,11 @@
 # Sourced: run the tool as a person at the device would. Needs basics.sh.
 # $here is the folder that keeps what it printed: the files stdout and stderr.
 
+# configure LINE...  adds lines to the tool's configuration; of two with the same key the later wins.
+configure() {
+    for line in "$@"; do echo "$line" >>/lib/modules/wifi/wivex.cfg; done
+}
+
 # run_tool OPTIONS...  from start to end.
 run_tool() {
     start_tool "$@"

@@ -84,7 +84,15 @@ start_access_point() {
 # start_services ROOM INTERFACE ADDRESS  a DHCP server and an iperf server at this address of a /24.
 start_services() {
     in_room "$1" ifconfig "$2" "$3" netmask 255.255.255.0
-    cat >"/run/$1.udhcpd" <<END
+    dhcp_server_settings "$1" "$2" "$3" >"/run/$1.udhcpd"
+    start_in_room "$1" "$1.udhcpd" udhcpd -f "/run/$1.udhcpd"
+    start_in_room "$1" "$1.iperf" iperf -s
+}
+
+# dhcp_server_settings NAME INTERFACE ADDRESS  for udhcpd, which leases .50 to .60 of this /24.
+dhcp_server_settings() {
+    : >"/run/$1.leases"
+    cat <<END
 interface $2
 start ${3%.*}.50
 end ${3%.*}.60
@@ -92,9 +100,6 @@ lease_file /run/$1.leases
 pidfile /run/$1.udhcpd.pid
 option subnet 255.255.255.0
 END
-    : >"/run/$1.leases"
-    start_in_room "$1" "$1.udhcpd" udhcpd -f "/run/$1.udhcpd"
-    start_in_room "$1" "$1.iperf" iperf -s
 }
 
 # Settings lines for start_access_point, by kind of security:
@@ -130,6 +135,7 @@ ctrl_interface=$3
 p2p_no_group_iface=1
 device_name=$1
 END
+    rm -f "$3/$2" # a killed one leaves its socket behind
     start_daemon "$1" ${4:+nsenter "--net=/run/rooms/$4"} \
         wpa_supplicant -D nl80211 -i "$2" -c "/run/$1.conf"
     until_true 10 test -S "$3/$2" || fail "no control socket of $1"
