@@ -120,8 +120,8 @@ leaves_loopback_mode_at_a_kill() {
     kill_after_the_first_loopback "$1" "$2"
     expect_out "[WIFI]Write to file \"$loopback_parameter\" success"
     [ "$(cat "$loopback_parameter")" = 0 ] || fail "still in loopback mode"
-    unplug_module
     remove_driver_files
+    unplug_module
 }
 
 scenario_a_kill_takes_broadcom_modules_out_of_loopback_mode() {

@@ -36,6 +36,11 @@ printed() {
     [ "$(grep -cxF -- "$1" "$here/stdout")" -ge "$2" ]
 }
 
+# await_out_matching SECONDS PATTERN  until a line that it has printed matches the expression.
+await_out_matching() {
+    until_true "$1" grep -qE -- "$2" "$here/stdout" || fail "no such line within $1 s: $2"
+}
+
 # press_ctrl_c: SIGINT to the tool and to all that it has started, as a terminal sends it.
 press_ctrl_c() {
     kill -INT -- "-$tool"

@@ -31,7 +31,8 @@ plug_module() {
 
 unplug_module() {
     [ -d /sys/module/g_serial ] || return 0
-    modprobe -r g_serial
+    modprobe -r g_serial # also fails when it leaves behind what others need
+    [ ! -d /sys/module/g_serial ]
 }
 
 # add_driver_folder PATH  an empty folder that can be written to, in place of one of the kernel's.
@@ -139,6 +140,15 @@ END
     start_daemon "$1" ${4:+nsenter "--net=/run/rooms/$4"} \
         wpa_supplicant -D nl80211 -i "$2" -c "/run/$1.conf"
     until_true 10 test -S "$3/$2" || fail "no control socket of $1"
+}
+
+# start_go_between INTERFACE DIRECTORY SUPPLICANT_DIRECTORY  control sockets under DIRECTORY for a
+# supplicant that knows how to start a group with a given name and pass phrase.
+start_go_between() {
+    mkdir -p "$2"
+    rm -f "$2/$1"
+    start_daemon go-between go-between "$2/$1" "$3/$1"
+    until_true 10 test -S "$2/$1" || fail "no go-between"
 }
 
 # config_value KEY  what the tool's configuration file says.
