@@ -66,9 +66,10 @@ console_signals() {
 add_overlay() {
     root=$work/$arch.root
     mkdir -p "$root/etc/udhcpc" "$root/usr/bin" "$root/device"
-    cp "out/$arch/wivex" "out/$arch/wivex-static" "out/$arch/build/device/control-script" \
-        "out/$arch/build/device/as-kernel-3-2" \
-        "out/$arch/build/device/move-radio" "$root/usr/bin/"
+    cp "out/$arch/wivex" "out/$arch/wivex-static" "$root/usr/bin/"
+    for program in as-kernel-3-2 control-script go-between move-radio; do
+        cp "out/$arch/build/device/$program" "$root/usr/bin/"
+    done
     cp device/guest/inittab "$root/etc/inittab"
     cp device/guest/udhcpc.script "$root/etc/udhcpc/default.script"
     cp -r device/guest/start device/guest/main device/guest/run-tool device/guest/run-suite \

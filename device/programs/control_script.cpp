@@ -11,16 +11,11 @@
 //
 // Replies and events are printed as they come. Exit status 0 when every step was met; otherwise 1
 // and a line on standard error that names the step.
-#include <poll.h>
-#include <sys/socket.h>
-#include <sys/un.h>
+#include "control_socket.hpp"
+
 #include <unistd.h>
 
-#include <array>
-#include <chrono>
-#include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <deque>
 #include <iostream>
 #include <optional>
@@ -31,7 +26,6 @@
 
 namespace {
 
-using Clock = std::chrono::steady_clock;
 using Seconds = std::chrono::duration<double>;
 
 constexpr Seconds reply_time_limit{10};
@@ -39,75 +33,30 @@ constexpr Seconds reply_time_limit{10};
 // One attached connection: replies and events come in on the same socket.
 class Connection {
 public:
-    Connection() = default;
-    Connection(const Connection&) = delete;
-    Connection& operator=(const Connection&) = delete;
-    ~Connection() {
-        if (descriptor_ >= 0) {
-            close(descriptor_);
-            unlink(local_.c_str());
-        }
-    }
-
     bool open(std::string_view server);
     std::optional<std::string> request(std::string_view command);
     // Reads events until one contains the text; false when the time is up.
     bool wait_for(std::string_view text, Seconds limit);
 
 private:
-    std::optional<std::string> receive(Clock::time_point deadline) const;
     std::optional<std::string> next_event(Clock::time_point deadline);
 
-    int descriptor_ = -1;
-    std::string local_;
+    ControlSocket socket_;
     std::deque<std::string> events_;
 };
 
-std::optional<sockaddr_un> address_of(std::string_view path) {
-    sockaddr_un address{};
-    address.sun_family = AF_UNIX;
-    if (path.size() >= sizeof(address.sun_path)) {
-        return std::nullopt;
-    }
-    std::memcpy(address.sun_path, path.data(), path.size());
-    return address;
-}
-
 bool Connection::open(std::string_view server) {
-    local_ = "/tmp/control-script-" + std::to_string(getpid());
-    const auto own = address_of(local_);
-    const auto peer = address_of(server);
-    descriptor_ = socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC, 0);
-    if (!own || !peer || descriptor_ < 0) {
-        return false;
-    }
-    unlink(local_.c_str());
-    return bind(descriptor_, reinterpret_cast<const sockaddr*>(&*own), sizeof(*own)) == 0 &&
-           connect(descriptor_, reinterpret_cast<const sockaddr*>(&*peer), sizeof(*peer)) == 0 &&
+    return socket_.open(server, "/tmp/control-script-" + std::to_string(getpid())) &&
            request("ATTACH") == "OK\n";
 }
 
-std::optional<std::string> Connection::receive(Clock::time_point deadline) const {
-    const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - Clock::now());
-    pollfd waiting{descriptor_, POLLIN, 0};
-    if (left.count() <= 0 || poll(&waiting, 1, static_cast<int>(left.count())) <= 0) {
-        return std::nullopt;
-    }
-    std::array<char, 4096> buffer{};
-    const ssize_t length = recv(descriptor_, buffer.data(), buffer.size(), 0);
-    if (length < 0) {
-        return std::nullopt;
-    }
-    return std::string(buffer.data(), static_cast<std::size_t>(length));
-}
-
 std::optional<std::string> Connection::request(std::string_view command) {
-    if (send(descriptor_, command.data(), command.size(), 0) < 0) {
+    if (!socket_.send(command)) {
         return std::nullopt;
     }
     const auto deadline = Clock::now() + std::chrono::ceil<Clock::duration>(reply_time_limit);
-    while (auto message = receive(deadline)) {
-        if (!message->starts_with('<')) {
+    while (auto message = socket_.receive(deadline)) {
+        if (!is_event(*message)) {
             return message;
         }
         events_.push_back(*std::move(message));
@@ -117,7 +66,7 @@ std::optional<std::string> Connection::request(std::string_view command) {
 
 std::optional<std::string> Connection::next_event(Clock::time_point deadline) {
     if (events_.empty()) {
-        return receive(deadline);
+        return socket_.receive(deadline);
     }
     std::string event = std::move(events_.front());
     events_.pop_front();

@@ -11,10 +11,6 @@ access_point() {
     start_services home wlan1 192.168.77.1
 }
 
-configure() {
-    for line in "$@"; do echo "$line" >>/lib/modules/wifi/wivex.cfg; done
-}
-
 scenario_three_iterations_pass_over_wpa2() {
     station_world
     access_point "$(wpa2 'Factory Line 7' 'correct horse battery')"

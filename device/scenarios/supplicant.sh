@@ -48,7 +48,7 @@ scenario_ctrl_c_during_traffic_writes_the_results() {
 
 scenario_ctrl_c_while_waiting_for_the_connection_writes_the_results() {
     supplicant_world
-    echo 'go_passphrase=not the pass phrase' >>/lib/modules/wifi/wivex.cfg
+    configure 'go_passphrase=not the pass phrase'
     start_supplicant supplicant wlan0 /var/run/wpa_supplicant
     start_tool -w -m 1
     await_out 60 'Result of cmd_to_setnetwork function is 0'

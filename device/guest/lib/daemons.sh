@@ -20,6 +20,19 @@ stop_daemon() {
     rm -f "$pids/$1"
 }
 
+# finish_daemon NAME SECONDS  waits for one that ends by itself, with success.
+finish_daemon() {
+    pid=$(cat "$pids/$1")
+    until_true "$2" process_is_gone "$pid" || fail "still running after $2 s: $1"
+    rm -f "$pids/$1"
+    wait "$pid" || fail "ended without success: $1"
+}
+
+# await_log NAME SECONDS TEXT  until a daemon's output holds the text.
+await_log() {
+    until_true "$2" grep -qF -- "$3" "$logs/$1" || fail "not in the output of $1 within $2 s: $3"
+}
+
 stop_all_daemons() {
     for file in "$pids"/*; do
         [ -e "$file" ] && kill -KILL "$(cat "$file")" 2>/dev/null

@@ -31,10 +31,19 @@ expect_line() {
     fi
 }
 
-# expect_out_matching PATTERN [COUNT]  at least COUNT lines (1) match the regular expression.
+# expect_out_matching PATTERN [COUNT], expect_err_matching PATTERN [COUNT]  at least COUNT lines (1)
+# match the regular expression.
 expect_out_matching() {
-    found=$(grep -cE -- "$1" "$here/stdout")
-    [ "$found" -ge "${2:-1}" ] || fail "on stdout $found times, not ${2:-1}: $1"
+    expect_matching stdout "$1" "${2:-1}"
+}
+
+expect_err_matching() {
+    expect_matching stderr "$1" "${2:-1}"
+}
+
+expect_matching() {
+    found=$(grep -cE -- "$2" "$here/$1")
+    [ "$found" -ge "$3" ] || fail "on $1 $found times, not $3: $2"
 }
 
 expect_no_out() {

@@ -2,6 +2,11 @@
 # $here is the folder that keeps what it printed: the files stdout and stderr.
 program=wivex # or wivex-static, the same in one file without dependencies
 
+# configure LINE...  adds lines to the tool's configuration; of two with the same key the later wins.
+configure() {
+    for line in "$@"; do echo "$line" >>/lib/modules/wifi/wivex.cfg; done
+}
+
 # run_tool OPTIONS...  from start to end.
 run_tool() {
     start_tool "$@"
@@ -31,6 +36,11 @@ await_out() {
 
 printed() {
     [ "$(grep -cxF -- "$1" "$here/stdout")" -ge "$2" ]
+}
+
+# await_out_matching SECONDS PATTERN  until a line that it has printed matches the expression.
+await_out_matching() {
+    until_true "$1" grep -qE -- "$2" "$here/stdout" || fail "no such line within $1 s: $2"
 }
 
 # press_ctrl_c: SIGINT to the tool and to all that it has started, as a terminal sends it.

@@ -12,6 +12,7 @@ begin_world() {
 
 end_world() {
     stop_all_daemons
+    remove_driver_files
     unplug_module
     modprobe -r mac80211_hwsim
     for file in /run/rooms/*; do
@@ -30,7 +31,20 @@ plug_module() {
 
 unplug_module() {
     [ -d /sys/module/g_serial ] || return 0
-    modprobe -r g_serial
+    modprobe -r g_serial # also fails when it leaves behind what others need
+    [ ! -d /sys/module/g_serial ]
+}
+
+# add_driver_folder PATH  an empty folder that can be written to, in place of one of the kernel's.
+add_driver_folder() {
+    mount -t tmpfs driver-files "$1"
+}
+
+remove_driver_files() {
+    for folder in $(awk '$1 == "driver-files" { print $2 }' /proc/mounts); do
+        umount "$folder"
+    done
+    grep -q ' /sys/kernel/debug debugfs' /proc/mounts || mount -t debugfs debugfs /sys/kernel/debug
 }
 
 # make_room NAME INTERFACE  moves the interface's radio into a room of its own.
@@ -71,7 +85,15 @@ start_access_point() {
 # start_services ROOM INTERFACE ADDRESS  a DHCP server and an iperf server at this address of a /24.
 start_services() {
     in_room "$1" ifconfig "$2" "$3" netmask 255.255.255.0
-    cat >"/run/$1.udhcpd" <<END
+    dhcp_server_settings "$1" "$2" "$3" >"/run/$1.udhcpd"
+    start_in_room "$1" "$1.udhcpd" udhcpd -f "/run/$1.udhcpd"
+    start_in_room "$1" "$1.iperf" iperf -s
+}
+
+# dhcp_server_settings NAME INTERFACE ADDRESS  for udhcpd, which leases .50 to .60 of this /24.
+dhcp_server_settings() {
+    : >"/run/$1.leases"
+    cat <<END
 interface $2
 start ${3%.*}.50
 end ${3%.*}.60
@@ -79,9 +101,6 @@ lease_file /run/$1.leases
 pidfile /run/$1.udhcpd.pid
 option subnet 255.255.255.0
 END
-    : >"/run/$1.leases"
-    start_in_room "$1" "$1.udhcpd" udhcpd -f "/run/$1.udhcpd"
-    start_in_room "$1" "$1.iperf" iperf -s
 }
 
 # Settings lines for start_access_point, by kind of security:
@@ -117,9 +136,19 @@ ctrl_interface=$3
 p2p_no_group_iface=1
 device_name=$1
 END
+    rm -f "$3/$2" # a killed one leaves its socket behind
     start_daemon "$1" ${4:+nsenter "--net=/run/rooms/$4"} \
         wpa_supplicant -D nl80211 -i "$2" -c "/run/$1.conf"
     until_true 10 test -S "$3/$2" || fail "no control socket of $1"
+}
+
+# start_go_between INTERFACE DIRECTORY SUPPLICANT_DIRECTORY  control sockets under DIRECTORY for a
+# supplicant that knows how to start a group with a given name and pass phrase.
+start_go_between() {
+    mkdir -p "$2"
+    rm -f "$2/$1"
+    start_daemon go-between go-between "$2/$1" "$3/$1"
+    until_true 10 test -S "$2/$1" || fail "no go-between"
 }
 
 # config_value KEY  what the tool's configuration file says.

@@ -1,0 +1,136 @@
+# The chip's own back doors, on a kernel whose radio does not have them; and the address check.
+
+# A radio that is up, beside the module with these USB ids.
+chip_world() {
+    plug_module "$1"
+    ifconfig wlan0 up
+}
+
+debugfs_phys=/sys/kernel/debug/ieee80211
+
+# add_register_files WORD  the ath6kl driver's; every register reads WORD (eight digits).
+add_register_files() {
+    add_driver_folder "$debugfs_phys"
+    mkdir -p "$debugfs_phys/phy0/ath6kl"
+    printf '0x00028000:%s' "$1" >"$debugfs_phys/phy0/ath6kl/reg_dump"
+    : >"$debugfs_phys/phy0/ath6kl/reg_addr"
+}
+
+# The parameter of the Broadcom driver that switches its loopback mode, on.
+add_loopback_parameter() {
+    add_driver_folder /sys/module
+    mkdir -p /sys/module/bcmdhd/parameters
+    echo 1 >"$loopback_parameter"
+}
+
+loopback_parameter=/sys/module/bcmdhd/parameters/usbloop_enable
+
+expect_chip_address() {
+    [ "$(cat /root/WIFIAddr)" = "$1" ] || fail "the address file holds: $(cat /root/WIFIAddr)"
+}
+
+broadcom_requests_are_refused() {
+    chip_world "$1"
+    run_tool -u -l -M -m 1
+    expect_result 'Test case 1 passed ' 'Test case 2 passed ' 'Test case 3 fail # 1' 'Test case 4 fail # 1'
+    expect_out "[WIFI]Chip type is = $2"
+    expect_out '[WIFI]##### Failed to set loopback mode to driver #####'
+    expect_out '[WIFI]### LOOPBACK FAIL ###'
+    expect_out '[WIFI]MAC from kernel ioctl :- 02:00:00:00:00:00'
+    expect_out '[WIFI]##### ioctl Failed to send driver #####'
+    expect_out '[WIFI]MAC PRINT FAIL'
+    unplug_module
+}
+
+scenario_loopback_and_address_are_refused_to_broadcom_modules() {
+    broadcom_requests_are_refused 0a5c:bd27 3
+    broadcom_requests_are_refused 9e0c:20a0 5
+}
+
+scenario_loopback_is_not_supported_by_the_other_broadcom_module() {
+    chip_world 0a5c:bd1d
+    run_tool -l -m 1
+    expect_result 'Test case 1 passed ' 'Test case 2 passed ' 'Test case 4 fail # 1'
+    expect_out '[WIFI]LOOPBACK is not supported for this chip'
+}
+
+scenario_loopback_and_address_are_refused_to_a_qca_combo_module() {
+    chip_world 0cf3:9378
+    run_tool -l -M -m 1
+    expect_result 'Test case 1 passed ' 'Test case 2 passed ' 'Test case 3 fail # 1' 'Test case 4 fail # 1'
+    expect_out '[WIFI]Chip type is = 2'
+    expect_order '[WIFI] Loopback about to start ' '[WIFI]No private ioctl is for wlan0 interface...' \
+        '[WIFI]### LOOPBACK FAIL ###'
+    expect_err '[WIFI]err firmware_mac_address_qca_combo failed (2) to open DIAG file (/proc/cld/athdiagpfs)'
+}
+
+# The flow looks at no command's end, and reads its values from the text of its own commands.
+scenario_the_ath6kl_loopback_mounts_debugfs_and_does_not_miss_its_files() {
+    chip_world 0cf3:1022
+    umount /sys/kernel/debug
+    run_tool -l -m 1
+    expect_result 'Test case 1 passed ' 'Test case 2 passed ' 'Test case 4 passed '
+    expect_out '[WIFI]Chip type is = 1'
+    expect_out '[WIFI]LOOPBACK SUCCESS'
+    expect_err '[WIFI][Trying to Mount Debugfs for Wi-Fi]' 1
+    expect_err '[WIFI]Debugfs is Mounted'
+    expect_err_matching "can't create $debugfs_phys/phy[0-9]+/ath6kl/aow: nonexistent directory" 2
+    expect_err_matching "can't create $debugfs_phys/phy[0-9]+/ath6kl/reg_addr: nonexistent directory" 2
+    expect_err_matching "can't open '$debugfs_phys/phy[0-9]+/ath6kl/reg_dump': No such file or directory" 2
+}
+
+scenario_the_ath6kl_loopback_fails_without_a_radio() {
+    chip_world 0cf3:1022
+    modprobe -r mac80211_hwsim
+    run_tool -l -m 1
+    expect_result 'Test case 1 passed ' 'Test case 2 fail # 1' 'Test case 4 fail # 1'
+    expect_err '[WIFI]Debugfs Mount Error : Does not exist = /sys/kernel/debug/ieee80211' 1
+}
+
+scenario_the_address_in_the_chip_is_compared_with_the_kernels() {
+    chip_world 0cf3:1022
+    add_register_files 3322aa02
+    run_tool -M -m 1
+    expect_result 'Test case 1 passed ' 'Test case 2 passed ' 'Test case 3 fail # 1'
+    expect_out '[WIFI] prev_mac [02:00:00:00:00:00] curr_mac [02:aa:22:33:02:aa]'
+    expect_out '[WIFI]Both addresses are not same...'
+    expect_chip_address 02:aa:22:33:02:aa
+
+    ifconfig wlan0 down hw ether 02:aa:22:33:02:aa
+    ifconfig wlan0 up
+    run_tool -M -m 1
+    expect_result 'Test case 1 passed ' 'Test case 2 passed ' 'Test case 3 passed '
+    expect_out '[WIFI] prev_mac [02:AA:22:33:02:AA] curr_mac [02:aa:22:33:02:aa]'
+    expect_chip_address 02:aa:22:33:02:aa
+}
+
+# A kill while the tool pauses between two iterations.
+kill_after_the_first_loopback() {
+    chip_world "$1"
+    add_loopback_parameter
+    start_tool -l -m 3
+    await_out 30 '[WIFI]### LOOPBACK FAIL ###'
+    kill -TERM "$tool"
+    finish_tool 10
+    expect_out "[WIFI]Calling for chip --> $2"
+    expect_no_result
+}
+
+leaves_loopback_mode_at_a_kill() {
+    kill_after_the_first_loopback "$1" "$2"
+    expect_out "[WIFI]Write to file \"$loopback_parameter\" success"
+    [ "$(cat "$loopback_parameter")" = 0 ] || fail "still in loopback mode"
+    remove_driver_files
+    unplug_module
+}
+
+scenario_a_kill_takes_broadcom_modules_out_of_loopback_mode() {
+    leaves_loopback_mode_at_a_kill 0a5c:bd27 3
+    leaves_loopback_mode_at_a_kill 9e0c:20a0 5
+}
+
+scenario_a_kill_leaves_the_loopback_mode_of_another_module_alone() {
+    kill_after_the_first_loopback 0cf3:9378 2
+    expect_out '[WIFI]WiFi Vendor is QCA 11n. Nothing to do.'
+    [ "$(cat "$loopback_parameter")" = 1 ] || fail "the parameter was written"
+}
