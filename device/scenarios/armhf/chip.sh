@@ -119,7 +119,7 @@ kill_after_the_first_loopback() {
 leaves_loopback_mode_at_a_kill() {
     kill_after_the_first_loopback "$1" "$2"
     expect_out "[WIFI]Write to file \"$loopback_parameter\" success"
-    [ "$(cat "$loopback_parameter")" = 0 ] || fail "still in loopback mode"
+    printf '0\n' | cmp -s - "$loopback_parameter" || fail "still in loopback mode"
     remove_driver_files
     unplug_module
 }

@@ -38,7 +38,7 @@ repeat $1
     wait 120 P2P-PROV-DISC-PBC-REQ $device
     send WPS_PBC
     expect OK
-    wait 60 AP-STA-CONNECTED $device
+    wait 120 AP-STA-CONNECTED $device
     wait 120 AP-STA-DISCONNECTED $device
 end
 END_OF_STEPS
@@ -71,11 +71,11 @@ scenario_the_device_becomes_the_owner_by_its_go_intent() {
     peer_follows <<END_OF_STEPS
 send P2P_FIND
 expect OK
-wait 60 P2P-DEVICE-FOUND $device
+wait 120 P2P-DEVICE-FOUND $device
 send P2P_CONNECT $device pbc go_intent=0
 expect OK
-wait 60 P2P-GROUP-STARTED wlan1 client
-wait 90 P2P-GROUP-REMOVED
+wait 120 P2P-GROUP-STARTED wlan1 client
+wait 120 P2P-GROUP-REMOVED
 END_OF_STEPS
     start_tool -d -m 1
     await_log peer.steps 150 'P2P-GROUP-STARTED wlan1 client'
@@ -98,10 +98,10 @@ expect OK
 wait 120 P2P-GO-NEG-REQUEST $device
 send P2P_CONNECT $device pbc go_intent=15
 expect OK
-wait 60 P2P-GROUP-STARTED wlan1 GO
-wait 60 AP-STA-CONNECTED $device
+wait 120 P2P-GROUP-STARTED wlan1 GO
+wait 120 AP-STA-CONNECTED $device
 END_OF_STEPS
-    start_tool -d -m 1
+    start_tool -u -d -m 1
     await_out 150 'Waiting for P2P-GROUP-REMOVED event from peer.'
     finish_daemon peer.steps 30
     echo 'send P2P_GROUP_REMOVE wlan1' | control-script /run/peer/wlan1
@@ -110,7 +110,8 @@ END_OF_STEPS
     expect_out "P2P_CONNECT $peer pbc  go_intent=0"
     expect_out 'Didnot receive a P2P-GO-NEG-REQUEST.Sending a connect request.'
     expect_order client 'udhcpc -i wlan0 --now.' 'Command to udhcpc is successful...' \
-        'Waiting for P2P-GROUP-REMOVED event from peer.'
+        'Waiting for P2P-GROUP-REMOVED event from peer.' \
+        '<3>P2P-GROUP-REMOVED wlan0 client reason=GO_ENDING_SESSION'
 }
 
 scenario_the_supplicant_refuses_a_group_with_a_name() {
