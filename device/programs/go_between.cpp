@@ -131,9 +131,9 @@ std::string Client::start_group(const Group& group) {
                                               "pairwise CCMP",
                                               "mode 3",
                                               "disabled 2"};
+    const std::string set = "SET_NETWORK " + id + " ";
     for (const std::string& setting : settings) {
-        if (const std::string reply = request("SET_NETWORK " + id + " " + setting);
-            reply.starts_with("FAIL")) {
+        if (std::string reply = request(set + setting); reply.starts_with("FAIL")) {
             return reply;
         }
     }
