@@ -7,11 +7,15 @@
 
 namespace bench {
 
-/// What the model needs to know of the tool's configuration.
+enum class GroupRole { none, client, owner };
+
+/// What the model needs to know of the tool's configuration, and what it remembers.
 struct Neighbourhood {
     std::string interface = "wlan0";
     std::string ssid;
     std::string peer;
+    /// The part of this device in the Wi-Fi Direct group.
+    GroupRole group = GroupRole::none;
 };
 
 struct PlannedEvent {
@@ -24,7 +28,7 @@ struct Behaviour {
     std::vector<PlannedEvent> events;
 };
 
-/// The model's answer to `command`, and the events that follow it.
-Behaviour usual_behaviour(std::string_view command, const Neighbourhood& around);
+/// The model's answer to `command`, and the events that follow it. Starts and ends the group.
+Behaviour usual_behaviour(std::string_view command, Neighbourhood& around);
 
 } // namespace bench

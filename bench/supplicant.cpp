@@ -82,7 +82,8 @@ struct Due {
 
 class Supplicant {
 public:
-    explicit Supplicant(const SupplicantSettings& settings) : settings_(settings), start_(now()) {}
+    explicit Supplicant(const SupplicantSettings& settings)
+        : settings_(settings), around_(settings.around), start_(now()) {}
 
     void open_sockets() {
         mkdir(settings_.folder.c_str(), 0755);
@@ -273,7 +274,7 @@ private:
             if (scripted->replies.empty() || !scripted->replies.front().starts_with("OK")) {
                 return;
             }
-            plan_usual_events(usual_behaviour(command, settings_.around), due.at);
+            plan_usual_events(usual_behaviour(command, around_), due.at);
             return;
         }
         if (command == "ATTACH" || command == "DETACH") {
@@ -281,7 +282,7 @@ private:
             send_to(socket, client, "OK\n");
             return;
         }
-        const Behaviour behaviour = usual_behaviour(command, settings_.around);
+        const Behaviour behaviour = usual_behaviour(command, around_);
         send_to(socket, client, behaviour.reply);
         plan_usual_events(behaviour, from);
     }
@@ -445,6 +446,7 @@ private:
     }
 
     const SupplicantSettings& settings_;
+    Neighbourhood around_;
     Microseconds start_;
     std::array<int, 2> sockets_{-1, -1};
     bool asleep_ = false;

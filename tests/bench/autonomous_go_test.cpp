@@ -29,7 +29,7 @@ TEST(AutonomousGo, starts_its_group_with_the_configured_name_and_phrase) {
     EXPECT_THAT(run.commands(),
                 ElementsAre("P2P_GROUP_REMOVE wlan0",
                             "P2P_GROUP_ADD ssid=bench-ap passphrase=bench-pass-phrase"));
-    EXPECT_THAT(run.out, HasSubstr("Sent P2P_GROUP_REMOVE wlan0command to wpa_supplicant:\n"
+    EXPECT_THAT(run.out, HasSubstr("Failed to send P2P_GROUP_REMOVE command to wpa_supplicant"
                                    "P2P group started bench-ap \n"
                                    "ifconfig wlan0 192.168.49.2\n"
                                    "killall udhcpd;sleep 1; udhcpd /tmp/udhcpd.conf\n"));

@@ -28,7 +28,7 @@ BenchRun device(Bench bench) {
 TEST(P2pDevice, becomes_the_client_takes_an_address_and_waits_for_the_removal) {
     const BenchRun run = Bench("p2p-client-role").args({"-d", "-m", "1"}).run();
     EXPECT_EQ(run.result_file(), passed);
-    EXPECT_THAT(run.out, HasSubstr("Sent P2P_GROUP_REMOVE wlan0command to wpa_supplicant:\n"
+    EXPECT_THAT(run.out, HasSubstr("Failed to send P2P_GROUP_REMOVE command to wpa_supplicant"
                                    "\n---------------------------------------------------\n"
                                    "SUCCESS:P2P_FIND\n"
                                    "Sent P2P_FIND command to wpa_supplicant:OK\n\n"
