@@ -14,8 +14,8 @@ constexpr int scan_ms = 20;
 constexpr int association_ms = 20;
 constexpr int negotiation_ms = 30;
 
-Behaviour ok(std::vector<PlannedEvent> events = {}) {
-    return {"OK\n", std::move(events)};
+Behaviour ok(std::vector<PlannedEvent> events = {}, std::optional<GroupRole> group = {}) {
+    return {"OK\n", std::move(events), group};
 }
 
 std::string listing(const Neighbourhood& around) {
@@ -61,8 +61,7 @@ PlannedEvent group_removed(const Neighbourhood& around, const char* role_and_rea
 }
 
 // A client first associates for the exchange of keys alone, which ends like a failure.
-std::vector<PlannedEvent> join_group(Neighbourhood& around) {
-    around.group = GroupRole::client;
+std::vector<PlannedEvent> join_group(const Neighbourhood& around) {
     return {{"<3>CTRL-EVENT-EAP-FAILURE EAP authentication failed", negotiation_ms},
             {"<3>CTRL-EVENT-DISCONNECTED bssid=" + around.peer + " reason=3 locally_generated=1",
              negotiation_ms},
@@ -70,28 +69,28 @@ std::vector<PlannedEvent> join_group(Neighbourhood& around) {
             client_started(around, negotiation_ms)};
 }
 
-Behaviour scan(Neighbourhood& /*around*/, std::string_view /*command*/) {
+Behaviour scan(const Neighbourhood& /*around*/, std::string_view /*command*/) {
     return ok({{"<3>CTRL-EVENT-SCAN-STARTED ", 0}, {"<3>CTRL-EVENT-SCAN-RESULTS ", scan_ms}});
 }
 
-Behaviour scan_results(Neighbourhood& around, std::string_view /*command*/) {
+Behaviour scan_results(const Neighbourhood& around, std::string_view /*command*/) {
     return {listing(around), {}};
 }
 
-Behaviour select_network(Neighbourhood& around, std::string_view /*command*/) {
+Behaviour select_network(const Neighbourhood& around, std::string_view /*command*/) {
     return ok({{"<3>SME: Trying to authenticate with " + std::string(bssid) + " (SSID='" +
                     around.ssid + "' freq=2412 MHz)",
                 0},
                connected(association_ms)});
 }
 
-Behaviour disable_network(Neighbourhood& /*around*/, std::string_view /*command*/) {
+Behaviour disable_network(const Neighbourhood& /*around*/, std::string_view /*command*/) {
     return ok({{"<3>CTRL-EVENT-DISCONNECTED bssid=" + std::string(bssid) +
                     " reason=3 locally_generated=1",
                 association_ms}});
 }
 
-Behaviour p2p_find(Neighbourhood& around, std::string_view /*command*/) {
+Behaviour p2p_find(const Neighbourhood& around, std::string_view /*command*/) {
     return ok({{"<3>P2P-DEVICE-FOUND " + around.peer + " p2p_dev_addr=" + around.peer +
                     " pri_dev_type=1-0050F204-1 name='peer' config_methods=0x188 "
                     "dev_capab=0x25 group_capab=0x0 new=1",
@@ -100,64 +99,58 @@ Behaviour p2p_find(Neighbourhood& around, std::string_view /*command*/) {
 
 // A join makes this device the client. In a negotiation the higher intent owns the group; the peer
 // offers 7, and ends the group itself when it is the owner.
-Behaviour p2p_connect(Neighbourhood& around, std::string_view command) {
+Behaviour p2p_connect(const Neighbourhood& around, std::string_view command) {
     if (command.find(" join") != std::string_view::npos) {
-        return ok(join_group(around));
+        return ok(join_group(around), GroupRole::client);
     }
     const std::size_t intent = command.find("go_intent=");
     const bool owner = intent != std::string_view::npos &&
                        std::atoi(std::string(command.substr(intent + 10)).c_str()) > 7;
     if (owner) {
-        around.group = GroupRole::owner;
-        return ok({owner_started(around, negotiation_ms)});
+        return ok({owner_started(around, negotiation_ms)}, GroupRole::owner);
     }
     std::vector<PlannedEvent> events = join_group(around);
     events.push_back(group_removed(around, "client reason=GO_ENDING_SESSION", 1500));
-    around.group = GroupRole::none;
-    return ok(std::move(events));
+    return ok(std::move(events), GroupRole::none);
 }
 
-Behaviour p2p_group_add(Neighbourhood& around, std::string_view /*command*/) {
-    around.group = GroupRole::owner;
-    return ok({owner_started(around, negotiation_ms)});
+Behaviour p2p_group_add(const Neighbourhood& around, std::string_view /*command*/) {
+    return ok({owner_started(around, negotiation_ms)}, GroupRole::owner);
 }
 
-Behaviour p2p_group_remove(Neighbourhood& around, std::string_view /*command*/) {
-    switch (std::exchange(around.group, GroupRole::none)) {
-    case GroupRole::none:
-        break;
-    case GroupRole::client:
-        return ok({group_removed(around, "client reason=REQUESTED", association_ms)});
-    case GroupRole::owner:
-        return ok({group_removed(around, "GO reason=REQUESTED", association_ms)});
+Behaviour p2p_group_remove(const Neighbourhood& around, std::string_view /*command*/) {
+    if (around.group == GroupRole::none) {
+        return {"FAIL\n", {}};
     }
-    return {"FAIL\n", {}};
+    const char* const end =
+        around.group == GroupRole::owner ? "GO reason=REQUESTED" : "client reason=REQUESTED";
+    return ok({group_removed(around, end, association_ms)}, GroupRole::none);
 }
 
-Behaviour wps_pbc(Neighbourhood& around, std::string_view /*command*/) {
+Behaviour wps_pbc(const Neighbourhood& around, std::string_view /*command*/) {
     return ok(
         {{"<3>AP-STA-CONNECTED " + around.peer + " p2p_dev_addr=" + around.peer, association_ms}});
 }
 
-Behaviour status_of_interface(Neighbourhood& around, std::string_view /*command*/) {
+Behaviour status_of_interface(const Neighbourhood& around, std::string_view /*command*/) {
     return {status(around), {}};
 }
 
-Behaviour first_id(Neighbourhood& /*around*/, std::string_view /*command*/) {
+Behaviour first_id(const Neighbourhood& /*around*/, std::string_view /*command*/) {
     return {"0\n", {}};
 }
 
-Behaviour pong(Neighbourhood& /*around*/, std::string_view /*command*/) {
+Behaviour pong(const Neighbourhood& /*around*/, std::string_view /*command*/) {
     return {"PONG\n", {}};
 }
 
-Behaviour plain_ok(Neighbourhood& /*around*/, std::string_view /*command*/) {
+Behaviour plain_ok(const Neighbourhood& /*around*/, std::string_view /*command*/) {
     return ok();
 }
 
 struct Known {
     std::string_view name;
-    Behaviour (*behave)(Neighbourhood& around, std::string_view command);
+    Behaviour (*behave)(const Neighbourhood& around, std::string_view command);
 };
 
 constexpr std::array<Known, 18> known_commands{{{"PING", pong},
@@ -181,7 +174,7 @@ constexpr std::array<Known, 18> known_commands{{{"PING", pong},
 
 } // namespace
 
-Behaviour usual_behaviour(std::string_view command, Neighbourhood& around) {
+Behaviour usual_behaviour(std::string_view command, const Neighbourhood& around) {
     const std::string_view name = command.substr(0, command.find(' '));
     for (const Known& known : known_commands) {
         if (known.name == name) {

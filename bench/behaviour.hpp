@@ -1,6 +1,7 @@
 // How a well-behaved supplicant answers: a small model with one access point and one peer.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -26,9 +27,11 @@ struct PlannedEvent {
 struct Behaviour {
     std::string reply;
     std::vector<PlannedEvent> events;
+    /// The part in the group from now on; as before when there is none.
+    std::optional<GroupRole> group = std::nullopt;
 };
 
-/// The model's answer to `command`, and the events that follow it. Starts and ends the group.
-Behaviour usual_behaviour(std::string_view command, Neighbourhood& around);
+/// The model's answer to `command`, and what follows it.
+Behaviour usual_behaviour(std::string_view command, const Neighbourhood& around);
 
 } // namespace bench

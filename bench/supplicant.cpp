@@ -274,7 +274,7 @@ private:
             if (scripted->replies.empty() || !scripted->replies.front().starts_with("OK")) {
                 return;
             }
-            plan_usual_events(usual_behaviour(command, around_), due.at);
+            follow(usual_behaviour(command, around_), due.at);
             return;
         }
         if (command == "ATTACH" || command == "DETACH") {
@@ -284,7 +284,7 @@ private:
         }
         const Behaviour behaviour = usual_behaviour(command, around_);
         send_to(socket, client, behaviour.reply);
-        plan_usual_events(behaviour, from);
+        follow(behaviour, from);
     }
 
     void register_client(const Client& client, bool attach) {
@@ -294,7 +294,8 @@ private:
         }
     }
 
-    void plan_usual_events(const Behaviour& behaviour, Microseconds from) {
+    void follow(const Behaviour& behaviour, Microseconds from) {
+        around_.group = behaviour.group.value_or(around_.group);
         for (const PlannedEvent& event : behaviour.events) {
             const auto& withheld = settings_.script.withheld;
             if (std::any_of(withheld.begin(), withheld.end(), [&](const std::string& part) {
