@@ -44,8 +44,8 @@ PlannedEvent group_started(const Neighbourhood& around, const char* role, int de
 // An owner tells its own address, a client that of the owner and that it stores the group.
 PlannedEvent owner_started(const Neighbourhood& around, int delay_ms) {
     PlannedEvent event = group_started(around, "GO", delay_ms);
-    event.text += " ssid=\"DIRECT-wx\" freq=2412 passphrase=\"Hk3nPq7v\" go_dev_addr=" +
-                  std::string(own_address);
+    event.text += R"( ssid="DIRECT-wx" freq=2412 passphrase="Hk3nPq7v" go_dev_addr=)";
+    event.text += own_address;
     return event;
 }
 
