@@ -13,6 +13,7 @@
 #include <linux/if.h>
 #include <linux/sockios.h>
 #include <linux/wireless.h>
+#include <sys/ioctl.h>
 #include <sys/socket.h>
 #include <time.h>
 
@@ -274,6 +275,7 @@ bool is_for_wlan0(const void* argument) {
 
 } // namespace bench
 
+// On a 32-bit device the header gives this function the name that programs with 64-bit times call.
 extern "C" int ioctl(int fd, unsigned long request, ...) noexcept {
     va_list arguments;
     va_start(arguments, request);
