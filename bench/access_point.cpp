@@ -3,6 +3,7 @@
 #include "configuration.hpp"
 #include "interfaces.hpp"
 #include "namespaces.hpp"
+#include "program.hpp"
 #include "text.hpp"
 
 #include <fcntl.h>
@@ -14,7 +15,6 @@
 #include <cerrno>
 #include <initializer_list>
 #include <string>
-#include <vector>
 
 namespace bench {
 
@@ -34,14 +34,7 @@ void start(std::initializer_list<const char*> words) {
     for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
         dup2(nowhere, stream);
     }
-    std::vector<std::string> texts(words.begin(), words.end());
-    std::vector<char*> arguments;
-    arguments.reserve(texts.size() + 1);
-    for (std::string& text : texts) {
-        arguments.push_back(text.data());
-    }
-    arguments.push_back(nullptr);
-    execvp(arguments[0], arguments.data());
+    become_program({words.begin(), words.end()});
     _exit(127);
 }
 

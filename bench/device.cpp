@@ -5,6 +5,7 @@
 #include "device_root.hpp"
 #include "interfaces.hpp"
 #include "preload.hpp"
+#include "program.hpp"
 #include "signaller.hpp"
 #include "supplicant.hpp"
 
@@ -95,15 +96,9 @@ std::vector<std::string> command_line(const Options& options) {
     if (chdir("/root") != 0) {
         std::perror("wivex-bench: /root");
     }
-    std::vector<std::string> words = command_line(device.options);
-    std::vector<char*> arguments;
-    arguments.reserve(words.size() + 1);
-    for (std::string& word : words) {
-        arguments.push_back(word.data());
-    }
-    arguments.push_back(nullptr);
-    execvp(arguments[0], arguments.data());
-    std::perror(arguments[0]);
+    const std::vector<std::string> words = command_line(device.options);
+    become_program(words);
+    std::perror(words.front().c_str());
     _exit(bench_failure);
 }
 

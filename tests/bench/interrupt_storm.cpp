@@ -55,8 +55,6 @@ struct Life {
     int weight;
 };
 
-constexpr const char* quick_address = "program udhcpc runs \"exit 0\"\n"
-                                      "program killall runs \"exit 0\"";
 constexpr const char* slow_address = "program udhcpc runs \"sleep 1\"\n"
                                      "program killall runs \"sleep 1\"";
 constexpr const char* long_traffic =

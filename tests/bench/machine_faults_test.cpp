@@ -19,8 +19,6 @@ using testing::IsEmpty;
 using testing::Not;
 using testing::Optional;
 
-constexpr const char* quick_address = "program udhcpc runs \"exit 0\"\n"
-                                      "program killall runs \"exit 0\"";
 constexpr const char* same_address = "driver answers address with 00:0a:f5:12:34:56\n"
                                      "driver answers variable cur_etheraddr with 00:0a:f5:12:34:56";
 

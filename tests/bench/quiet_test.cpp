@@ -22,9 +22,6 @@ using testing::EndsWith;
 using testing::HasSubstr;
 using testing::Optional;
 
-constexpr const char* quick_address = "program udhcpc runs \"exit 0\"\n"
-                                      "program killall runs \"exit 0\"";
-
 TEST(QuietWait, of_60_seconds_for_an_event_costs_less_than_50_ms_of_processor_time) {
     const BenchRun run =
         Bench("scan-never-ends").signal("INT@61500ms").args({"-w", "-m", "1"}).run();

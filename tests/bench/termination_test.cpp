@@ -40,9 +40,6 @@ void PrintTo(const Moment& moment, std::ostream* out) {
     *out << moment.name;
 }
 
-constexpr const char* quick_address = "program udhcpc runs \"exit 0\"\n"
-                                      "program killall runs \"exit 0\"";
-
 class MomentOfARun : public testing::TestWithParam<Moment> {
 protected:
     static BenchRun run_with(const std::string& signal) {
