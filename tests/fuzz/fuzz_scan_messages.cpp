@@ -1,6 +1,7 @@
 // The kernel's side of a scan: each part of the input, two bytes of length and then the bytes, is
-// what one receive on the netlink socket yields. Length 0 is a note that messages were lost. Behind
-// the input the kernel ends in good order whatever is asked.
+// what one receive on the netlink socket yields. Length 0 is a note that messages were lost, length
+// 65535 an error of the socket, which no dump survives. Behind the input the kernel ends in good
+// order whatever is asked.
 
 #include "diag/access_points.hpp"
 #include "diag/nl80211_scan.hpp"
@@ -31,10 +32,14 @@ using fuzz::require;
 using Octets = std::vector<unsigned char>;
 
 constexpr std::uint16_t family = 28;
+constexpr std::size_t socket_error = 65535;
+// The trigger is the first request, the dump the second.
+constexpr std::uint32_t dump_sequence = 2;
 
 std::string_view parts;
 std::uint32_t sequence = 0;
 unsigned answers_behind_input = 0;
+bool dump_broke = false;
 
 char* listing = nullptr;
 std::size_t listing_size = 0;
@@ -63,15 +68,15 @@ Octets next_ending() {
     }
 }
 
-// Messages are lost when the part is empty.
-Octets next_part() {
-    if (parts.size() < 2) {
-        return next_ending();
-    }
+std::size_t next_length() {
     const auto low = static_cast<unsigned char>(parts[0]);
     const auto high = static_cast<unsigned char>(parts[1]);
     parts.remove_prefix(2);
-    const std::size_t length = std::min<std::size_t>(low + 256U * high, parts.size());
+    return low + 256U * high;
+}
+
+Octets take(std::size_t at_most) {
+    const std::size_t length = std::min(at_most, parts.size());
     const Octets octets(parts.begin(), parts.begin() + static_cast<std::ptrdiff_t>(length));
     parts.remove_prefix(length);
     return octets;
@@ -101,7 +106,14 @@ extern "C" {
 
 int nl_recv(nl_sock* /*socket*/, sockaddr_nl* sender, unsigned char** data,
             ucred** /*credentials*/) {
-    const Octets octets = next_part();
+    const bool behind_input = parts.size() < 2;
+    const std::size_t length = behind_input ? 0 : next_length();
+    if (length == socket_error) {
+        dump_broke = dump_broke || sequence == dump_sequence;
+        errno = ECONNREFUSED;
+        return -NLE_FAILURE;
+    }
+    const Octets octets = behind_input ? next_ending() : take(length);
     if (octets.empty()) {
         errno = ENOBUFS;
         return -NLE_NOMEM;
@@ -157,6 +169,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     parts = fuzz::text_of(data, size);
     sequence = 0;
     answers_behind_input = 0;
+    dump_broke = false;
     wivex::scan_table() = wivex::ScanTable{};
     const int result = wivex::execute_scan_nl_command();
     require(result == 0 || result == -2);
@@ -165,6 +178,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         require(wivex::scan_table().empty() && result == -2);
         return 0;
     }
+    require(!dump_broke || result == -2);
     check_listing(wivex::scan_table().size());
     std::free(listing);
     listing = nullptr;

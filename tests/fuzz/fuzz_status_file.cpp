@@ -55,6 +55,20 @@ std::string_view carried_ssid(const AccessPoint& access_point) {
     return ssid.size() == 128 ? std::string_view() : ssid;
 }
 
+// A BSSID is taken whole or not at all.
+void check_first(std::string_view file, const StatusTable& known) {
+    std::string_view line = file.substr(0, file.find_first_of(std::string_view("\n\0", 2)));
+    if (file.substr(line.size()).starts_with('\n')) {
+        line = file.substr(0, line.size() + 1);
+    }
+    const std::string_view bssid = line.substr(0, line.find_first_of("'/"));
+    if (line.size() < 6 || line.size() >= 499) {
+        return;
+    }
+    require(!known.empty());
+    require(known.all()[0].bssid.view() == (bssid.size() == 17 ? bssid : std::string_view()));
+}
+
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -63,6 +77,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const auto known = std::make_unique<StatusTable>();
     require(wivex::read_status_file(earlier.path(), *known));
     require(known->size() <= wivex::status_table_capacity);
+    check_first(fuzz::text_of(data, size), *known);
 
     const MemoryFile later;
     require(wivex::write_status_file(later.path(), *known, 0));
