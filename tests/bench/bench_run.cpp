@@ -99,6 +99,30 @@ void open_more_descriptors(int count) {
     _exit(125);
 }
 
+// A checker that a suite wants around the tool stands in the environment: one program for runs that
+// end by themselves, one for runs that signals end.
+void insert_checker(std::vector<std::string>& words, bool signalled) {
+    const char* checker = std::getenv(signalled ? "BENCH_CHECKER_OF_SIGNALS" : "BENCH_CHECKER");
+    if (checker != nullptr) {
+        words.insert(words.end(), {"--under", checker});
+    }
+}
+
+// The tool starts late under a checker; a signal that goes by time waits for it, as long as the
+// environment says.
+std::string later(const std::string& option) {
+    const char* lateness = std::getenv("BENCH_CHECKER_STARTS_MS");
+    const std::size_t begin = option.find('@') + 1;
+    const std::size_t end = option.find_first_not_of("0123456789", begin);
+    const bool goes_by_time =
+        begin != 0 && end != begin && option.substr(std::min(end, option.size())) == "ms";
+    if (lateness == nullptr || !goes_by_time) {
+        return option;
+    }
+    const int moment_ms = std::atoi(option.c_str() + begin) + std::atoi(lateness);
+    return option.substr(0, begin) + std::to_string(moment_ms) + "ms";
+}
+
 // Takes what there is to read; false at the end of the stream.
 bool take(int fd, std::string& text) {
     std::array<char, 65536> buffer{};
@@ -272,7 +296,11 @@ std::vector<std::string> Bench::command_line(const std::string& folder) const {
     bench::write_file(folder + "/scenario", scenario);
     std::vector<std::string> words{BENCH_PROGRAM, "--scenario", folder + "/scenario", "--out",
                                    folder + "/out"};
-    words.insert(words.end(), options_.begin(), options_.end());
+    insert_checker(words,
+                   std::find(options_.begin(), options_.end(), "--signal") != options_.end());
+    for (const std::string& option : options_) {
+        words.push_back(later(option));
+    }
     words.emplace_back("--");
     words.insert(words.end(), arguments_.begin(), arguments_.end());
     return words;
