@@ -1,5 +1,6 @@
 #include "bench_run.hpp"
 
+#include "program.hpp"
 #include "text.hpp"
 
 #include <fcntl.h>
@@ -89,38 +90,21 @@ void open_more_descriptors(int count) {
     dup2(in, STDIN_FILENO);
     dup2(out, STDOUT_FILENO);
     dup2(err, STDERR_FILENO);
-    std::vector<std::string> texts = words;
-    std::vector<char*> arguments;
-    for (std::string& text : texts) {
-        arguments.push_back(text.data());
-    }
-    arguments.push_back(nullptr);
-    execv(arguments[0], arguments.data());
+    bench::become_program(words);
     _exit(125);
-}
-
-// A checker that a suite wants around the tool stands in the environment: one program for runs that
-// end by themselves, one for runs that signals end.
-void insert_checker(std::vector<std::string>& words, bool signalled) {
-    const char* checker = std::getenv(signalled ? "BENCH_CHECKER_OF_SIGNALS" : "BENCH_CHECKER");
-    if (checker != nullptr) {
-        words.insert(words.end(), {"--under", checker});
-    }
 }
 
 // The tool starts late under a checker; a signal that goes by time waits for it, as long as the
 // environment says.
-std::string later(const std::string& option) {
+std::string postponed(const std::string& signal) {
     const char* lateness = std::getenv("BENCH_CHECKER_STARTS_MS");
-    const std::size_t begin = option.find('@') + 1;
-    const std::size_t end = option.find_first_not_of("0123456789", begin);
-    const bool goes_by_time =
-        begin != 0 && end != begin && option.substr(std::min(end, option.size())) == "ms";
-    if (lateness == nullptr || !goes_by_time) {
-        return option;
+    const std::size_t begin = signal.find('@') + 1;
+    const std::size_t end = std::min(signal.find_first_not_of("0123456789", begin), signal.size());
+    if (lateness == nullptr || signal.substr(end) != "ms") {
+        return signal;
     }
-    const int moment_ms = std::atoi(option.c_str() + begin) + std::atoi(lateness);
-    return option.substr(0, begin) + std::to_string(moment_ms) + "ms";
+    const int moment_ms = std::atoi(signal.c_str() + begin) + std::atoi(lateness);
+    return signal.substr(0, begin) + std::to_string(moment_ms) + "ms";
 }
 
 // Takes what there is to read; false at the end of the stream.
@@ -257,6 +241,11 @@ Bench& Bench::option(const std::string& name, const std::string& value) {
     return *this;
 }
 
+Bench& Bench::signal(const std::string& what_and_when) {
+    signalled_ = true;
+    return option("--signal", postponed(what_and_when));
+}
+
 Bench& Bench::input(std::string text) {
     input_ = std::move(text);
     return *this;
@@ -296,11 +285,14 @@ std::vector<std::string> Bench::command_line(const std::string& folder) const {
     bench::write_file(folder + "/scenario", scenario);
     std::vector<std::string> words{BENCH_PROGRAM, "--scenario", folder + "/scenario", "--out",
                                    folder + "/out"};
-    insert_checker(words,
-                   std::find(options_.begin(), options_.end(), "--signal") != options_.end());
-    for (const std::string& option : options_) {
-        words.push_back(later(option));
+    // A checker that a suite wants around the tool stands in the environment: one program for runs
+    // that end by themselves, one for runs that signals end.
+    const char* const checker =
+        std::getenv(signalled_ ? "BENCH_CHECKER_OF_SIGNALS" : "BENCH_CHECKER");
+    if (checker != nullptr) {
+        words.insert(words.end(), {"--under", checker});
     }
+    words.insert(words.end(), options_.begin(), options_.end());
     words.emplace_back("--");
     words.insert(words.end(), arguments_.begin(), arguments_.end());
     return words;

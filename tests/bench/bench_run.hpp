@@ -106,9 +106,7 @@ public:
     Bench& args(std::vector<std::string> arguments);
     /// Further options of the launcher.
     Bench& option(const std::string& name, const std::string& value);
-    Bench& signal(const std::string& what_and_when) {
-        return option("--signal", what_and_when);
-    }
+    Bench& signal(const std::string& what_and_when);
     Bench& faster(int speed) {
         return option("--faster", std::to_string(speed));
     }
@@ -138,6 +136,7 @@ private:
     std::string input_;
     std::string out_file_;
     int open_descriptors_ = 0;
+    bool signalled_ = false;
     bool together_ = false;
     std::chrono::seconds limit_{100};
 };

@@ -103,7 +103,7 @@ TEST(BenchWorld, ends_with_a_run_that_takes_too_long) {
 TEST(BenchSignals, reach_the_tool_at_the_planned_time) {
     const BenchRun run = shell(Bench().signal("INT@100ms"), "exec sleep 5");
     EXPECT_EQ(run.status, 130);
-    EXPECT_LT(run.wall_ms, 4500);
+    EXPECT_LT(run.wall_ms, 2000);
 }
 
 TEST(BenchSignals, reach_the_tool_while_a_child_runs) {

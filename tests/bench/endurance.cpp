@@ -158,8 +158,7 @@ private:
     Bench bench_for_mode() const {
         Bench bench(mode_ == 'S' ? "scan-listing" : "");
         return bench.streams_together()
-            .line("program udhcpc runs \"exit 0\"")
-            .line("program killall runs \"exit 0\"")
+            .line(quick_address)
             .option("--limit-files", "1024")
             .faster(settings_.speed)
             .args({std::string("-") + mode_, "-m", std::to_string(settings_.count)})

@@ -171,18 +171,15 @@ TEST(Scan, that_never_finishes_can_be_interrupted) {
     const BenchRun run = scan(Bench("scan-stays-forever").signal("INT@500ms"));
     EXPECT_THAT(run.out, HasSubstr("[WIFI]Waiting for scan to complete...\n[WIFI] Got ^C."));
     EXPECT_EQ(run.result_file(), passed);
-    EXPECT_LT(run.wall_ms - run.signals_sent_ms().at(0), 1000);
-}
-
-TEST(Scan, that_never_finishes_costs_next_to_no_processor_time) {
-    EXPECT_LT(scan(Bench("scan-stays-forever").signal("INT@3000ms")).processor_ms, 50);
+    EXPECT_LT(run.wall_ms, 1500);
+    EXPECT_LT(run.processor_ms, 100);
 }
 
 TEST(Scan, whose_dump_never_ends_can_be_interrupted) {
     const BenchRun run = scan(Bench("scan-dump-cut").signal("INT@500ms"));
     EXPECT_EQ(run.status, 0);
     EXPECT_EQ(run.result_file(), passed);
-    EXPECT_LT(run.wall_ms - run.signals_sent_ms().at(0), 1000);
+    EXPECT_LT(run.wall_ms, 1500);
 }
 
 TEST(ScanStatus, gets_a_line_for_each_match) {
