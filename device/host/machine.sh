@@ -4,8 +4,9 @@
 # boot_device ARCH JOB OUT   boots the prepared device with the script JOB as its task; OUT is the
 #                            folder it shares with us.
 # came_through OUT           true when the device got to its end and its job succeeded.
-# Set before boot_device: work (a scratch folder), accelerator (tcg or kvm), time_limit (seconds, may
-# be unset), config (the tool's configuration). The device's console is its standard input and output.
+# Set before boot_device: work (a scratch folder), processor (emulated, counted or kvm), time_limit
+# (seconds, may be unset), config (the tool's configuration). The device's console is its standard
+# input and output.
 
 prepare_device() {
     need_packages "$(emulator_package "$1")" binutils cpio kmod
@@ -23,7 +24,7 @@ boot_device() (
     limit=
     [ -z "${time_limit:-}" ] || limit="timeout $time_limit"
     # shellcheck disable=SC2046
-    $limit $(machine) -accel "$accelerator" -smp 2 -m 1024 \
+    $limit $(machine) $(accelerator) -m 1024 \
         -nodefaults -display none -monitor none -no-reboot \
         -chardev stdio,id=console,signal="$(console_signals)" -serial chardev:console \
         -kernel "out/$arch/kernel" -initrd "$work/$arch.initrd" \
@@ -47,6 +48,17 @@ machine() {
     case $arch in
     armhf) echo qemu-system-arm -M virt,highmem=off -cpu cortex-a15 ;;
     x86_64) echo qemu-system-x86_64 -M q35 -cpu max ;;
+    esac
+}
+
+# A counted processor takes its time from the instructions that it executes, 4 ns each, and skips the
+# time in which it has nothing to do. So the device misses no moment when this machine is busy, and
+# waits cost nothing; but its clock is not that of a person in front of it, and it stands alone.
+accelerator() {
+    case $processor in
+    emulated) echo -accel tcg -smp 2 ;;
+    counted) echo -accel tcg,thread=single -smp 1 -icount shift=2,sleep=off -rtc clock=vm ;;
+    kvm) echo -accel kvm -smp 2 ;;
     esac
 }
 

@@ -14,7 +14,10 @@ named() {
     printf 'ssid2="%s"\n' "$1"
 }
 
+# A hidden network answers no scan, it is heard by its beacons alone: they come so often (15.36 ms)
+# that one falls into the time for which the device listens on the channel.
 every_kind_of_name() {
+    echo beacon_int=15
     named 'Line 7 A'
     further_network hidden "$(printf '%s\nignore_broadcast_ssid=1' "$(named 'Line 7 hidden')")"
     further_network blanks "$(named ' Line 7 B ')"
