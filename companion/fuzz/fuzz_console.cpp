@@ -116,6 +116,6 @@ extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t* data, std::size_t s
     }
     const std::size_t at = 2 + random() % (size - 1);
     std::memmove(data + at + text.size(), data + at, size - at);
-    std::memcpy(data + at, text.data(), text.size());
+    std::copy(text.begin(), text.end(), data + at);
     return size + text.size();
 }

@@ -11,7 +11,6 @@ namespace {
 
 using bench_test::Bench;
 using bench_test::BenchRun;
-using testing::ElementsAre;
 using testing::HasSubstr;
 
 BenchRun shell(Bench bench, const std::string& script) {

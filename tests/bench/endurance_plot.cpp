@@ -55,7 +55,7 @@ Data read_data(std::istream& in) {
         double children_ms = 0;
         if (!(fields >> mode >> point.iteration >> point.values[0] >> point.values[1] >> tool_ms >>
               children_ms) ||
-            colours.count(mode) == 0) {
+            !colours.contains(mode)) {
             continue;
         }
         const double iterations =

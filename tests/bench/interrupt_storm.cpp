@@ -140,6 +140,7 @@ constexpr std::array<Life, 52> lives{{
 
 const Life& choose_life(std::mt19937& random) {
     std::vector<double> weights;
+    weights.reserve(lives.size());
     for (const Life& life : lives) {
         weights.push_back(life.weight);
     }
@@ -212,6 +213,7 @@ public:
     int run() {
         {
             std::vector<std::jthread> workers;
+            workers.reserve(static_cast<std::size_t>(settings_.jobs));
             for (int job = 0; job < settings_.jobs; ++job) {
                 workers.emplace_back([this] { work(); });
             }

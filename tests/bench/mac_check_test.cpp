@@ -14,7 +14,6 @@ using bench_test::BenchRun;
 using bench_test::ChipRehearsal;
 using testing::EndsWith;
 using testing::HasSubstr;
-using testing::Not;
 using testing::StartsWith;
 
 const std::string success = "[WIFI]MAC PRINT SUCCESS\n";

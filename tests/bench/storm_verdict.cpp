@@ -81,8 +81,8 @@ constexpr std::array<ScriptedMode, 4> scripted_modes{{{'d', 6, failures_of_p2p_d
 /// A check that files its failure as soon as it has shown it.
 struct Check {
     /// Of the option that chooses it; 0 for one that always runs.
-    char option;
-    int test_case;
+    char option = 0;
+    int test_case = 0;
     std::array<std::string_view, 2> failures;
 };
 

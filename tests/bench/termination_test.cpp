@@ -16,7 +16,6 @@ namespace {
 using testing::EndsWith;
 using testing::HasSubstr;
 using testing::IsEmpty;
-using testing::Not;
 using testing::Optional;
 
 const std::string nothing_failed =

@@ -107,7 +107,7 @@ void check_counts() {
 } // namespace
 
 // Stands in front of the kernel's for the whole program.
-extern "C" int ioctl(int, unsigned long request, ...) noexcept {
+extern "C" int ioctl(int /*fd*/, unsigned long request, ...) noexcept {
     va_list arguments;
     va_start(arguments, request);
     void* const argument = va_arg(arguments, void*);

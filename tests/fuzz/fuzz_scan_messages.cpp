@@ -77,7 +77,7 @@ std::size_t next_length() {
 
 Octets take(std::size_t at_most) {
     const std::size_t length = std::min(at_most, parts.size());
-    const Octets octets(parts.begin(), parts.begin() + static_cast<std::ptrdiff_t>(length));
+    Octets octets(parts.begin(), parts.begin() + static_cast<std::ptrdiff_t>(length));
     parts.remove_prefix(length);
     return octets;
 }

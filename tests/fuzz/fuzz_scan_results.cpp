@@ -24,7 +24,8 @@ bool contains(std::string_view text, std::string_view part) {
 }
 
 bool is_listed(const std::string& name, std::string_view reply) {
-    const std::string text(std::string(reply.substr(0, longest_reply)).c_str());
+    const std::string_view kept = reply.substr(0, longest_reply);
+    const std::string text(kept.substr(0, kept.find('\0')));
     if (contains(text, "FAIL") || contains(text, "UNKNOWN COMMAND") || !contains(text, "bssid")) {
         return false;
     }

@@ -87,7 +87,10 @@ int listen_in(const std::string& folder) {
     sockaddr_un name{};
     name.sun_family = AF_UNIX;
     std::snprintf(name.sun_path, sizeof(name.sun_path), "%s/wlan0", folder.c_str());
-    bind(server, reinterpret_cast<const sockaddr*>(&name), sizeof(name));
+    if (bind(server, reinterpret_cast<const sockaddr*>(&name), sizeof(name)) != 0) {
+        std::perror("counterpart: bind");
+        abort();
+    }
     return server;
 }
 

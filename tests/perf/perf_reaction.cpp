@@ -30,6 +30,7 @@ int main() {
     perf::MeasuredSession measured;
     wivex::SupplicantSession& session = measured.get();
     std::vector<double> delays;
+    delays.reserve(samples);
     for (int sample = 0; sample < samples; ++sample) {
         delays.push_back(reaction_microseconds(session));
     }

@@ -10,6 +10,7 @@
 
 #include <array>
 #include <cstdio>
+#include <string>
 #include <vector>
 
 namespace {
@@ -26,7 +27,9 @@ double first_byte_of(const char* program) {
     posix_spawn_file_actions_t actions{};
     posix_spawn_file_actions_init(&actions);
     posix_spawn_file_actions_adddup2(&actions, ends[1], STDOUT_FILENO);
-    std::array<char*, 3> words{const_cast<char*>(program), const_cast<char*>("-v"), nullptr};
+    std::string name(program);
+    std::string version("-v");
+    std::array<char*, 3> words{name.data(), version.data(), nullptr};
     const double start = perf::now();
     pid_t child = -1;
     posix_spawn(&child, program, &actions, nullptr, words.data(), nullptr);

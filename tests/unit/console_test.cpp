@@ -24,7 +24,6 @@ using test_support::ConsoleCapture;
 using test_support::end_of_child;
 using test_support::fork_child;
 using test_support::Gate;
-using test_support::Stopwatch;
 
 TEST(Console, writes_a_complete_line_at_once) {
     ConsoleCapture console;

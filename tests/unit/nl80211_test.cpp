@@ -77,7 +77,7 @@ TEST(CommandOf, is_minus_1_for_a_message_that_is_too_short) {
 TEST(ScanRequests, fail_when_the_message_has_no_room) {
     const NetlinkMessage ssids(nlmsg_alloc());
     // The netlink header alone, the generic header too, and one attribute besides.
-    for (const std::size_t room : {NLMSG_HDRLEN, NLMSG_HDRLEN + 4, NLMSG_HDRLEN + 12}) {
+    for (const std::size_t room : {NLMSG_HDRLEN + 0U, NLMSG_HDRLEN + 4U, NLMSG_HDRLEN + 12U}) {
         const NetlinkMessage trigger(nlmsg_alloc_size(room));
         EXPECT_FALSE(make_scan_trigger(trigger.get(), ssids.get(), family, 2)) << room;
     }

@@ -33,7 +33,7 @@ protected:
         session.emplace(config);
         console.emplace();
     }
-    ~P2pOperations() override {
+    void TearDown() override {
         wivex::run_options.debug = 0;
     }
 

@@ -79,8 +79,8 @@ std::string check_counts(pugi::xml_node suite) {
     unsigned skipped = 0;
     for (const pugi::xml_node test : suite.children("testcase")) {
         ++tests;
-        failures += test.child("failure") ? 1 : 0;
-        skipped += test.child("skipped") ? 1 : 0;
+        failures += test.child("failure").empty() ? 0 : 1;
+        skipped += test.child("skipped").empty() ? 0 : 1;
     }
     const bool right = suite.attribute("tests").as_uint() == tests &&
                        suite.attribute("failures").as_uint() == failures &&
@@ -129,7 +129,7 @@ std::string check_suite(pugi::xml_node suite) {
 
 std::string junit_problem(const pugi::xml_document& document) {
     const pugi::xml_node suites = document.child("testsuites");
-    if (!suites || suites.next_sibling()) {
+    if (suites.empty() || !suites.next_sibling().empty()) {
         return "the root is not one testsuites element";
     }
     std::string problem = check_attributes(suites, {});

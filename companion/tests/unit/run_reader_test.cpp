@@ -13,7 +13,6 @@ namespace {
 using namespace report_test;
 using namespace wivex::report;
 using testing::Contains;
-using testing::HasSubstr;
 using testing::SizeIs;
 
 std::uint32_t failures(const wivex::report::Run& run, int test_case) {

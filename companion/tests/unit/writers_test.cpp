@@ -127,17 +127,18 @@ TEST(JunitSchema, refuses_what_does_not_fit) {
 
 // ---- report.html
 
-void collect_ids(pugi::xml_node node, std::set<std::string>& ids, std::set<std::string>& links) {
-    for (const pugi::xml_node child : node.children()) {
-        if (child.attribute("id")) {
-            EXPECT_TRUE(ids.insert(child.attribute("id").value()).second)
-                << "twice: " << child.attribute("id").value();
+void collect_ids(const pugi::xml_document& document, std::set<std::string>& ids,
+                 std::set<std::string>& links) {
+    for (const pugi::xpath_node& found : document.select_nodes("//*")) {
+        const pugi::xml_node element = found.node();
+        if (!element.attribute("id").empty()) {
+            EXPECT_TRUE(ids.insert(element.attribute("id").value()).second)
+                << "twice: " << element.attribute("id").value();
         }
-        if (child.attribute("href")) {
-            links.insert(child.attribute("href").value());
+        if (!element.attribute("href").empty()) {
+            links.insert(element.attribute("href").value());
         }
-        EXPECT_FALSE(child.attribute("src")) << child.name();
-        collect_ids(child, ids, links);
+        EXPECT_TRUE(element.attribute("src").empty()) << element.name();
     }
 }
 
