@@ -10,6 +10,7 @@
 
 #include <array>
 #include <cstdio>
+#include <cstdlib>
 #include <string>
 #include <vector>
 
@@ -17,12 +18,17 @@ namespace {
 
 constexpr int samples = 200;
 
+[[noreturn]] void give_up(const char* lacking) {
+    std::fprintf(stderr, "perf_start: cannot have %s\n", lacking);
+    std::exit(1);
+}
+
 /// Microseconds from the start of `program` until its first byte arrives, or until it has ended
-/// when it has none to say.
+/// when it has none to say. Ends this program when that one cannot be started.
 double first_byte_of(const char* program) {
     std::array<int, 2> ends{};
     if (pipe2(ends.data(), O_CLOEXEC) != 0) {
-        return -1;
+        give_up("a pipe");
     }
     posix_spawn_file_actions_t actions{};
     posix_spawn_file_actions_init(&actions);
@@ -32,15 +38,19 @@ double first_byte_of(const char* program) {
     std::array<char*, 3> words{name.data(), version.data(), nullptr};
     const double start = perf::now();
     pid_t child = -1;
-    posix_spawn(&child, program, &actions, nullptr, words.data(), nullptr);
+    if (posix_spawn(&child, program, &actions, nullptr, words.data(), nullptr) != 0) {
+        give_up(program);
+    }
     close(ends[1]);
     char byte = 0;
-    const ssize_t count = read(ends[0], &byte, 1);
+    if (read(ends[0], &byte, 1) < 0) {
+        give_up("what it says");
+    }
     const double end = perf::now();
     waitpid(child, nullptr, 0);
     close(ends[0]);
     posix_spawn_file_actions_destroy(&actions);
-    return count < 0 ? -1 : (end - start) * 1e6;
+    return (end - start) * 1e6;
 }
 
 } // namespace
