@@ -53,7 +53,8 @@ machine() {
 
 # A counted processor takes its time from the instructions that it executes, 4 ns each, and skips the
 # time in which it has nothing to do. So the device misses no moment when this machine is busy, and
-# waits cost nothing; but its clock is not that of a person in front of it, and it stands alone.
+# waits cost nothing; but its clock is not that of a person in front of it. It has no second beside it:
+# with two of them a device does not get through its start.
 accelerator() {
     case $processor in
     emulated) echo -accel tcg -smp 2 ;;

@@ -88,8 +88,8 @@ int listen_in(const std::string& folder) {
     name.sun_family = AF_UNIX;
     std::snprintf(name.sun_path, sizeof(name.sun_path), "%s/wlan0", folder.c_str());
     if (bind(server, reinterpret_cast<const sockaddr*>(&name), sizeof(name)) != 0) {
-        std::perror("counterpart: bind");
-        abort();
+        std::perror("bind");
+        std::exit(1);
     }
     return server;
 }
