@@ -172,11 +172,20 @@ void prepare_folder(const std::string& path, FolderState state) {
     }
 }
 
-void play_facts(const Scenario& scenario) {
+void install_files(const Scenario& scenario) {
     for (const auto& [path, content] : scenario.files) {
         fs::create_directories(fs::path(path).parent_path());
         write_file(path, content);
     }
+    for (const std::string& path : scenario.blocking_files) {
+        fs::create_directories(fs::path(path).parent_path());
+        fs::remove(path);
+        mkfifo(path.c_str(), S_IRUSR | S_IWUSR);
+    }
+}
+
+void play_facts(const Scenario& scenario) {
+    install_files(scenario);
     for (const auto& [path, state] : scenario.folders) {
         prepare_folder(path, state);
     }

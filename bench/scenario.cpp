@@ -231,12 +231,18 @@ bool read_program(Line& line, Scenario& scenario) {
 
 bool read_file_line(Line& line, Scenario& scenario) {
     const auto path = line.take_any();
-    const auto content = line.take_quoted();
-    if (!path || !content || !path->starts_with('/')) {
+    if (!path || !path->starts_with('/')) {
         return false;
     }
-    scenario.files[*path] = *content;
-    return true;
+    if (line.take("blocks")) {
+        scenario.blocking_files.push_back(*path);
+        return true;
+    }
+    const auto content = line.take_quoted();
+    if (content) {
+        scenario.files[*path] = *content;
+    }
+    return content.has_value();
 }
 
 bool read_folder(Line& line, Scenario& scenario) {

@@ -85,6 +85,8 @@ struct Scenario {
     std::vector<std::string> hidden_programs;
     std::map<std::string, std::string> programs;
     std::map<std::string, std::string> files;
+    /// Files whose opening never ends.
+    std::vector<std::string> blocking_files;
     std::map<std::string, FolderState> folders;
 };
 

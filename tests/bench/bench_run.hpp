@@ -21,6 +21,8 @@ namespace bench_test {
 inline constexpr const char* quick_address = "program udhcpc runs \"exit 0\"\n"
                                              "program killall runs \"exit 0\"";
 
+class Console;
+
 struct BenchRun {
     std::string out;
     std::string err;
@@ -116,6 +118,9 @@ public:
     Bench& streams_together();
     /// Standard output goes to this file of the machine.
     Bench& out_file(std::string path);
+    /// Both streams go to this console, which must outlive the start; on a terminal the run is its
+    /// foreground job, and standard input comes from it too.
+    Bench& console(const Console& console);
     /// The tool begins with so many more descriptors open.
     Bench& open_descriptors(int count);
     /// Ends the run when it takes longer; 100 s unless set.
@@ -135,6 +140,7 @@ private:
     std::vector<std::string> arguments_;
     std::string input_;
     std::string out_file_;
+    const Console* console_ = nullptr;
     int open_descriptors_ = 0;
     bool signalled_ = false;
     bool together_ = false;
