@@ -7,6 +7,7 @@
 
 #include <dlfcn.h>
 #include <errno.h>
+#include <fcntl.h>
 #include <linux/genetlink.h>
 #include <linux/netlink.h>
 #include <linux/nl80211.h>
@@ -56,6 +57,8 @@ SimulatedNl80211& kernel() {
 struct KernelEnd {
     int fd = -1;
     bool overflow = false;
+    /// Whether the socket has joined a group, and is told of what happens.
+    bool member = false;
 };
 
 std::map<int, KernelEnd>& kernel_ends() {
@@ -68,22 +71,45 @@ KernelEnd* kernel_end_of(int fd) {
     return found == kernel_ends().end() ? nullptr : &found->second;
 }
 
-int open_socket(int type) {
-    std::array<int, 2> ends{-1, -1};
-    const int flags = type & (SOCK_CLOEXEC | SOCK_NONBLOCK);
-    if (socketpair(AF_UNIX, SOCK_SEQPACKET | flags, 0, ends.data()) != 0) {
-        return -1;
-    }
-    for (const int end : ends) {
-        setsockopt(end, SOL_SOCKET, SO_SNDBUF, &buffer_size, sizeof(buffer_size));
-    }
-    kernel_ends()[ends[0]] = {ends[1], false};
-    return ends[0];
+void close_really(int fd) {
+    static const auto next = real<int (*)(int)>("close");
+    next(fd);
 }
 
-void send_all(int fd, const std::vector<Octets>& datagrams) {
+// Closes the end that belongs to a socket of the tool.
+void leave_kernel(int fd) {
+    const KernelEnd* const end = kernel_end_of(fd);
+    if (end != nullptr) {
+        close_really(end->fd);
+        kernel_ends().erase(fd);
+    }
+}
+
+// Puts one end of a pair in the place of the socket that the tool was given.
+bool connect_to_kernel(int fd, int flags) {
+    std::array<int, 2> ends{-1, -1};
+    if (socketpair(AF_UNIX, SOCK_SEQPACKET | flags, 0, ends.data()) != 0) {
+        return false;
+    }
+    const bool connected = dup3(ends[0], fd, (flags & SOCK_CLOEXEC) != 0 ? O_CLOEXEC : 0) == fd;
+    close_really(ends[0]);
+    for (const int end : {fd, ends[1]}) {
+        setsockopt(end, SOL_SOCKET, SO_SNDBUF, &buffer_size, sizeof(buffer_size));
+    }
+    kernel_ends()[fd] = {ends[1], false, false};
+    return connected;
+}
+
+bool is_notification(const Octets& datagram) {
+    return reinterpret_cast<const nlmsghdr*>(datagram.data())->nlmsg_seq == 0;
+}
+
+// Notifications reach only who has joined their group.
+void send_all(const KernelEnd& end, const std::vector<Octets>& datagrams) {
     for (const Octets& datagram : datagrams) {
-        send(fd, datagram.data(), datagram.size(), MSG_NOSIGNAL);
+        if (end.member || !is_notification(datagram)) {
+            send(end.fd, datagram.data(), datagram.size(), MSG_NOSIGNAL);
+        }
     }
 }
 
@@ -95,16 +121,16 @@ void pause_ms(int milliseconds) {
 
 // A process of its own waits for the end of the scan; its parent ends at once, so that the tool has
 // no child that it does not know.
-void send_later(int fd, const std::vector<Octets>& datagrams) {
+void send_later(const KernelEnd& end, const std::vector<Octets>& datagrams) {
     if (kernel().scan_ms() == 0) {
-        send_all(fd, datagrams);
+        send_all(end, datagrams);
         return;
     }
     const pid_t middle = fork();
     if (middle == 0) {
         if (fork() == 0) {
             pause_ms(kernel().scan_ms());
-            send_all(fd, datagrams);
+            send_all(end, datagrams);
         }
         _exit(0);
     }
@@ -126,17 +152,29 @@ void log(const nlmsghdr& request) {
     std::fclose(file);
 }
 
-ssize_t take_message(KernelEnd& end, const msghdr& message) {
-    const iovec& part = message.msg_iov[0];
-    const auto& request = *static_cast<const nlmsghdr*>(part.iov_base);
+// Reads what the tool has sent to the kernel's end, and answers it.
+void take_message(KernelEnd& end) {
+    std::array<std::uint8_t, 4096> bytes{};
+    const ssize_t length = recv(end.fd, bytes.data(), bytes.size(), MSG_DONTWAIT);
+    if (length < static_cast<ssize_t>(sizeof(nlmsghdr))) {
+        return;
+    }
+    const auto& request = *reinterpret_cast<const nlmsghdr*>(bytes.data());
     log(request);
     const NetlinkAnswer answer = kernel().answer(request);
     end.overflow = answer.overflow;
-    send_all(end.fd, answer.now);
+    send_all(end, answer.now);
     if (!answer.later.empty()) {
-        send_later(end.fd, answer.later);
+        send_later(end, answer.later);
     }
-    return static_cast<ssize_t>(part.iov_len);
+}
+
+// The socket of a pair takes no address.
+msghdr without_address(const msghdr& message) {
+    msghdr plain = message;
+    plain.msg_name = nullptr;
+    plain.msg_namelen = 0;
+    return plain;
 }
 
 // Whether the next message is the notification that ends a scan.
@@ -165,51 +203,74 @@ void set_sender(msghdr& message) {
 
 } // namespace bench
 
+// Each call of the tool is exactly one call of the system under the same name, so that a tracer
+// finds the tool's own calls, and a call that it lets fail fails for the tool.
+
 extern "C" int socket(int domain, int type, int protocol) noexcept {
-    if (domain == AF_NETLINK && protocol == NETLINK_GENERIC) {
-        return bench::open_socket(type);
-    }
     static const auto next = bench::real<int (*)(int, int, int)>("socket");
-    return next(domain, type, protocol);
+    if (domain != AF_NETLINK || protocol != NETLINK_GENERIC) {
+        return next(domain, type, protocol);
+    }
+    constexpr int flags = SOCK_CLOEXEC | SOCK_NONBLOCK;
+    const int fd = next(AF_UNIX, SOCK_SEQPACKET | (type & flags), 0);
+    if (fd >= 0 && !bench::connect_to_kernel(fd, type & flags)) {
+        bench::close_really(fd);
+        return -1;
+    }
+    return fd;
 }
 
 extern "C" int bind(int fd, const sockaddr* addr, socklen_t len) noexcept {
-    if (bench::kernel_end_of(fd) != nullptr) {
-        return 0;
-    }
     static const auto next = bench::real<int (*)(int, const sockaddr*, socklen_t)>("bind");
-    return next(fd, addr, len);
+    if (bench::kernel_end_of(fd) == nullptr) {
+        return next(fd, addr, len);
+    }
+    const sockaddr any_name{AF_UNIX, {}};
+    return next(fd, &any_name, sizeof(any_name.sa_family));
 }
 
 extern "C" int getsockname(int fd, sockaddr* addr, socklen_t* len) noexcept {
-    if (bench::kernel_end_of(fd) != nullptr) {
+    static const auto next = bench::real<int (*)(int, sockaddr*, socklen_t*)>("getsockname");
+    const int result = next(fd, addr, len);
+    if (result == 0 && bench::kernel_end_of(fd) != nullptr) {
         auto& name = *reinterpret_cast<sockaddr_nl*>(addr);
         name = {};
         name.nl_family = AF_NETLINK;
         name.nl_pid = static_cast<std::uint32_t>(getpid());
         *len = sizeof(name);
-        return 0;
     }
-    static const auto next = bench::real<int (*)(int, sockaddr*, socklen_t*)>("getsockname");
-    return next(fd, addr, len);
+    return result;
 }
 
 extern "C" int setsockopt(int fd, int level, int optname, const void* optval,
                           socklen_t optlen) noexcept {
-    if (level == SOL_NETLINK && bench::kernel_end_of(fd) != nullptr) {
-        return 0;
-    }
     static const auto next =
         bench::real<int (*)(int, int, int, const void*, socklen_t)>("setsockopt");
-    return next(fd, level, optname, optval, optlen);
+    const int result = next(fd, level, optname, optval, optlen);
+    bench::KernelEnd* const end = bench::kernel_end_of(fd);
+    // The pair knows no options of netlink.
+    const bool unknown = result != 0 && (errno == EOPNOTSUPP || errno == ENOPROTOOPT);
+    if (end == nullptr || level != SOL_NETLINK || !unknown) {
+        return result;
+    }
+    if (optname == NETLINK_ADD_MEMBERSHIP || optname == NETLINK_DROP_MEMBERSHIP) {
+        end->member = optname == NETLINK_ADD_MEMBERSHIP;
+    }
+    return 0;
 }
 
 extern "C" ssize_t sendmsg(int fd, const msghdr* message, int flags) {
-    if (bench::KernelEnd* const end = bench::kernel_end_of(fd)) {
-        return bench::take_message(*end, *message);
-    }
     static const auto next = bench::real<ssize_t (*)(int, const msghdr*, int)>("sendmsg");
-    return next(fd, message, flags);
+    bench::KernelEnd* const end = bench::kernel_end_of(fd);
+    if (end == nullptr) {
+        return next(fd, message, flags);
+    }
+    const msghdr plain = bench::without_address(*message);
+    const ssize_t length = next(fd, &plain, flags);
+    if (length >= 0) {
+        bench::take_message(*end);
+    }
+    return length;
 }
 
 extern "C" ssize_t recvmsg(int fd, msghdr* message, int flags) {
@@ -232,9 +293,6 @@ extern "C" ssize_t recvmsg(int fd, msghdr* message, int flags) {
 
 extern "C" int close(int fd) {
     static const auto next = bench::real<int (*)(int)>("close");
-    if (const bench::KernelEnd* const end = bench::kernel_end_of(fd)) {
-        next(end->fd);
-        bench::kernel_ends().erase(fd);
-    }
+    bench::leave_kernel(fd);
     return next(fd);
 }

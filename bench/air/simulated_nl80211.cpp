@@ -91,7 +91,11 @@ NetlinkAnswer SimulatedNl80211::answer(const nlmsghdr& request) {
     if (request.nlmsg_type == family_id && command_of(request) == NL80211_CMD_GET_SCAN) {
         return dump(request);
     }
-    return {{answer_message(request, EOPNOTSUPP)}, {}, false};
+    if (request.nlmsg_type < NLMSG_MIN_TYPE) {
+        return {{answer_message(request, 0)}, {}, false};
+    }
+    const int refusal = request.nlmsg_type == family_id ? EOPNOTSUPP : ENOENT;
+    return {{answer_message(request, refusal)}, {}, false};
 }
 
 NetlinkAnswer SimulatedNl80211::describe_family(const nlmsghdr& request) const {
