@@ -182,6 +182,10 @@ void install_files(const Scenario& scenario) {
         fs::remove(path);
         mkfifo(path.c_str(), S_IRUSR | S_IWUSR);
     }
+    for (const auto& [path, target] : scenario.links) {
+        fs::create_directories(fs::path(path).parent_path());
+        fs::create_symlink(target, path);
+    }
 }
 
 void play_facts(const Scenario& scenario) {

@@ -238,6 +238,11 @@ bool read_file_line(Line& line, Scenario& scenario) {
         scenario.blocking_files.push_back(*path);
         return true;
     }
+    if (line.take("links")) {
+        const auto target = line.take_any();
+        scenario.links[*path] = target.value_or("");
+        return target.has_value();
+    }
     const auto content = line.take_quoted();
     if (content) {
         scenario.files[*path] = *content;

@@ -87,6 +87,8 @@ struct Scenario {
     std::map<std::string, std::string> files;
     /// Files whose opening never ends.
     std::vector<std::string> blocking_files;
+    /// Symbolic links, and where they lead.
+    std::map<std::string, std::string> links;
     std::map<std::string, FolderState> folders;
 };
 

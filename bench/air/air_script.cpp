@@ -121,6 +121,17 @@ constexpr std::array<FaultWord, 9> fault_words{{{"refuses", AirFault::refuses, t
                                                 {"overflows", AirFault::overflows, false},
                                                 {"repeats", AirFault::repeats, true}}};
 
+bool read_loses(Line& line, AirScript& script) {
+    AirEvent event;
+    event.fault = line.take("answer") ? AirFault::loses_answer : AirFault::loses_dump;
+    if (event.fault == AirFault::loses_dump && !line.take("dump")) {
+        return false;
+    }
+    event.scans = line.take_times().value_or(Times{});
+    script.events.push_back(event);
+    return true;
+}
+
 bool read_fault(Line& line, AirScript& script) {
     for (const FaultWord& known : fault_words) {
         if (!line.take(known.word)) {
@@ -154,6 +165,9 @@ bool read_air(Line& line, AirScript& script) {
     }
     if (line.take("takes")) {
         return read_takes(line, script);
+    }
+    if (line.take("loses")) {
+        return read_loses(line, script);
     }
     return read_fault(line, script);
 }

@@ -38,6 +38,10 @@ enum class AirFault {
     fails,
     /// The socket has lost messages when the scan ends.
     overflows,
+    /// The socket has lost the answer to the trigger.
+    loses_answer,
+    /// The socket has lost a part of the dump.
+    loses_dump,
     /// Notifications of the scan come a number of times more, before the dump.
     repeats,
 };

@@ -57,6 +57,7 @@ SimulatedNl80211& kernel() {
 struct KernelEnd {
     int fd = -1;
     bool overflow = false;
+    bool lost = false;
     /// Whether the socket has joined a group, and is told of what happens.
     bool member = false;
 };
@@ -96,7 +97,7 @@ bool connect_to_kernel(int fd, int flags) {
     for (const int end : {fd, ends[1]}) {
         setsockopt(end, SOL_SOCKET, SO_SNDBUF, &buffer_size, sizeof(buffer_size));
     }
-    kernel_ends()[fd] = {ends[1], false, false};
+    kernel_ends().insert_or_assign(fd, KernelEnd{ends[1]});
     return connected;
 }
 
@@ -163,6 +164,7 @@ void take_message(KernelEnd& end) {
     log(request);
     const NetlinkAnswer answer = kernel().answer(request);
     end.overflow = answer.overflow;
+    end.lost = answer.lost;
     send_all(end, answer.now);
     if (!answer.later.empty()) {
         send_later(end, answer.later);
@@ -279,8 +281,9 @@ extern "C" ssize_t recvmsg(int fd, msghdr* message, int flags) {
     if (end == nullptr) {
         return next(fd, message, flags);
     }
-    if (end->overflow && bench::ends_scan(fd)) {
-        end->overflow = false;
+    if (end->lost || (end->overflow && bench::ends_scan(fd))) {
+        bool& told = end->lost ? end->lost : end->overflow;
+        told = false;
         errno = ENOBUFS;
         return -1;
     }

@@ -92,15 +92,15 @@ NetlinkAnswer SimulatedNl80211::answer(const nlmsghdr& request) {
         return dump(request);
     }
     if (request.nlmsg_type < NLMSG_MIN_TYPE) {
-        return {{answer_message(request, 0)}, {}, false};
+        return {{answer_message(request, 0)}, {}};
     }
     const int refusal = request.nlmsg_type == family_id ? EOPNOTSUPP : ENOENT;
-    return {{answer_message(request, refusal)}, {}, false};
+    return {{answer_message(request, refusal)}, {}};
 }
 
 NetlinkAnswer SimulatedNl80211::describe_family(const nlmsghdr& request) const {
     if (!script_.has_nl80211) {
-        return {{answer_message(request, ENOENT)}, {}, false};
+        return {{answer_message(request, ENOENT)}, {}};
     }
     Attributes groups;
     groups.add_nested(1, Attributes()
@@ -120,18 +120,20 @@ NetlinkAnswer SimulatedNl80211::describe_family(const nlmsghdr& request) const {
                                   .add_nested(CTRL_ATTR_MCAST_GROUPS, groups);
     return {{generic_message(&request, GENL_ID_CTRL, CTRL_CMD_NEWFAMILY, 0, family),
              answer_message(request, 0)},
-            {},
-            false};
+            {}};
 }
 
 NetlinkAnswer SimulatedNl80211::trigger(const nlmsghdr& request) {
     ++scan_;
     if (const AirEvent* refused = event(AirFault::refuses)) {
-        return {{answer_message(request, refused->number)}, {}, false};
+        return {{answer_message(request, refused->number)}, {}};
     }
     NetlinkAnswer answer;
     answer.now.push_back(notification(NL80211_CMD_TRIGGER_SCAN));
-    answer.now.push_back(answer_message(request, 0));
+    answer.lost = event(AirFault::loses_answer) != nullptr;
+    if (!answer.lost) {
+        answer.now.push_back(answer_message(request, 0));
+    }
     answer.overflow = event(AirFault::overflows) != nullptr;
     if (event(AirFault::never_ends) != nullptr) {
         return answer;
@@ -148,7 +150,7 @@ NetlinkAnswer SimulatedNl80211::trigger(const nlmsghdr& request) {
 
 NetlinkAnswer SimulatedNl80211::dump(const nlmsghdr& request) const {
     if (const AirEvent* failed = event(AirFault::fails)) {
-        return {{answer_message(request, failed->number)}, {}, false};
+        return {{answer_message(request, failed->number)}, {}};
     }
     std::vector<Octets> messages;
     for (const HeardAccessPoint& access_point : script_.access_points) {
@@ -166,7 +168,8 @@ NetlinkAnswer SimulatedNl80211::dump(const nlmsghdr& request) const {
     if (cut != nullptr) {
         messages.resize(std::min(messages.size(), static_cast<std::size_t>(cut->number)));
     }
-    NetlinkAnswer answer{pack(messages), {}, false};
+    NetlinkAnswer answer{pack(messages), {}};
+    answer.lost = event(AirFault::loses_dump) != nullptr;
     if (cut == nullptr) {
         answer.now.push_back(done_message(request));
     }

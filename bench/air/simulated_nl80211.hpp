@@ -15,6 +15,8 @@ struct NetlinkAnswer {
     std::vector<Octets> later;
     /// Whether messages are lost before those that come later.
     bool overflow = false;
+    /// Whether the next receive only tells that messages were lost.
+    bool lost = false;
 };
 
 class SimulatedNl80211 {

@@ -1,13 +1,13 @@
 #include "common/console.hpp"
 
+#include "common/console_stream.hpp"
 #include "common/interrupts.hpp"
 
-#include <poll.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <array>
-#include <cerrno>
+#include <atomic>
 #include <climits>
 #include <cstdarg>
 #include <cstdio>
@@ -19,61 +19,41 @@ namespace wivex {
 
 namespace {
 
-// A pipe that is ready for writing takes this much without blocking.
-constexpr std::size_t largest_write = PIPE_BUF;
-
-// How long the termination handler waits for a reader before it drops its text.
-constexpr int patience_in_handler_ms = 200;
-
-struct Stream {
-    int fd = -1;
-    bool given_up = false;
-};
-
-Stream standard_output{STDOUT_FILENO};
-Stream standard_error{STDERR_FILENO};
+constinit ConsoleStream standard_output(STDOUT_FILENO);
+constinit ConsoleStream standard_error(STDERR_FILENO);
 
 // The part of standard output that was not written yet.
-std::array<char, largest_write> pending;
-std::size_t pending_length = 0;
+std::array<char, PIPE_BUF> pending;
+std::atomic<std::size_t> pending_length{0};
 
-bool writable_within(int fd, int timeout_ms) {
-    pollfd waiting{fd, POLLOUT, 0};
-    return poll(&waiting, 1, timeout_ms) > 0;
+ConsoleStream::Waiting usual_waiting() {
+    return interrupts_sealed() ? ConsoleStream::Waiting::patiently
+                               : ConsoleStream::Waiting::long_as_it_takes;
 }
 
-// Waits until the reader takes text; false when it is to be dropped.
-bool wait_for_reader(Stream& stream) {
-    if (stream.given_up) {
-        return false;
+// What is not written stays pending: the termination handler, let in while a reader is slow, goes
+// on exactly where the interrupted flush stopped.
+void write_pending(ConsoleStream::Waiting waiting) {
+    while (pending_length > 0) {
+        const std::size_t written =
+            standard_output.write_some({pending.data(), pending_length}, waiting);
+        if (written == 0 && waiting == ConsoleStream::Waiting::not_at_all) {
+            return;
+        }
+        pending_length -= written;
+        std::memmove(pending.data(), pending.data() + written, pending_length);
     }
-    if (writable_within(stream.fd, 0)) {
-        return true;
-    }
-    if (interrupts_sealed()) {
-        stream.given_up = !writable_within(stream.fd, patience_in_handler_ms);
-        return !stream.given_up;
-    }
-    const InterruptsOpen open;
-    return writable_within(stream.fd, -1);
 }
 
-// Writes the beginning of `text` and returns its length; all of it when it cannot be written.
-std::size_t write_some(Stream& stream, std::string_view text) {
-    if (!wait_for_reader(stream)) {
-        return stream.given_up ? text.size() : 0;
-    }
-    const ssize_t written = write(stream.fd, text.data(), std::min(text.size(), largest_write));
-    if (written >= 0) {
-        return static_cast<std::size_t>(written);
-    }
-    return errno == EINTR || errno == EAGAIN ? 0 : text.size();
+// The handler has results to write: it waits for a reader only behind them.
+void write_complete_lines() {
+    write_pending(interrupts_sealed() ? ConsoleStream::Waiting::not_at_all : usual_waiting());
 }
 
 void append(std::string_view text) {
     while (!text.empty()) {
         if (pending_length == pending.size()) {
-            flush_out();
+            write_pending(usual_waiting());
         }
         const std::size_t room = std::min(text.size(), pending.size() - pending_length);
         std::memcpy(pending.data() + pending_length, text.data(), room);
@@ -89,7 +69,7 @@ void buffer_out(std::string_view text) {
         return;
     }
     append(text.substr(0, last_newline + 1));
-    flush_out();
+    write_complete_lines();
     append(text.substr(last_newline + 1));
 }
 
@@ -118,7 +98,7 @@ template <typename Sink>
 void write_err(std::string_view text) {
     flush_out();
     while (!text.empty()) {
-        text.remove_prefix(write_some(standard_error, text));
+        text.remove_prefix(standard_error.write_some(text, usual_waiting()));
     }
 }
 
@@ -138,19 +118,18 @@ void print_err(const char* format, ...) {
     va_end(arguments);
 }
 
-void print_errno(const char* prefix) {
-    print_err("%s: %s\n", prefix, std::strerror(errno));
+void print_error(const char* prefix, int error) {
+    print_err("%s: %s\n", prefix, std::strerror(error));
 }
 
 void flush_out() {
-    // What is not written stays pending: the termination handler, let in while a reader is slow,
-    // goes on exactly where the interrupted flush stopped.
-    while (pending_length > 0) {
-        const std::size_t written =
-            write_some(standard_output, std::string_view(pending.data(), pending_length));
-        pending_length -= written;
-        std::memmove(pending.data(), pending.data() + written, pending_length);
-    }
+    write_pending(usual_waiting());
+    standard_output.settle(usual_waiting());
+    standard_error.settle(usual_waiting());
+}
+
+void shield_from_hanging_files() {
+    console_helper::start();
 }
 
 } // namespace wivex

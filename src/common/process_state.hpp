@@ -6,6 +6,7 @@
 
 #include "common/run_options.hpp"
 
+#include <csignal>
 #include <cstdint>
 
 namespace wivex {
@@ -22,7 +23,7 @@ inline constexpr std::int32_t module_check_enabled = 1;
 inline constexpr std::int32_t driver_check_enabled = 1;
 
 /// 1 while the clean-up closes the supplicant connections, else 0.
-extern std::int32_t sigterm_var;
+extern volatile std::sig_atomic_t sigterm_var;
 
 /// Numbers the client sockets of this process; only ever counts up.
 extern std::int32_t client_counter;

@@ -1,8 +1,8 @@
 // The options of a run and its state, as every room reads them.
 #pragma once
 
+#include "common/files.hpp"
 #include "common/test_case_result.hpp"
-#include "common/unique_fd.hpp"
 
 #include <cstdint>
 #include <string>
@@ -11,7 +11,7 @@ namespace wivex {
 
 /// Where the result file goes through. `failed` stays set once an open failed.
 struct ResultStream {
-    UniqueFile file;
+    FileWriter file;
     bool failed = false;
 };
 
@@ -42,6 +42,8 @@ struct RunOptions {
     std::string result_file;
     /// Access-point status file of the scan test (-D).
     std::string ap_status_file = "/tmp/ap_status.txt";
+    /// Anybody can put a link where the default status file goes: it is not followed.
+    Links ap_status_links = Links::refuse;
 
     ResultStream result_stream;
     TestCaseResults results;

@@ -1,10 +1,8 @@
-// Owners of a file descriptor and of a stdio stream.
+// Owner of a file descriptor.
 #pragma once
 
 #include <unistd.h>
 
-#include <cstdio>
-#include <memory>
 #include <utility>
 
 namespace wivex {
@@ -43,19 +41,5 @@ public:
 private:
     int fd_ = -1;
 };
-
-struct FileCloser {
-    void operator()(std::FILE* file) const {
-        static_cast<void>(std::fclose(file));
-    }
-};
-
-using UniqueFile = std::unique_ptr<std::FILE, FileCloser>;
-
-/// Writes what is still buffered. False, with the reason in `errno`, when the file has not taken
-/// everything that was written to it.
-inline bool written_completely(std::FILE* file) {
-    return std::fflush(file) == 0 && std::ferror(file) == 0;
-}
 
 } // namespace wivex

@@ -1,11 +1,10 @@
 #include "ctrl/wpa_ctrl.hpp"
 
 #include "common/console.hpp"
+#include "common/files.hpp"
 #include "common/process_state.hpp"
-#include "common/unique_fd.hpp"
 #include "common/waiting.hpp"
 
-#include <dirent.h>
 #include <fcntl.h>
 #include <sys/socket.h>
 #include <sys/time.h>
@@ -49,11 +48,9 @@ Record allocate_record() {
 }
 // NOLINTEND(cppcoreguidelines-no-malloc)
 
-struct DirectoryCloser {
-    void operator()(DIR* directory) const {
-        closedir(directory);
-    }
-};
+void remove_file(const char* path) {
+    call_on_file([path] { return unlink(path); });
+}
 
 bool fill_local_name(sockaddr_un& local) {
     const int length = std::snprintf(local.sun_path, path_size, "%s/%s%d-%d", client_directory,
@@ -68,13 +65,15 @@ bool bind_local_name(int fd, sockaddr_un& local) {
         if (!fill_local_name(local)) {
             return false;
         }
-        if (bind(fd, reinterpret_cast<const sockaddr*>(&local), sizeof(local)) == 0) {
+        if (call_on_file([fd, &local] {
+                return bind(fd, reinterpret_cast<const sockaddr*>(&local), sizeof(local));
+            }) == 0) {
             return true;
         }
         if (errno != EADDRINUSE || attempt == bind_attempts) {
             return false;
         }
-        unlink(local.sun_path);
+        remove_file(local.sun_path);
     }
     return false;
 }
@@ -91,7 +90,7 @@ bool fill_destination(sockaddr_un& dest, const char* path) {
 void make_non_blocking(int fd) {
     const int flags = fcntl(fd, F_GETFL);
     if (flags >= 0 && fcntl(fd, F_SETFL, flags | O_NONBLOCK) < 0) {
-        print_errno("[WIFI]fcntl(ctrl->s, O_NONBLOCK)");
+        print_error("[WIFI]fcntl(ctrl->s, O_NONBLOCK)", errno);
     }
 }
 
@@ -158,9 +157,12 @@ wpa_ctrl* wpa_ctrl_open(const char* path) {
         // The bound file stays: the next clean-up of /tmp removes it.
         return nullptr;
     }
-    if (connect(fd.get(), reinterpret_cast<const sockaddr*>(&ctrl->dest), sizeof(ctrl->dest)) < 0) {
+    if (call_on_file([&fd, &ctrl] {
+            return connect(fd.get(), reinterpret_cast<const sockaddr*>(&ctrl->dest),
+                           sizeof(ctrl->dest));
+        }) < 0) {
         fd.reset();
-        unlink(ctrl->local.sun_path);
+        remove_file(ctrl->local.sun_path);
         return nullptr;
     }
     make_non_blocking(fd.get());
@@ -173,7 +175,7 @@ void wpa_ctrl_close(wpa_ctrl* ctrl) {
         return;
     }
     Record record(ctrl);
-    unlink(ctrl->local.sun_path);
+    remove_file(ctrl->local.sun_path);
     UniqueFd(std::exchange(ctrl->socket, -1)).reset();
     print_out("[WIFI]Here at %d %s...\n", close_trace_number, "wpa_ctrl_close");
     print_out("Value of sigterm_var is %d ...\n", sigterm_var);
@@ -243,7 +245,7 @@ int wpa_ctrl_get_fd(const wpa_ctrl& ctrl) {
 }
 
 void wpa_ctrl_cleanup() {
-    const std::unique_ptr<DIR, DirectoryCloser> directory(opendir(client_directory));
+    const Directory directory = open_directory(client_directory);
     if (!directory) {
         return;
     }
@@ -254,13 +256,13 @@ void wpa_ctrl_cleanup() {
     }
     char* const name = path.data() + length;
     const std::size_t left = path.size() - static_cast<std::size_t>(length);
-    while (const dirent* entry = readdir(directory.get())) {
+    while (const dirent* entry = next_entry(directory)) {
         const char* const found = &entry->d_name[0];
         if (!std::string_view(found).starts_with(client_prefix)) {
             continue;
         }
         if (os_strlcpy(name, found, left) < left) {
-            unlink(path.data());
+            remove_file(path.data());
         }
     }
 }

@@ -1,8 +1,8 @@
 #include "diag/diag_device.hpp"
 
 #include "common/console.hpp"
+#include "common/files.hpp"
 #include "common/shell.hpp"
-#include "common/unique_fd.hpp"
 #include "common/waiting.hpp"
 #include "diag/mac_text.hpp"
 
@@ -35,7 +35,7 @@ UniqueFd open_diag_device() {
         return {};
     }
     const std::string path = diag_path(*output);
-    UniqueFd device(open(path.c_str(), O_RDWR | O_CLOEXEC));
+    UniqueFd device = open_file(path.c_str(), O_RDWR);
     if (!device) {
         print_err("[WIFI]err %s failed (%d) to open DIAG file (%s)\n",
                   "firmware_mac_address_qca_combo", errno, path.c_str());

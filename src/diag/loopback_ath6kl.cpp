@@ -2,9 +2,9 @@
 
 #include "common/buffers.hpp"
 #include "common/console.hpp"
+#include "common/files.hpp"
 #include "common/process_state.hpp"
 #include "common/shell.hpp"
-#include "common/unique_fd.hpp"
 #include "common/waiting.hpp"
 #include "diag/register_files.hpp"
 
@@ -30,7 +30,7 @@ struct CounterValues {
 };
 
 bool directory_opens(const char* path) {
-    return static_cast<bool>(UniqueFd(open(path, O_RDONLY | O_DIRECTORY | O_CLOEXEC)));
+    return static_cast<bool>(open_file(path, O_RDONLY | O_DIRECTORY));
 }
 
 bool provide_debugfs() {
@@ -62,13 +62,13 @@ void print_and_run(const char* prefix, const std::string& command) {
 // Reads the phy path itself, a directory, so that nothing is read and the last command is parsed in
 // the place of a dump. Verdicts of the line are built on it.
 bool read_counter(const std::string& path, std::string last_command, CounterValues& values) {
-    const UniqueFile file(std::fopen(path.c_str(), "re"));
+    FileReader file(open_file(path.c_str(), O_RDONLY));
     if (!file) {
         print_err("[WIFI]File Error : %s\n", path.c_str());
         return false;
     }
     CommandBuffer line{};
-    if (std::fgets(line.data(), static_cast<int>(line.size()), file.get()) != nullptr) {
+    if (file.read_line(line)) {
         last_command = line.data();
     }
     std::sscanf(last_command.c_str(), "%x%x", &values.first, &values.second);

@@ -1,8 +1,8 @@
 #include "diag/mac_address.hpp"
 
 #include "common/console.hpp"
+#include "common/files.hpp"
 #include "common/process_state.hpp"
-#include "common/unique_fd.hpp"
 #include "common/waiting.hpp"
 #include "diag/broadcom_request.hpp"
 #include "diag/diag_device.hpp"
@@ -15,7 +15,7 @@
 #include <strings.h>
 
 #include <algorithm>
-#include <cstdio>
+#include <cerrno>
 
 namespace wivex {
 
@@ -99,12 +99,14 @@ bool read_chip_mac(const RunConfig& config, const std::string& kernel_mac, std::
 
 // A file that cannot be written does not change the verdict.
 void write_address_file(const std::string& path, const std::string& mac) {
-    const UniqueFile file(std::fopen(path.c_str(), "we"));
+    FileWriter file(open_to_write(path.c_str()));
+    int error = file ? 0 : errno;
     if (file) {
-        std::fprintf(file.get(), "%s\n", mac.c_str());
+        file.print("%s\n", mac.c_str());
+        error = file.close();
     }
-    if (!file || !written_completely(file.get())) {
-        print_errno("File not able to write");
+    if (error != 0) {
+        print_error("File not able to write", error);
     }
 }
 

@@ -6,8 +6,6 @@
 #include <netlink/genl/genl.h>
 #include <netlink/netlink.h>
 
-#include <cerrno>
-
 namespace wivex {
 
 namespace {
@@ -16,13 +14,6 @@ constexpr int no_limit = -1;
 constexpr std::size_t longest_message = 32768;
 constexpr std::int64_t pause_us = 10'000;
 
-int receive_now(nl_sock* socket, sockaddr_nl* sender, unsigned char** data, ucred** credentials) {
-    errno = 0;
-    const int result = nl_recv(socket, sender, data, credentials);
-    // A note that multicast messages were lost tells nothing about the message that is awaited.
-    return result < 0 && errno == ENOBUFS ? -NLE_AGAIN : result;
-}
-
 // Takes the place of the library's own receive. The pause keeps an error that stays on the socket
 // from spinning.
 int receive_in_waiting_room(nl_sock* socket, sockaddr_nl* sender, unsigned char** data,
@@ -30,7 +21,7 @@ int receive_in_waiting_room(nl_sock* socket, sockaddr_nl* sender, unsigned char*
     int result = -NLE_AGAIN;
     while (result == -NLE_AGAIN) {
         wait_readable(nl_socket_get_fd(socket), no_limit);
-        result = receive_now(socket, sender, data, credentials);
+        result = nl_recv(socket, sender, data, credentials);
         if (result <= 0) {
             wait_for(0, pause_us);
         }

@@ -1,7 +1,7 @@
 #include "diag/nl80211_scan.hpp"
 
 #include "common/console.hpp"
-#include "common/unique_fd.hpp"
+#include "common/files.hpp"
 #include "diag/access_points.hpp"
 #include "diag/netlink.hpp"
 #include "diag/nl80211.hpp"
@@ -13,7 +13,6 @@
 #include <netlink/genl/genl.h>
 
 #include <cerrno>
-#include <cstdio>
 
 namespace wivex {
 
@@ -24,6 +23,9 @@ constexpr const char* scan_interface = "wlan0";
 
 constexpr int failed = -2;
 
+constexpr const char* trigger_command = "NL80211_CMD_TRIGGER_SCAN";
+constexpr const char* dump_command = "NL80211_CMD_GET_SCAN";
+
 struct TriggerState {
     /// 1 until the kernel has answered the request, then 0 or its error number.
     int err = 1;
@@ -32,7 +34,7 @@ struct TriggerState {
 };
 
 struct DumpState {
-    std::FILE* listing = nullptr;
+    FileWriter* listing = nullptr;
     std::uint32_t sequence = 0;
     bool ended = false;
 };
@@ -97,7 +99,7 @@ int take_bss(nl_msg* message, DumpState& state) {
     case BssParse::complete:
         break;
     }
-    scan_table().append(list_bss(state.listing, bss));
+    scan_table().append(list_bss(*state.listing, bss));
     return NL_SKIP;
 }
 
@@ -108,6 +110,20 @@ int scan_dump_callback(nl_msg* message, void* argument) {
         return NL_SKIP;
     }
     return take_bss(message, state);
+}
+
+bool told_when_missing(const NetlinkCallbacks& callbacks) {
+    if (!callbacks) {
+        print_out("ERROR: Failed to allocate netlink callbacks.\n");
+    }
+    return static_cast<bool>(callbacks);
+}
+
+bool told_when_too_long(const char* command, bool made) {
+    if (!made) {
+        print_out("ERROR: %s does not fit into a netlink message.\n", command);
+    }
+    return made;
 }
 
 struct Trigger {
@@ -128,11 +144,7 @@ bool allocate(Trigger& trigger) {
         return false;
     }
     trigger.callbacks = make_netlink_callbacks();
-    if (!trigger.callbacks) {
-        print_out("ERROR: Failed to allocate netlink callbacks.\n");
-        return false;
-    }
-    return true;
+    return told_when_missing(trigger.callbacks);
 }
 
 void report_to(TriggerState& state, nl_cb* callbacks) {
@@ -179,17 +191,21 @@ int receive_dump(nl_sock* socket, nl_cb* callbacks, const DumpState& state) {
 }
 
 // Everything between the open listing and its end.
-int dump_scan(nl_sock* socket, unsigned interface_index, int family, std::FILE* listing) {
+int dump_scan(nl_sock* socket, unsigned interface_index, int family, FileWriter& listing) {
     const NetlinkMessage message(nlmsg_alloc());
-    DumpState state;
-    state.listing = listing;
-    const NetlinkCallbacks callbacks = make_dump_callbacks(state);
-    if (!message || !callbacks || !make_scan_dump(message.get(), family, interface_index)) {
+    if (!message) {
         print_out("[WIFI]nlmsg_alloc failed\n");
         return failed;
     }
+    DumpState state;
+    state.listing = &listing;
+    const NetlinkCallbacks callbacks = make_dump_callbacks(state);
+    if (!told_when_missing(callbacks) ||
+        !told_when_too_long(dump_command, make_scan_dump(message.get(), family, interface_index))) {
+        return failed;
+    }
     const int sent = nl_send_auto_complete(socket, message.get());
-    print_sent("NL80211_CMD_GET_SCAN", sent, "execute_scan_nl_command");
+    print_sent(dump_command, sent, "execute_scan_nl_command");
     if (sent < 0) {
         return failed;
     }
@@ -207,25 +223,28 @@ int dump_scan(nl_sock* socket, unsigned interface_index, int family, std::FILE* 
 int do_scan_trigger(nl_sock* socket, unsigned interface_index, int family) {
     const int group = genl_ctrl_resolve_grp(socket, "nl80211", "scan");
     const int joined = group < 0 ? group : nl_socket_add_membership(socket, group);
+    // Outside the group nobody would ever tell the end of the scan, and the radio would go on with
+    // it. A kernel without nl80211 refuses the request by itself.
+    if (joined < 0 && family >= 0) {
+        return joined;
+    }
     Trigger trigger;
     if (!allocate(trigger) ||
-        !make_scan_trigger(trigger.message.get(), trigger.ssids.get(), family, interface_index)) {
+        !told_when_too_long(trigger_command,
+                            make_scan_trigger(trigger.message.get(), trigger.ssids.get(), family,
+                                              interface_index))) {
         return -ENOMEM;
     }
     TriggerState state;
     report_to(state, trigger.callbacks.get());
     const int sent = nl_send_auto_complete(socket, trigger.message.get());
-    print_sent("NL80211_CMD_TRIGGER_SCAN", sent, "do_scan_trigger");
+    print_sent(trigger_command, sent, "do_scan_trigger");
     print_out("[WIFI]Waiting for scan to complete...\n");
-    if (sent < 0) {
-        return sent;
-    }
-    const int result = wait_for_answer(socket, trigger.callbacks.get(), state);
+    const int result = sent < 0 ? sent : wait_for_answer(socket, trigger.callbacks.get(), state);
     if (result < 0) {
         print_out("[WIFI]ERROR: nl_recvmsgs() returned %d (%s).\n", result, nl_geterror(-result));
         return result;
     }
-    // Outside the group nobody would ever tell the end of the scan.
     if (joined < 0) {
         return joined;
     }
@@ -254,17 +273,17 @@ int execute_scan_nl_command() {
         print_out("[WIFI]do_scan_trigger() failed with %d.\n", result);
         return failed;
     }
-    const UniqueFile listing(std::fopen(scan_listing, "we"));
+    FileWriter listing(open_to_write(scan_listing, Links::refuse));
     if (!listing) {
-        print_errno("[WIFI]\"/tmp/output\"File open error");
+        print_error("[WIFI]\"/tmp/output\"File open error", errno);
         return failed;
     }
-    if (dump_scan(socket.get(), interface_index, family, listing.get()) != 0) {
+    if (dump_scan(socket.get(), interface_index, family, listing) != 0) {
         return failed;
     }
     // An incomplete listing must not pass for a shielded room.
-    if (!written_completely(listing.get())) {
-        print_errno("[WIFI]\"/tmp/output\"File write error");
+    if (const int error = listing.close()) {
+        print_error("[WIFI]\"/tmp/output\"File write error", error);
         return failed;
     }
     return 0;

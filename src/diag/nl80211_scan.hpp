@@ -9,8 +9,8 @@ namespace wivex {
 inline constexpr const char* scan_listing = "/tmp/output";
 
 /// Scans, waits for the kernel to finish without a limit, writes the listing and appends what was
-/// found to `scan_table()`. Returns 0, or -2 after a message; a failure before the dump leaves the
-/// previous listing as it was.
+/// found to `scan_table()`. Returns 0, or -2 after a message; a failure before the listing is
+/// opened leaves the previous one as it was. A listing that is a symbolic link cannot be opened.
 int execute_scan_nl_command();
 
 /// Triggers a scan through `socket` and waits until the kernel reports its end. Returns 0, 1 when

@@ -1,18 +1,15 @@
 #include "diag/register_files.hpp"
 
 #include "common/console.hpp"
+#include "common/files.hpp"
 #include "common/shell.hpp"
-#include "common/unique_fd.hpp"
 #include "diag/mac_text.hpp"
 
-#include <dirent.h>
 #include <fcntl.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
-#include <cstring>
-#include <memory>
 
 namespace wivex {
 
@@ -21,12 +18,6 @@ namespace {
 constexpr std::size_t command_size = 128;
 constexpr std::size_t dump_line_length = 19;
 constexpr std::size_t word_digits = 8;
-
-struct DirectoryCloser {
-    void operator()(DIR* directory) const {
-        closedir(directory);
-    }
-};
 
 /// A register of the firmware's address and how its steps are told.
 struct AddressWord {
@@ -82,14 +73,15 @@ bool dump_register(const PhyName& phy, const char* file) {
 }
 
 bool read_dump(const AddressWord& word, RegisterDump& dump) {
-    const UniqueFd file(open(word.file, O_RDONLY | O_CLOEXEC));
+    const UniqueFd file = open_file(word.file, O_RDONLY);
     if (!file) {
         print_out("[WIFI]File %s doesn't exist...\n", word.file_name);
         return false;
     }
     // One character more than a complete line, so that a longer one shows.
     std::array<char, dump_line_length + 1> text{};
-    const ssize_t count = read(file.get(), text.data(), text.size());
+    const ssize_t count =
+        call_on_file([&file, &text] { return read(file.get(), text.data(), text.size()); });
     if (count < 0) {
         dump.length = -1;
     } else {
@@ -146,22 +138,20 @@ bool remove_dump(const AddressWord& word) {
 } // namespace
 
 char* find_phy_name(PhyName& out) {
-    const std::unique_ptr<DIR, DirectoryCloser> root(opendir(phy_root));
+    const Directory root = open_directory(phy_root);
     if (!root) {
         print_out("[WIFI]Cannot open file %s\n", phy_root);
         return nullptr;
     }
-    errno = 0;
-    while (const dirent* entry = readdir(root.get())) {
+    while (const dirent* entry = next_entry(root)) {
         const std::string_view name = entry->d_name;
         if (name.find("phy") != std::string_view::npos) {
             name.copy(out.data(), out.size() - 1);
             return out.data();
         }
-        errno = 0;
     }
-    if (errno != 0) {
-        print_errno("readdir_r");
+    if (const int error = errno; error != 0) {
+        print_error("readdir_r", error);
         return nullptr;
     }
     print_out("[WIFI]readdir_r returns NULL because either no directory left or there is no "

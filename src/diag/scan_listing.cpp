@@ -42,15 +42,15 @@ FixedText<32> signal_text(std::int32_t mbm) {
 
 } // namespace
 
-void print_ssid(std::FILE* listing, Bytes elements, AccessPoint& access_point) {
+void print_ssid(FileWriter& listing, Bytes elements, AccessPoint& access_point) {
     access_point.ssid = escape_ssid(find_ssid(elements));
     FixedText<160> line("\tSSID: ");
     line.append(access_point.ssid.view());
     line.append('\n');
-    std::fputs(line.c_str(), listing);
+    listing.put(line.view());
 }
 
-AccessPoint list_bss(std::FILE* listing, const BssEntry& bss) {
+AccessPoint list_bss(FileWriter& listing, const BssEntry& bss) {
     AccessPoint access_point;
     keep_bssid(bss, access_point);
     const FixedText<32> signal = signal_text(bss.signal_mbm);
@@ -61,7 +61,7 @@ AccessPoint list_bss(std::FILE* listing, const BssEntry& bss) {
     lines.append(" \n\tsignal: ");
     lines.append(signal.view());
     lines.append(" dBm\n");
-    std::fputs(lines.c_str(), listing);
+    listing.put(lines.view());
     print_ssid(listing, bss.elements, access_point);
     return access_point;
 }

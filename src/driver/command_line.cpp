@@ -141,6 +141,7 @@ bool take_option(int letter, char* argument) {
     case 'D':
         if (argument != nullptr) {
             run_options.ap_status_file = argument;
+            run_options.ap_status_links = Links::follow;
         }
         return true;
     case 'v':

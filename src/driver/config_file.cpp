@@ -1,13 +1,14 @@
 #include "driver/config_file.hpp"
 
 #include "common/console.hpp"
+#include "common/files.hpp"
 #include "common/process_state.hpp"
-#include "common/unique_fd.hpp"
 #include "driver/chip_tables.hpp"
+
+#include <fcntl.h>
 
 #include <algorithm>
 #include <array>
-#include <cstdio>
 #include <cstring>
 
 namespace wivex {
@@ -80,14 +81,14 @@ struct Line {
     bool cut = false;
 };
 
-bool read_line(std::FILE* file, Line& line) {
+bool read_line(FileReader& file, Line& line) {
     line.text.clear();
     line.cut = false;
-    int next = std::getc(file);
-    if (next == EOF) {
+    int next = file.get();
+    if (next < 0) {
         return false;
     }
-    for (; next != EOF && next != '\n'; next = std::getc(file)) {
+    for (; next >= 0 && next != '\n'; next = file.get()) {
         if (line.text.size() < longest_line) {
             line.text.push_back(static_cast<char>(next));
         } else {
@@ -161,13 +162,13 @@ int lookup_config_key(std::string_view key) {
 
 int read_config_file(const std::string& path, RunConfig& config) {
     print_out("[WIFI]Reading Conf file: %s\n", path.c_str());
-    const UniqueFile file(std::fopen(path.c_str(), "re"));
+    FileReader file(open_file(path.c_str(), O_RDONLY));
     if (!file) {
         print_out("[WIFI]Reading Conf file: %s Failed\n", path.c_str());
         return 0;
     }
     Line line;
-    for (int number = 1; read_line(file.get(), line); ++number) {
+    for (int number = 1; read_line(file, line); ++number) {
         if (line.cut) {
             print_err("[WIFI]%s:%d: line is longer than %zu characters, the rest is skipped\n",
                       path.c_str(), number, longest_line);

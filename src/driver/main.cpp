@@ -11,7 +11,6 @@
 
 #include <unistd.h>
 
-#include <algorithm>
 #include <cstdlib>
 #include <ctime>
 #include <exception>
@@ -33,6 +32,7 @@ void run(int argc, char* argv[]) {
     }
     enable_chosen_test_cases();
     install_interrupt_handler(termination_handler);
+    shield_from_hanging_files();
     std::srand(static_cast<unsigned>(std::time(nullptr)));
     provide_usb_device_list();
     bring_interface_up(config);
@@ -41,9 +41,18 @@ void run(int argc, char* argv[]) {
     }
 }
 
-// Memory ran out. What was recorded is still worth its file.
+// The handler is installed behind the last of the records.
+bool records_exist() {
+    return interrupts_held();
+}
+
+// Memory ran out. What was recorded is still worth its file. Before there are records, the file of
+// an earlier run stays as it is.
 void finish_after_failure(const std::exception& failure) {
     print_err("[WIFI]ERROR:run ended early: %s\n", failure.what());
+    if (!records_exist()) {
+        return;
+    }
     try {
         finish();
     } catch (const std::exception&) {
@@ -55,12 +64,6 @@ void finish_after_failure(const std::exception& failure) {
     print_err("[WIFI]Unable to write results\n");
     flush_out();
     _exit(0);
-}
-
-bool records_exist() {
-    const TestCaseResults& results = run_options.results;
-    return std::any_of(results.begin(), results.end(),
-                       [](const TestCaseResult& result) { return result.enabled != 0; });
 }
 
 // Memory ran out so far that even the exception that tells it cannot be allocated.

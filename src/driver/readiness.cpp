@@ -1,11 +1,12 @@
 #include "driver/readiness.hpp"
 
 #include "common/console.hpp"
+#include "common/files.hpp"
 #include "common/process_state.hpp"
-#include "common/unique_fd.hpp"
+
+#include <fcntl.h>
 
 #include <array>
-#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 
@@ -30,8 +31,8 @@ constexpr std::array<KnownModule, 5> known_modules{{
     {5, "Vendor=9e0c ProdID=20a0", "20a0"},
 }};
 
-UniqueFile open_for_reading(const std::string& path) {
-    UniqueFile file(std::fopen(path.c_str(), "re"));
+FileReader open_for_reading(const std::string& path) {
+    FileReader file(open_file(path.c_str(), O_RDONLY));
     if (!file && run_options.debug != 0) {
         print_out("ERROR:Unable to open file %s\n", path.c_str());
     }
@@ -57,12 +58,12 @@ int decimal_reading(const char* flags) {
 } // namespace
 
 int detect_usb_chip(const std::string& path, RunConfig& config) {
-    const UniqueFile file = open_for_reading(path);
+    FileReader file = open_for_reading(path);
     if (!file) {
         return 0;
     }
     std::array<char, line_size> line{};
-    while (std::fgets(line.data(), static_cast<int>(line.size()), file.get()) != nullptr) {
+    while (file.read_line(line)) {
         if (const KnownModule* module = find_module(line.data())) {
             config.product_id = module->product_id;
             return module->chip_type;
@@ -72,14 +73,13 @@ int detect_usb_chip(const std::string& path, RunConfig& config) {
 }
 
 int read_interface_flag(const std::string& path, int bit, std::int32_t& status) {
-    const UniqueFile file = open_for_reading(path);
+    FileReader file = open_for_reading(path);
     if (!file) {
         status = interface_status::unreadable;
         return 0;
     }
     std::array<char, line_size> line{};
-    const bool read = std::fgets(line.data(), static_cast<int>(line.size()), file.get()) != nullptr;
-    const int value = read ? decimal_reading(line.data()) : 0;
+    const int value = file.read_line(line) ? decimal_reading(line.data()) : 0;
     const bool set = (((1 << (bit - 1)) & value) >> (bit - 1)) == 1;
     status = set ? interface_status::ready : interface_status::flag_clear;
     return set ? 1 : 0;

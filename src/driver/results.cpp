@@ -3,8 +3,6 @@
 #include "common/console.hpp"
 #include "common/process_state.hpp"
 
-#include <cerrno>
-#include <cstdio>
 #include <cstring>
 #include <iterator>
 
@@ -60,22 +58,18 @@ const char* result_path() {
     return run_options.result_file.c_str();
 }
 
-// Returns false when the file did not take the line.
-bool write_verdict(std::FILE* file, std::size_t index, std::int32_t failures) {
-    const int written = failures != 0
-                            ? std::fprintf(file, "Test case %zu fail # %d\n", index + 1, failures)
-                            : std::fprintf(file, "Test case %zu passed \n", index + 1);
-    return written >= 0 && std::fflush(file) == 0;
-}
-
-bool write_verdicts(const TestCaseResults& results, std::FILE* file) {
-    bool written = true;
+void write_verdicts(const TestCaseResults& results, FileWriter& file) {
     for (std::size_t index = 0; index < results.size(); ++index) {
-        if (results[index].enabled != 0) {
-            written = write_verdict(file, index, failure_count(results[index])) && written;
+        if (results[index].enabled == 0) {
+            continue;
+        }
+        const std::int32_t failures = failure_count(results[index]);
+        if (failures != 0) {
+            file.print("Test case %zu fail # %d\n", index + 1, failures);
+        } else {
+            file.print("Test case %zu passed \n", index + 1);
         }
     }
-    return written;
 }
 
 } // namespace
@@ -107,7 +101,7 @@ void record_test_case(TestCaseResults& results, int index, ErrorCode code,
 
 void write_result_file(const TestCaseResults& results, ResultStream& stream) {
     const char* const path = result_path();
-    stream.file.reset(std::fopen(path, "we"));
+    stream.file = FileWriter(open_to_write(path));
     stream.failed = !stream.file;
     if (stream.failed) {
         // The message is split over the two streams; scripts collect them apart.
@@ -115,13 +109,13 @@ void write_result_file(const TestCaseResults& results, ResultStream& stream) {
         print_out("%s\n", path);
         return;
     }
-    const bool written = write_verdicts(results, stream.file.get());
-    if (!written) {
-        print_err("[WIFI]Unable to write Result File: %s: %s\n", path, std::strerror(errno));
+    write_verdicts(results, stream.file);
+    // All lines go out in one piece, so that no interrupt leaves half a verdict.
+    if (const int error = stream.file.close()) {
+        print_err("[WIFI]Unable to write Result File: %s: %s\n", path, std::strerror(error));
     } else {
         print_out("[WIFI]ResultFile: %s Updated\n", path);
     }
-    stream.file.reset();
 }
 
 } // namespace wivex

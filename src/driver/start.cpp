@@ -2,9 +2,9 @@
 
 #include "common/buffers.hpp"
 #include "common/console.hpp"
+#include "common/files.hpp"
 #include "common/process_state.hpp"
 #include "common/shell.hpp"
-#include "common/unique_fd.hpp"
 #include "driver/config_file.hpp"
 #include "driver/readiness.hpp"
 #include "driver/results.hpp"
@@ -87,7 +87,7 @@ void enable_chosen_test_cases() {
 }
 
 void provide_usb_device_list() {
-    if (UniqueFile(std::fopen(usb_device_list, "re"))) {
+    if (can_be_read(usb_device_list)) {
         print_out("[WIFI]USBFS is already Mounted\n");
     } else {
         run_shell("mount -t usbfs none /proc/bus/usb/;");

@@ -1,9 +1,9 @@
 #include "driver/termination.hpp"
 
 #include "common/console.hpp"
+#include "common/files.hpp"
 #include "common/interrupts.hpp"
 #include "common/process_state.hpp"
-#include "common/unique_fd.hpp"
 #include "ctrl/wpa_ctrl.hpp"
 #include "driver/results.hpp"
 
@@ -11,7 +11,7 @@
 #include <signal.h>
 #include <unistd.h>
 
-#include <cstdio>
+#include <cerrno>
 #include <exception>
 #include <string_view>
 #include <utility>
@@ -30,22 +30,21 @@ void write_results_of_interrupted_run() {
     }
     write_result_file(run_options.results, stream);
     print_out("[WIFI] Before resultFile.flush call \n");
-    if (stream.file) {
-        std::fflush(stream.file.get());
-    }
     if (run_options.debug != 0) {
         print_out("[WIFI]resultFile.flush() called\n");
     }
 }
 
 void leave_broadcom_loopback() {
-    const UniqueFd parameter(open(loopback_parameter, O_WRONLY | O_CLOEXEC));
+    const UniqueFd parameter = open_file(loopback_parameter, O_WRONLY);
     if (parameter.get() <= 0) {
-        print_errno("[WIFI]Open error");
+        print_error("[WIFI]Open error", errno);
         return;
     }
-    if (write(parameter.get(), loopback_off.data(), loopback_off.size()) < 0) {
-        print_errno("[WIFI]Write error");
+    if (call_on_file([&parameter] {
+            return write(parameter.get(), loopback_off.data(), loopback_off.size());
+        }) < 0) {
+        print_error("[WIFI]Write error", errno);
         return;
     }
     print_out("[WIFI]Write to file \"%s\" success\n", loopback_parameter);
@@ -97,7 +96,7 @@ void cleanup() {
 }
 
 void termination_handler(int signal_number) {
-    seal_interrupts();
+    seal_interrupts(signal_number);
     try {
         end_run(signal_number);
     } catch (const std::exception&) {

@@ -1,10 +1,11 @@
 #include "tests/ap_status_file.hpp"
 
 #include "common/console.hpp"
-#include "common/unique_fd.hpp"
+
+#include <fcntl.h>
 
 #include <array>
-#include <cstdio>
+#include <cerrno>
 #include <string_view>
 
 namespace wivex {
@@ -69,46 +70,46 @@ AccessPoint read_access_point(std::string_view line) {
     return access_point;
 }
 
-void write_access_point(std::FILE* file, const AccessPoint& access_point) {
+void write_access_point(FileWriter& file, const AccessPoint& access_point) {
     if (access_point.status == not_seen) {
-        std::fprintf(file, "%s//%d/%s\n", access_point.bssid.c_str(), access_point.status,
-                     access_point.ssid.c_str());
+        file.print("%s//%d/%s\n", access_point.bssid.c_str(), access_point.status,
+                   access_point.ssid.c_str());
         return;
     }
-    std::fprintf(file, "%s/%s/%d/%s\n", access_point.bssid.c_str(), access_point.signal.c_str(),
-                 access_point.status, access_point.ssid.c_str());
+    file.print("%s/%s/%d/%s\n", access_point.bssid.c_str(), access_point.signal.c_str(),
+               access_point.status, access_point.ssid.c_str());
 }
 
 } // namespace
 
-bool read_status_file(const std::string& path, StatusTable& known) {
-    const UniqueFile file(std::fopen(path.c_str(), "re"));
+int read_status_file(const std::string& path, Links links, StatusTable& known) {
+    FileReader file(open_file(path.c_str(), O_RDONLY, links));
     if (!file) {
-        return false;
+        return errno;
     }
     std::array<char, line_size> line{};
-    while (std::fgets(line.data(), static_cast<int>(line.size()), file.get()) != nullptr) {
+    while (file.read_line(line)) {
         const std::string_view text(line.data());
         if (text.size() < shortest_line) {
             break;
         }
         known.append(read_access_point(text));
     }
-    return true;
+    return 0;
 }
 
-bool write_status_file(const std::string& path, const StatusTable& known, int result) {
-    const UniqueFile file(std::fopen(path.c_str(), "we"));
+int write_status_file(const std::string& path, Links links, const StatusTable& known, int result) {
+    FileWriter file(open_to_write(path.c_str(), links));
     if (!file) {
-        return false;
+        return errno;
     }
     if (known.empty() && result <= -2 && result >= -4) {
-        std::fprintf(file.get(), "//%d/\n", -result);
+        file.print("//%d/\n", -result);
     }
     for (const AccessPoint& access_point : known.all()) {
-        write_access_point(file.get(), access_point);
+        write_access_point(file, access_point);
     }
-    return written_completely(file.get());
+    return file.close();
 }
 
 } // namespace wivex

@@ -2,6 +2,7 @@
 // line when a run ended without any.
 #pragma once
 
+#include "common/files.hpp"
 #include "diag/access_points.hpp"
 
 #include <string>
@@ -14,11 +15,11 @@ using StatusTable = AccessPointList<status_table_capacity>;
 
 /// Reads the access points of an earlier run, each with the signal "0" and status 1 (not seen yet).
 /// A line that is malformed is told on standard output and counts all the same; what does not fit
-/// is left out. Returns false when the file cannot be opened.
-bool read_status_file(const std::string& path, StatusTable& known);
+/// is left out. Returns 0, or the error number of a file that cannot be opened.
+int read_status_file(const std::string& path, Links links, StatusTable& known);
 
 /// Writes the known access points, or the marker of `result` (-2, -3 or -4) when there are none.
-/// Returns false, with errno set, when the file cannot be opened or takes no more.
-bool write_status_file(const std::string& path, const StatusTable& known, int result);
+/// Returns 0, or the error number of a file that cannot be opened or takes no more.
+int write_status_file(const std::string& path, Links links, const StatusTable& known, int result);
 
 } // namespace wivex

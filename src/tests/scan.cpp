@@ -1,6 +1,7 @@
 #include "tests/scan.hpp"
 
 #include "common/console.hpp"
+#include "common/files.hpp"
 #include "common/process_state.hpp"
 #include "diag/access_points.hpp"
 #include "diag/nl80211_scan.hpp"
@@ -26,9 +27,11 @@ void read_previous_status(StatusTable& known) {
     if (run_options.debug != 0) {
         print_out("[WIFI]SCAN STARTED\n\n");
     }
-    if (!read_status_file(run_options.ap_status_file, known)) {
+    const int error =
+        read_status_file(run_options.ap_status_file, run_options.ap_status_links, known);
+    if (error != 0) {
         print_out("[WIFI]First time dump %s\n", run_options.ap_status_file.c_str());
-        print_errno("[WIFI]File");
+        print_error("[WIFI]File", error);
     }
 }
 
@@ -121,15 +124,17 @@ int scan_wifi_test(const char* prefix) {
     }
     const int result = scan_and_select(prefix, known);
     print_out("[WIFI]AP scan result dump to file %s\n", run_options.ap_status_file.c_str());
-    if (!write_status_file(run_options.ap_status_file, known, result)) {
-        print_errno("[WIFI]not able to open file\n");
+    const int error =
+        write_status_file(run_options.ap_status_file, run_options.ap_status_links, known, result);
+    if (error != 0) {
+        print_error("[WIFI]not able to open file\n", error);
     }
     return result;
 }
 
 int check_scan_output() {
     struct stat listing {};
-    if (stat(scan_listing, &listing) != 0) {
+    if (call_on_file([&listing] { return stat(scan_listing, &listing); }) != 0) {
         return succeeded;
     }
     return listing.st_size == 0 ? nothing_heard : succeeded;

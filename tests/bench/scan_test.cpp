@@ -149,14 +149,44 @@ TEST(Scan, is_not_disturbed_by_an_aborted_scan_before_it) {
     EXPECT_EQ(run.result_file(), failed);
 }
 
-TEST(Scan, records_a_kernel_without_scan_group_or_nl80211) {
-    EXPECT_EQ(scan(Bench("scan-without-group")).result_file(), failed);
+TEST(Scan, does_not_start_when_nobody_would_tell_its_end) {
+    const BenchRun run = scan(Bench("scan-without-group"));
+    EXPECT_THAT(run.out, Not(HasSubstr("NL80211_CMD_TRIGGER_SCAN")));
+    EXPECT_THAT(run.out, HasSubstr("[WIFI]do_scan_trigger() failed with -"));
+    EXPECT_EQ(run.result_file(), failed);
+}
+
+TEST(Scan, records_a_kernel_without_nl80211) {
     EXPECT_EQ(scan(Bench("scan-without-nl80211")).result_file(), failed);
 }
 
 TEST(Scan, records_a_refused_dump) {
     const BenchRun run = scan(Bench("scan-dump-refused"));
     EXPECT_THAT(run.out, HasSubstr("ERROR: nl_recvmsgs_default() returned -"));
+    EXPECT_EQ(run.result_file(), failed);
+}
+
+TEST(Scan, does_not_write_its_listing_through_a_link_that_anybody_can_plant) {
+    const BenchRun run = scan(Bench("scan-listing")
+                                  .line("file /root/victim \"precious\\n\"")
+                                  .line("file /tmp/output links /root/victim"));
+    EXPECT_EQ(run.files.at("root/victim"), "precious\n");
+    EXPECT_THAT(run.err, HasSubstr("[WIFI]\"/tmp/output\"File open error: "
+                                   "Too many levels of symbolic links\n"));
+    EXPECT_EQ(run.result_file(), failed);
+}
+
+TEST(Scan, fails_when_the_answer_to_its_trigger_is_lost) {
+    const BenchRun run = scan(Bench("scan-answer-lost"));
+    EXPECT_THAT(run.out, HasSubstr("[WIFI]Waiting for scan to complete...\n"
+                                   "[WIFI]ERROR: nl_recvmsgs() returned -5 (Out of memory).\n"
+                                   "[WIFI]do_scan_trigger() failed with -5.\n"));
+    EXPECT_EQ(run.result_file(), failed);
+}
+
+TEST(Scan, fails_when_a_part_of_its_dump_is_lost) {
+    const BenchRun run = scan(Bench("scan-dump-lost"));
+    EXPECT_THAT(run.out, HasSubstr("ERROR: nl_recvmsgs_default() returned -5 (Out of memory).\n"));
     EXPECT_EQ(run.result_file(), failed);
 }
 
@@ -245,6 +275,33 @@ TEST(ScanStatus, goes_to_the_file_that_was_named) {
     const BenchRun run = Bench("scan-listing").args({"-SLINE", "-D/root/status", "-m", "1"}).run();
     EXPECT_EQ(run.files.at("root/status"), "02:00:00:00:01:0A/-55.-12/0/LINE-AP-1\n");
     EXPECT_EQ(run.files.count("tmp/ap_status.txt"), 0U);
+}
+
+TEST(ScanStatus, is_not_written_through_a_link_that_anybody_can_plant) {
+    const BenchRun run = scan(Bench("scan-listing")
+                                  .line("file /root/victim \"precious\\n\"")
+                                  .line("file /tmp/ap_status.txt links /root/victim"),
+                              "-SLINE");
+    EXPECT_EQ(run.files.at("root/victim"), "precious\n");
+    EXPECT_THAT(run.err, HasSubstr("[WIFI]File: Too many levels of symbolic links\n"));
+    EXPECT_THAT(run.err, HasSubstr("[WIFI]not able to open file\n"
+                                   ": Too many levels of symbolic links\n"));
+}
+
+TEST(ScanStatus, that_was_named_is_written_through_a_link) {
+    const BenchRun run =
+        scan(Bench("scan-listing").line("file /tmp/ap_status.txt links /root/status"), "-SLINE");
+    EXPECT_EQ(run.files.count("root/status"), 0U);
+    const BenchRun named = Bench("scan-listing")
+                               .line("file /tmp/ap_status.txt links /root/status")
+                               .args({"-SLINE", "-D/tmp/ap_status.txt", "-m", "1"})
+                               .run();
+    EXPECT_EQ(named.files.at("root/status"), "02:00:00:00:01:0A/-55.-12/0/LINE-AP-1\n");
+}
+
+TEST(ScanStatus, that_is_missing_is_told_with_its_own_reason) {
+    const BenchRun run = Bench("scan-listing").args({"-S"}).out_file("/dev/full").run();
+    EXPECT_THAT(run.err, HasSubstr("[WIFI]File: No such file or directory\n"));
 }
 
 TEST(ScanStatus, that_cannot_be_written_is_told) {

@@ -2,6 +2,7 @@
 // printable, stays on its line and says which bytes were sent.
 
 #include "diag/scan_listing.hpp"
+#include "memory_file.hpp"
 #include "require.hpp"
 
 #include <array>
@@ -47,11 +48,11 @@ std::vector<std::uint8_t> unescape(std::string_view text) {
 }
 
 std::string printed(Bytes elements, wivex::AccessPoint& access_point) {
-    std::array<char, 256> buffer{};
-    std::FILE* const file = fmemopen(buffer.data(), buffer.size(), "w");
-    wivex::print_ssid(file, elements, access_point);
-    std::fclose(file);
-    return buffer.data();
+    const fuzz::MemoryFile file;
+    wivex::FileWriter listing{wivex::UniqueFd(file.descriptor())};
+    wivex::print_ssid(listing, elements, access_point);
+    require(listing.close() == 0);
+    return file.content();
 }
 
 } // namespace

@@ -5,6 +5,7 @@
 
 #include "diag/access_points.hpp"
 #include "diag/nl80211_scan.hpp"
+#include "memory_file.hpp"
 #include "require.hpp"
 
 #include <dlfcn.h>
@@ -19,7 +20,6 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <memory>
@@ -41,8 +41,8 @@ std::uint32_t sequence = 0;
 unsigned answers_behind_input = 0;
 bool dump_broke = false;
 
-char* listing = nullptr;
-std::size_t listing_size = 0;
+const fuzz::MemoryFile listing;
+bool listing_opened = false;
 
 template <typename Header>
 Octets message(std::uint16_t type, std::uint32_t number, const Header& payload) {
@@ -83,7 +83,7 @@ Octets take(std::size_t at_most) {
 }
 
 void check_listing(std::size_t access_points) {
-    const std::string_view text(listing, listing_size);
+    const std::string text = listing.content();
     require(static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n')) ==
             3 * access_points);
     require(text.find('\0') == std::string_view::npos);
@@ -115,6 +115,7 @@ int nl_recv(nl_sock* /*socket*/, sockaddr_nl* sender, unsigned char** data,
     }
     const Octets octets = behind_input ? next_ending() : take(length);
     if (octets.empty()) {
+        dump_broke = dump_broke || sequence == dump_sequence;
         errno = ENOBUFS;
         return -NLE_NOMEM;
     }
@@ -157,11 +158,15 @@ int nanosleep(const timespec* /*duration*/, timespec* /*left*/) {
 }
 
 // The listing stays in memory.
-FILE* fopen(const char* path, const char* mode) {
-    using Open = FILE* (*)(const char*, const char*);
-    static const auto open_file = reinterpret_cast<Open>(dlsym(RTLD_NEXT, "fopen"));
-    return std::string_view(path) == wivex::scan_listing ? open_memstream(&listing, &listing_size)
-                                                         : open_file(path, mode);
+int open(const char* path, int flags, ...) {
+    using Open = int (*)(const char*, int, ...);
+    static const auto open_file = reinterpret_cast<Open>(dlsym(RTLD_NEXT, "open"));
+    if (std::string_view(path) != wivex::scan_listing) {
+        return open_file(path, flags, 0666);
+    }
+    listing.empty();
+    listing_opened = true;
+    return listing.descriptor();
 }
 }
 
@@ -170,17 +175,16 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     sequence = 0;
     answers_behind_input = 0;
     dump_broke = false;
+    listing_opened = false;
     wivex::scan_table() = wivex::ScanTable{};
     const int result = wivex::execute_scan_nl_command();
     require(result == 0 || result == -2);
     require(wivex::scan_table().size() <= wivex::scan_table_capacity);
-    if (listing == nullptr) {
+    if (!listing_opened) {
         require(wivex::scan_table().empty() && result == -2);
         return 0;
     }
     require(!dump_broke || result == -2);
     check_listing(wivex::scan_table().size());
-    std::free(listing);
-    listing = nullptr;
     return 0;
 }

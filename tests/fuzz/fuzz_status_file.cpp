@@ -1,11 +1,9 @@
 // The access-point status file of an earlier run. What was read and is written comes back as it
 // was, up to the first line that the format itself cannot carry.
 
+#include "memory_file.hpp"
 #include "require.hpp"
 #include "tests/ap_status_file.hpp"
-
-#include <sys/mman.h>
-#include <unistd.h>
 
 #include <memory>
 
@@ -14,26 +12,6 @@ namespace {
 using fuzz::require;
 using wivex::AccessPoint;
 using wivex::StatusTable;
-
-class MemoryFile {
-public:
-    MemoryFile() : fd_(memfd_create("status", MFD_CLOEXEC)) {}
-    ~MemoryFile() {
-        close(fd_);
-    }
-    MemoryFile(const MemoryFile&) = delete;
-    MemoryFile& operator=(const MemoryFile&) = delete;
-
-    std::string path() const {
-        return "/proc/self/fd/" + std::to_string(fd_);
-    }
-    void fill(std::string_view text) const {
-        require(write(fd_, text.data(), text.size()) == static_cast<ssize_t>(text.size()));
-    }
-
-private:
-    int fd_;
-};
 
 void check(const AccessPoint& access_point) {
     require(access_point.status == 1 && access_point.signal.view() == "0");
@@ -72,17 +50,17 @@ void check_first(std::string_view file, const StatusTable& known) {
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    const MemoryFile earlier;
+    const fuzz::MemoryFile earlier;
     earlier.fill(fuzz::text_of(data, size));
     const auto known = std::make_unique<StatusTable>();
-    require(wivex::read_status_file(earlier.path(), *known));
+    require(wivex::read_status_file(earlier.path(), wivex::Links::follow, *known) == 0);
     require(known->size() <= wivex::status_table_capacity);
     check_first(fuzz::text_of(data, size), *known);
 
-    const MemoryFile later;
-    require(wivex::write_status_file(later.path(), *known, 0));
+    const fuzz::MemoryFile later;
+    require(wivex::write_status_file(later.path(), wivex::Links::follow, *known, 0) == 0);
     const auto again = std::make_unique<StatusTable>();
-    require(wivex::read_status_file(later.path(), *again));
+    require(wivex::read_status_file(later.path(), wivex::Links::follow, *again) == 0);
 
     std::size_t index = 0;
     for (const AccessPoint& access_point : known->all()) {

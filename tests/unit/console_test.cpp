@@ -70,11 +70,10 @@ TEST(Console, keeps_the_order_of_the_two_streams) {
     EXPECT_EQ(console.out(), "1 2 3\n4\n");
 }
 
-TEST(Console, prints_the_text_of_errno) {
+TEST(Console, prints_the_text_of_an_error) {
     ConsoleCapture console(ConsoleCapture::Streams::together);
     print_out("before ");
-    errno = ENOENT;
-    print_errno("[WIFI]Open error");
+    print_error("[WIFI]Open error", ENOENT);
     EXPECT_EQ(console.out(), "before [WIFI]Open error: No such file or directory\n");
 }
 
@@ -211,7 +210,7 @@ TEST(Console, drops_text_that_nobody_takes_once_the_end_has_begun) {
     const Gate ready;
     const int child = fork_child([&] {
         install_interrupt_handler([](int) {
-            seal_interrupts();
+            seal_interrupts(SIGINT);
             print_a_megabyte();
             flush_out();
             ::_exit(51);
@@ -224,7 +223,7 @@ TEST(Console, drops_text_that_nobody_takes_once_the_end_has_begun) {
     ready.wait();
     std::this_thread::sleep_for(milliseconds(200));
     ::kill(child, SIGINT);
-    EXPECT_EQ(end_of_child(child, milliseconds(2000)), 51);
+    EXPECT_EQ(end_of_child(child, milliseconds(3000)), 51);
     ::close(ends[0]);
     ::close(ends[1]);
 }

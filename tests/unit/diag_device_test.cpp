@@ -1,15 +1,20 @@
-#include "common/unique_fd.hpp"
 #include "diag/diag_device.hpp"
 
 #include <gtest/gtest.h>
 
 #include <array>
 #include <cstdio>
+#include <memory>
 #include <string>
 
 namespace {
 
-using wivex::UniqueFile;
+struct FileCloser {
+    void operator()(std::FILE* file) const {
+        static_cast<void>(std::fclose(file));
+    }
+};
+using UniqueFile = std::unique_ptr<std::FILE, FileCloser>;
 
 constexpr std::uint32_t address = 0x18000;
 

@@ -255,7 +255,7 @@ TEST_F(ResultFile, replaces_what_was_there) {
 
 TEST_F(ResultFile, is_closed_behind_the_writer_and_can_be_written_again) {
     written();
-    EXPECT_EQ(stream_.file, nullptr);
+    EXPECT_FALSE(stream_.file);
     EXPECT_FALSE(stream_.failed);
     record_failure(results_, 1, 0);
     EXPECT_EQ(written(), "Test case 1 fail # 1\nTest case 2 passed \n");

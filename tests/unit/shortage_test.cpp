@@ -74,7 +74,7 @@ TEST(WithoutDescriptors, a_scan_fails_when_its_request_cannot_be_sent) {
     EXPECT_EQ(without_descriptors([] { return execute_scan_nl_command() == -2 ? 1 : 0; }), 1);
     EXPECT_THAT(console.out(), HasSubstr("[WIFI]nl_send_auto_complete failed from do_scan_trigger\n"
                                          "[WIFI]Waiting for scan to complete...\n"
-                                         "[WIFI]do_scan_trigger() failed with -"));
+                                         "[WIFI]ERROR: nl_recvmsgs() returned -"));
 }
 
 TEST(WithoutProcesses, the_output_of_a_command_cannot_be_read) {

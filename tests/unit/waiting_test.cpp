@@ -384,7 +384,7 @@ TEST(Interrupts, are_not_let_in_any_more_once_sealed) {
         if (interrupts_sealed()) {
             return 1;
         }
-        seal_interrupts();
+        seal_interrupts(SIGINT);
         ::raise(SIGINT);
         ::raise(SIGTERM);
         let_interrupts_in();

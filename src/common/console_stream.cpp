@@ -1,0 +1,149 @@
+#include "common/console_stream.hpp"
+
+#include "common/interrupts.hpp"
+
+#include <poll.h>
+#include <time.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdint>
+
+namespace wivex {
+
+namespace {
+
+constexpr std::int64_t patience_without_progress_ms = 2'000;
+constexpr std::int64_t patience_in_all_ms = 10'000;
+
+// Pause before a stream is tried again that seems to have room and takes nothing.
+constexpr int pause_ms = 10;
+
+// Shared by both streams: usually one reader stands behind both.
+std::atomic<std::int64_t> first_wait_ms{-1};
+std::atomic<std::int64_t> last_progress_ms{-1};
+
+std::int64_t now_ms() {
+    timespec now{};
+    clock_gettime(CLOCK_MONOTONIC, &now);
+    return std::int64_t{now.tv_sec} * 1000 + now.tv_nsec / 1'000'000;
+}
+
+int patience_left_ms() {
+    const std::int64_t now = now_ms();
+    if (first_wait_ms < 0) {
+        first_wait_ms = now;
+        last_progress_ms = now;
+    }
+    const std::int64_t end = std::min(last_progress_ms + patience_without_progress_ms,
+                                      first_wait_ms + patience_in_all_ms);
+    return static_cast<int>(std::max<std::int64_t>(end - now, 0));
+}
+
+bool ready_within(int fd, short events, int timeout_ms) {
+    pollfd waiting{fd, events, 0};
+    return poll(&waiting, 1, timeout_ms) > 0;
+}
+
+bool wait_open(int fd, short events, int timeout_ms) {
+    const InterruptsOpen open;
+    return ready_within(fd, events, timeout_ms);
+}
+
+} // namespace
+
+// The patience of the handler covers both streams: after the one has taken nothing for so long, the
+// other is asked once more, but not waited for.
+bool ConsoleStream::wait_patiently(int fd, short events) {
+    const int left_ms = patience_left_ms();
+    if (refused_ && left_ms > 0) {
+        ready_within(-1, 0, std::min(pause_ms, left_ms));
+    }
+    const bool stuck = stalled_ && left_ms == 0;
+    given_up_ = stuck || !ready_within(fd, events, left_ms);
+    return !given_up_;
+}
+
+bool ConsoleStream::wait_for_reader(Waiting waiting) {
+    if (waiting == Waiting::patiently) {
+        return wait_patiently(fd_, POLLOUT);
+    }
+    if ((!stalled_ || waiting == Waiting::not_at_all) && ready_within(fd_, POLLOUT, 0)) {
+        return true;
+    }
+    if (waiting == Waiting::not_at_all) {
+        return false;
+    }
+    if (refused_) {
+        wait_open(-1, 0, pause_ms);
+    }
+    return wait_open(fd_, POLLOUT, -1);
+}
+
+bool ConsoleStream::wait_for_helper(Waiting waiting) {
+    const int word = console_helper::descriptor();
+    bool there = false;
+    switch (waiting) {
+    case Waiting::long_as_it_takes:
+        there = wait_open(word, POLLIN, -1);
+        break;
+    case Waiting::patiently:
+        there = wait_patiently(word, POLLIN);
+        break;
+    case Waiting::not_at_all:
+        there = ready_within(word, POLLIN, 0);
+    }
+    if (there) {
+        console_helper::take_word();
+        last_progress_ms = now_ms();
+    }
+    return there;
+}
+
+std::size_t ConsoleStream::write_directly(std::string_view text) {
+    ssize_t written = -1;
+    {
+        const CallCutShort cut_short;
+        written = write(fd_, text.data(), text.size());
+    }
+    const int error = written < 0 ? errno : 0;
+    stalled_ = written >= 0 ? static_cast<std::size_t>(written) < text.size()
+                            : error == EINTR || error == EAGAIN;
+    refused_ = written == 0 || error == EAGAIN;
+    if (written > 0) {
+        last_progress_ms = now_ms();
+    }
+    if (written >= 0) {
+        return static_cast<std::size_t>(written);
+    }
+    return stalled_ ? 0 : text.size();
+}
+
+std::size_t ConsoleStream::write_some(std::string_view text, Waiting waiting) {
+    if (given_up_) {
+        return text.size();
+    }
+    const bool helped = served();
+    const std::string_view part = text.substr(0, console_helper::longest_text);
+    if (helped) {
+        if (console_helper::busy() && !wait_for_helper(waiting)) {
+            return given_up_ ? text.size() : 0;
+        }
+        return !console_helper::busy() && console_helper::send(fd_, part) ? part.size() : 0;
+    }
+    if (!wait_for_reader(waiting)) {
+        return given_up_ ? text.size() : 0;
+    }
+    return write_directly(part);
+}
+
+void ConsoleStream::settle(Waiting waiting) {
+    while (served() && console_helper::busy() && !given_up_) {
+        if (!wait_for_helper(waiting) && waiting == Waiting::not_at_all) {
+            return;
+        }
+    }
+}
+
+} // namespace wivex

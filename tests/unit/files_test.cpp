@@ -1,0 +1,209 @@
+#include "common/files.hpp"
+#include "common/interrupts.hpp"
+#include "scratch.hpp"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <chrono>
+#include <csignal>
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace wivex {
+namespace {
+
+using std::chrono::milliseconds;
+using test_support::end_of_child;
+using test_support::fork_child;
+using test_support::Gate;
+using test_support::ScratchDirectory;
+
+class Files : public ::testing::Test {
+protected:
+    FileReader reader_of(const std::string& content) const {
+        return FileReader(open_file(directory_.file("read", content).c_str(), O_RDONLY));
+    }
+
+    ScratchDirectory directory_;
+};
+
+TEST_F(Files, are_read_line_by_line) {
+    FileReader file = reader_of("one\n\nthree");
+    std::array<char, 16> line{};
+    EXPECT_TRUE(file.read_line(line));
+    EXPECT_STREQ(line.data(), "one\n");
+    EXPECT_TRUE(file.read_line(line));
+    EXPECT_STREQ(line.data(), "\n");
+    EXPECT_TRUE(file.read_line(line));
+    EXPECT_STREQ(line.data(), "three");
+    EXPECT_FALSE(file.read_line(line));
+}
+
+TEST_F(Files, give_a_line_that_is_too_long_in_pieces) {
+    FileReader file = reader_of("abcdef\n");
+    std::array<char, 5> line{};
+    EXPECT_TRUE(file.read_line(line));
+    EXPECT_STREQ(line.data(), "abcd");
+    EXPECT_TRUE(file.read_line(line));
+    EXPECT_STREQ(line.data(), "ef\n");
+}
+
+TEST_F(Files, that_cannot_be_read_have_no_lines) {
+    FileReader folder(open_file(directory_.path().c_str(), O_RDONLY));
+    ASSERT_TRUE(folder);
+    std::array<char, 16> line{};
+    EXPECT_FALSE(folder.read_line(line));
+    EXPECT_EQ(folder.get(), -1);
+}
+
+TEST_F(Files, are_written_whole_however_long_they_are) {
+    FileWriter file(open_to_write((directory_ / "out").c_str()));
+    std::string expected;
+    for (int number = 0; number < 5000; ++number) {
+        file.print("%d,", number);
+        expected += std::to_string(number) + ",";
+    }
+    file.put(std::string(10'000, 'x'));
+    EXPECT_EQ(file.close(), 0);
+    EXPECT_EQ(test_support::read_file(directory_ / "out"), expected + std::string(10'000, 'x'));
+}
+
+TEST_F(Files, that_take_no_more_say_why) {
+    FileWriter full(open_to_write("/dev/full"));
+    full.put(std::string(10'000, 'x'));
+    errno = 0;
+    EXPECT_EQ(full.close(), ENOSPC);
+}
+
+TEST_F(Files, behind_a_link_are_refused_where_anybody_can_put_one) {
+    const std::string victim = directory_.file("victim", "precious");
+    ASSERT_EQ(::symlink(victim.c_str(), (directory_ / "link").c_str()), 0);
+    EXPECT_FALSE(open_to_write((directory_ / "link").c_str(), Links::refuse));
+    EXPECT_EQ(errno, ELOOP);
+    EXPECT_EQ(test_support::read_file(victim), "precious");
+    EXPECT_TRUE(open_to_write((directory_ / "link").c_str(), Links::follow));
+    EXPECT_EQ(test_support::read_file(victim), "");
+}
+
+TEST_F(Files, that_are_folders_list_their_entries_and_then_end_without_an_error) {
+    directory_.file("entry", "");
+    const Directory folder = open_directory(directory_.path().c_str());
+    int entries = 0;
+    while (next_entry(folder) != nullptr) {
+        ++entries;
+    }
+    EXPECT_EQ(errno, 0);
+    EXPECT_EQ(entries, 3);
+    EXPECT_FALSE(open_directory((directory_ / "entry").c_str()));
+}
+
+void exit_by_signal(int signal_number) {
+    ::_exit(48 + signal_number);
+}
+
+/// Runs `body` under a handler of interrupts and sends the signal after a while; returns the end.
+int interrupted(int signal_number, const std::function<void()>& body,
+                void (*handler)(int) = exit_by_signal) {
+    const Gate ready;
+    const int child = fork_child([&] {
+        install_interrupt_handler(handler);
+        ready.open();
+        body();
+        return 7;
+    });
+    ready.wait();
+    ::usleep(300'000);
+    ::kill(child, signal_number);
+    return end_of_child(child, milliseconds(2000));
+}
+
+TEST_F(Files, that_are_stuck_let_an_interrupt_in) {
+    const std::string pipe = directory_ / "pipe";
+    ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+    EXPECT_EQ(interrupted(SIGINT, [&] { open_to_write(pipe.c_str()); }), 48 + SIGINT);
+    EXPECT_EQ(interrupted(SIGTERM, [&] { can_be_read(pipe.c_str()); }), 48 + SIGTERM);
+    const auto write_without_a_reader_that_reads = [&] {
+        const UniqueFd other_end = open_file(pipe.c_str(), O_RDWR);
+        FileWriter file(open_to_write(pipe.c_str()));
+        file.put(std::string(100'000, 'x'));
+    };
+    EXPECT_EQ(interrupted(SIGINT, write_without_a_reader_that_reads), 48 + SIGINT);
+    const auto read_what_nobody_writes = [&] {
+        FileReader file(open_file(pipe.c_str(), O_RDWR));
+        file.get();
+    };
+    EXPECT_EQ(interrupted(SIGINT, read_what_nobody_writes), 48 + SIGINT);
+}
+
+TEST_F(Files, hold_interrupts_back_again_once_they_are_no_longer_stuck) {
+    const std::string pipe = directory_ / "pipe";
+    ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+    const Gate ready;
+    const int child = fork_child([&] {
+        install_interrupt_handler(exit_by_signal);
+        ready.open();
+        can_be_read(pipe.c_str());
+        ::raise(SIGINT);
+        ::raise(SIGTERM);
+        return 7;
+    });
+    ready.wait();
+    ::usleep(300'000);
+    const UniqueFd writer(::open(pipe.c_str(), O_WRONLY));
+    EXPECT_EQ(end_of_child(child, milliseconds(2000)), 7);
+}
+
+TEST_F(Files, that_answer_at_once_let_no_interrupt_in) {
+    const int child = fork_child([&] {
+        install_interrupt_handler(exit_by_signal);
+        ::raise(SIGINT);
+        FileWriter file(open_to_write((directory_ / "out").c_str()));
+        file.put("whole");
+        return file.close() == 0 ? 7 : 8;
+    });
+    EXPECT_EQ(end_of_child(child, milliseconds(2000)), 7);
+    EXPECT_EQ(test_support::read_file(directory_ / "out"), "whole");
+}
+
+TEST_F(Files, that_hold_the_handler_let_only_the_other_signal_in) {
+    static std::string pipe;
+    pipe = directory_ / "pipe";
+    ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+    const auto handler = [](int signal_number) {
+        if (interrupts_sealed()) {
+            ::_exit(48 + signal_number);
+        }
+        seal_interrupts(signal_number);
+        ::raise(SIGINT);
+        ::usleep(10'000);
+        ::raise(SIGTERM);
+        ::usleep(10'000);
+        open_to_write(pipe.c_str());
+    };
+    const int child = fork_child([&] {
+        install_interrupt_handler(handler);
+        ::raise(SIGINT);
+        let_interrupts_in();
+        return 7;
+    });
+    EXPECT_EQ(end_of_child(child, milliseconds(2000)), 48 + SIGTERM);
+}
+
+TEST_F(Files, leave_the_action_of_an_alarm_as_it_was) {
+    const int child = fork_child([&] {
+        install_interrupt_handler(exit_by_signal);
+        can_be_read("/dev/null");
+        ::raise(SIGALRM);
+        return 7;
+    });
+    EXPECT_EQ(end_of_child(child, milliseconds(2000)), 128 + SIGALRM);
+}
+
+} // namespace
+} // namespace wivex
