@@ -6,6 +6,7 @@
 #include "common/process_state.hpp"
 #include "ctrl/event_wait.hpp"
 
+#include <algorithm>
 #include <array>
 #include <cstdio>
 #include <cstdlib>
@@ -19,6 +20,7 @@ namespace {
 constexpr int event_timeout_seconds = 30;
 constexpr int busy_replies_tolerated = 2;
 constexpr std::size_t longest_listing_line = 511;
+constexpr std::size_t longest_tail = 510;
 
 bool is_open(const SupplicantSession& session) {
     if (session.isInvalid()) {
@@ -66,7 +68,7 @@ void take_key_mgmt(std::string_view line, std::string& key_mgmt) {
     if (contains(line, "[WPA-PSK") || contains(line, "[WPA2-PSK")) {
         key_mgmt = "WPA-PSK";
     } else if (contains(line, "[WPA-EAP") || contains(line, "WPA2-EAP")) {
-        // Without the bracket on purpose: some supplicants put another flag in front.
+        // Without the bracket: kept.
         key_mgmt = "WPA-EAP";
     } else if (contains(line, "[WPA-") || contains(line, "[WPA2-")) {
         key_mgmt = "WPA-NONE";
@@ -93,11 +95,18 @@ void take_security(std::string_view line, RunConfig& config) {
     take_pairwise(line, config.scan_pairwise);
 }
 
-// Takes the next line off the listing, cut to what a line may hold.
+// Takes the next line off the listing, cut to what a line may hold. A zero byte ends its text, not
+// the listing.
 std::string_view next_line(std::string_view& listing) {
     const std::string_view line = listing.substr(0, listing.find('\n'));
     listing.remove_prefix(line.size() < listing.size() ? line.size() + 1 : listing.size());
-    return line.substr(0, longest_listing_line);
+    return line.substr(0, std::min(line.find('\0'), longest_listing_line));
+}
+
+// The listing with the zero bytes behind it, which are one more line when they fit into one. Kept.
+std::string_view with_fitting_tail(std::string_view buffer) {
+    const std::size_t length = buffer.find_last_not_of('\0') + 1;
+    return buffer.size() - length > longest_tail ? buffer.substr(0, length) : buffer;
 }
 
 struct NetworkField {
@@ -173,7 +182,7 @@ int cmd_to_find_network(SupplicantSession& session, RunConfig& config) {
     }
     std::string reply;
     cmd_to_scan_results(session, reply);
-    std::string_view listing(reply.c_str());
+    std::string_view listing = with_fitting_tail(reply);
     bool found = false;
     while (!listing.empty()) {
         const std::string_view line = next_line(listing);
@@ -221,7 +230,7 @@ ErrorCode cmd_to_setnetwork(SupplicantSession& session, const RunConfig& config,
     }
     constexpr const char* spaced = "Fail to Create Command SET_NETWORK ";
     constexpr const char* unspaced = "Fail to Create Command SET_NETWORK";
-    // The pass phrase is set for an open network too; a line's access point is never open.
+    // The pass phrase is set for an open network too: kept.
     const std::array<NetworkField, 6> fields{{
         {"ssid", config.go_ssid, true, spaced, "SET_NETWORK Command for ssid is  not successful\n"},
         {"auth_alg", "OPEN", false, spaced, "SET_NETWORK Command for auth_alg is not successful\n"},
