@@ -23,10 +23,24 @@ constexpr int exit_status_of_missing_shell = 127 << 8;
 // Attributes of a child that must not inherit our held signals or an ignored SIGINT.
 class SpawnAttributes {
 public:
-    SpawnAttributes() : usable_(posix_spawnattr_init(&attributes_) == 0) {
-        if (!usable_) {
-            return;
+    SpawnAttributes() : initialised_(posix_spawnattr_init(&attributes_) == 0) {
+        usable_ = initialised_ && take_defaults();
+    }
+    ~SpawnAttributes() {
+        if (initialised_) {
+            posix_spawnattr_destroy(&attributes_);
         }
+    }
+    SpawnAttributes(const SpawnAttributes&) = delete;
+    SpawnAttributes& operator=(const SpawnAttributes&) = delete;
+
+    /// Null when they could not be made: a child without them could never be interrupted.
+    const posix_spawnattr_t* get() const {
+        return usable_ ? &attributes_ : nullptr;
+    }
+
+private:
+    bool take_defaults() {
         sigset_t none;
         sigemptyset(&none);
         sigset_t defaults;
@@ -35,25 +49,15 @@ public:
         for (const int signal : {SIGINT, SIGQUIT, SIGTERM, SIGPIPE, SIGCHLD, SIGALRM}) {
             sigaddset(&defaults, signal);
         }
-        posix_spawnattr_setsigmask(&attributes_, &none);
-        posix_spawnattr_setsigdefault(&attributes_, &defaults);
-        posix_spawnattr_setflags(&attributes_, POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
-    }
-    ~SpawnAttributes() {
-        if (usable_) {
-            posix_spawnattr_destroy(&attributes_);
-        }
-    }
-    SpawnAttributes(const SpawnAttributes&) = delete;
-    SpawnAttributes& operator=(const SpawnAttributes&) = delete;
-
-    const posix_spawnattr_t* get() const {
-        return usable_ ? &attributes_ : nullptr;
+        return posix_spawnattr_setsigmask(&attributes_, &none) == 0 &&
+               posix_spawnattr_setsigdefault(&attributes_, &defaults) == 0 &&
+               posix_spawnattr_setflags(&attributes_,
+                                        POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF) == 0;
     }
 
-private:
     posix_spawnattr_t attributes_{};
-    bool usable_;
+    bool initialised_;
+    bool usable_ = false;
 };
 
 // What a child does with its descriptors before it runs.
@@ -89,7 +93,9 @@ int spawn_shell(const char* command, const posix_spawn_file_actions_t* actions, 
     const std::array<char*, 4> arguments{shell.data(), option.data(), text.data(), nullptr};
     const SpawnAttributes attributes;
     const int failure =
-        posix_spawn(&child, "/bin/sh", actions, attributes.get(), arguments.data(), environ);
+        attributes.get() == nullptr
+            ? ENOMEM
+            : posix_spawn(&child, "/bin/sh", actions, attributes.get(), arguments.data(), environ);
     if (failure != 0) {
         // A caller that tries again without end must stay interruptible.
         let_interrupts_in();
