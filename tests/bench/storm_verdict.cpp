@@ -51,13 +51,14 @@ constexpr std::array<Failure, 7> failures_of_wlan{{{no_session, 2}, // this code
                                                    {"_NETWORK COMMAND FAILED\n", 1},
                                                    {"Unable to run Iperf", 1},
                                                    {"Fail to send command DISABLE_NETWORK", 1}}};
-constexpr std::array<Failure, 6> failures_of_p2p_device{
+constexpr std::array<Failure, 7> failures_of_p2p_device{
     {{no_session, 1},
      {"P2P FIND Fail \n", 1},
      {"connect:TEST CASE FAIL\n", 1},
      {"Unable to recieve P2P-GROUP-STARTED event.\n", 1},
      {"Fail to start udhcpc!!!\n", 1},
-     {"Unable to assign ip to ", 1}}};
+     {"Unable to assign ip to ", 1},
+     {"Unable to start dhcpd\n", 1}}};
 constexpr std::array<Failure, 6> failures_of_p2p_client{{{no_session, 1},
                                                          {"P2P FIND FAIL \n", 1},
                                                          {"CONNECT:TEST CASE FAIL\n", 1},
