@@ -43,7 +43,7 @@ bool can_be_read(const char* path) {
 bool FileReader::fill() {
     const ssize_t count = repeat_when_interrupted(
         [this] { return read(file_.get(), buffer_.data(), buffer_.size()); });
-    failed_ = count < 0;
+    error_ = count < 0 ? errno : 0;
     position_ = 0;
     length_ = count > 0 ? static_cast<std::size_t>(count) : 0;
     return length_ > 0;
@@ -67,7 +67,7 @@ bool FileReader::read_line(std::span<char> line) {
         line[length++] = static_cast<char>(next);
     }
     line[length] = '\0';
-    return length > 0 && !failed_;
+    return length > 0 && error_ == 0;
 }
 
 void FileWriter::put(std::string_view text) {

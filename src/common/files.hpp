@@ -47,6 +47,11 @@ public:
     /// The next byte, or -1 at the end of the file and behind a failure.
     int get();
 
+    /// The error number of a read that failed, or 0.
+    int error() const {
+        return error_;
+    }
+
     /// Reads a line with its newline, as far as it fits, and a terminator. Returns false when there
     /// is none or the file cannot be read.
     bool read_line(std::span<char> line);
@@ -58,7 +63,7 @@ private:
     std::array<char, 4096> buffer_{};
     std::size_t position_ = 0;
     std::size_t length_ = 0;
-    bool failed_ = false;
+    int error_ = 0;
 };
 
 class FileWriter {

@@ -11,6 +11,7 @@
 #include <fcntl.h>
 
 #include <bit>
+#include <cerrno>
 #include <cstdio>
 #include <string>
 
@@ -54,9 +55,15 @@ std::string dump_command(const std::string& path) {
     return fit_command("cat " + path + "/ath6kl/reg_dump");
 }
 
-void print_and_run(const char* prefix, const std::string& command) {
+// Returns the number of errors. The exit status does not count, but a shell that was never there
+// has told the driver nothing.
+int print_and_run(const char* prefix, const std::string& command) {
     print_err("%s%s\n", prefix, command.c_str());
-    run_shell(command);
+    if (run_shell(command) != -1) {
+        return 0;
+    }
+    print_error("[WIFI]Unable to start shell", errno);
+    return 1;
 }
 
 // Reads the phy path itself, a directory, so that nothing is read and the last command is parsed in
@@ -82,32 +89,34 @@ int errors_in(const CounterValues& values) {
     return std::bit_cast<int>(values.second) > 0 ? 1 : 0;
 }
 
-void run_loopback(const std::string& path) {
-    print_and_run("[WIFI]", echo_command("2", path, "aow"));
+// Returns the number of errors.
+int run_loopback(const std::string& path) {
+    int errors = print_and_run("[WIFI]", echo_command("2", path, "aow"));
     wait_for(0, settling_time_us);
-    print_and_run("", echo_command("3", path, "aow"));
+    errors += print_and_run("", echo_command("3", path, "aow"));
+    return errors;
 }
 
 // Returns the number of errors.
 int read_counters(const std::string& path) {
     CounterValues values;
     print_err("[WIFI][QCA Wi-Fi Content Error Count]\n");
-    print_and_run("", echo_command(content_error_register, path, "reg_addr"));
+    int errors = print_and_run("", echo_command(content_error_register, path, "reg_addr"));
     const std::string dump = dump_command(path);
-    print_and_run("", dump);
+    errors += print_and_run("", dump);
     if (!read_counter(path, dump, values)) {
-        return 1;
+        return errors + 1;
     }
-    int errors = errors_in(values);
+    errors += errors_in(values);
     print_err("[WIFI][QCA Wi-Fi Seq Error Count]\n");
     const std::string select = echo_command(sequence_error_register, path, "reg_addr");
-    print_and_run("", select);
+    errors += print_and_run("", select);
     // The second dump is shown only after this read, which parses the command before it.
     if (!read_counter(path, select, values)) {
         return errors + 1;
     }
     errors += errors_in(values);
-    print_and_run("[WIFI]", dump);
+    errors += print_and_run("[WIFI]", dump);
     wait_for(run_options.iteration_interval);
     return errors;
 }
@@ -128,8 +137,9 @@ int loopback_ath6kl(const RunConfig& /*config*/) {
     const std::string path = fit_command(std::string(phy_root) + "/" + name);
     print_err("[WIFI]buf is [%s]\n", path.c_str());
     print_err("[WIFI]path = %s\n", path.c_str());
-    run_loopback(path);
-    return read_counters(path) < 1 ? 1 : 0;
+    int errors = run_loopback(path);
+    errors += read_counters(path);
+    return errors < 1 ? 1 : 0;
 }
 
 } // namespace wivex

@@ -27,6 +27,8 @@ constexpr const char* trigger_command = "NL80211_CMD_TRIGGER_SCAN";
 constexpr const char* dump_command = "NL80211_CMD_GET_SCAN";
 
 struct TriggerState {
+    /// The number of the request; answers to others are not for us.
+    std::uint32_t sequence = 0;
     /// 1 until the kernel has answered the request, then 0 or its error number.
     int err = 1;
     int done = 0;
@@ -55,8 +57,12 @@ int scan_trigger_callback(nl_msg* message, void* argument) {
 }
 
 int error_handler(sockaddr_nl* /*peer*/, nlmsgerr* error, void* argument) {
+    auto& state = *static_cast<TriggerState*>(argument);
+    if (error->msg.nlmsg_seq != state.sequence) {
+        return NL_SKIP;
+    }
     print_out("[WIFI]error_handler() called.\n");
-    static_cast<TriggerState*>(argument)->err = error->error;
+    state.err = error->error;
     return NL_STOP;
 }
 
@@ -65,8 +71,12 @@ int finish_handler(nl_msg* /*message*/, void* argument) {
     return NL_SKIP;
 }
 
-int ack_handler(nl_msg* /*message*/, void* argument) {
-    static_cast<TriggerState*>(argument)->err = 0;
+int ack_handler(nl_msg* message, void* argument) {
+    auto& state = *static_cast<TriggerState*>(argument);
+    if (nlmsg_hdr(message)->nlmsg_seq != state.sequence) {
+        return NL_SKIP;
+    }
+    state.err = 0;
     return NL_STOP;
 }
 
@@ -239,6 +249,7 @@ int do_scan_trigger(nl_sock* socket, unsigned interface_index, int family) {
     report_to(state, trigger.callbacks.get());
     const int sent = nl_send_auto_complete(socket, trigger.message.get());
     print_sent(trigger_command, sent, "do_scan_trigger");
+    state.sequence = nlmsg_hdr(trigger.message.get())->nlmsg_seq;
     print_out("[WIFI]Waiting for scan to complete...\n");
     const int result = sent < 0 ? sent : wait_for_answer(socket, trigger.callbacks.get(), state);
     if (result < 0) {

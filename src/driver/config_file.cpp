@@ -176,6 +176,10 @@ int read_config_file(const std::string& path, RunConfig& config) {
         end_at_zero_byte(line.text);
         take_line(line.text, config);
     }
+    if (file.error() != 0) {
+        print_out("[WIFI]Reading Conf file: %s Failed\n", path.c_str());
+        return 0;
+    }
     choose_device_list(config);
     fill_chip_ids(config);
     return 1;

@@ -16,7 +16,8 @@ int lookup_config_key(std::string_view key);
 
 /// Reads the file at `path` into `config` and fills in what the chip tables know of its vendor.
 /// Unknown keys are reported on standard error and skipped; so is the part of a line behind its
-/// first 511 characters. Returns 1, or 0 when the file cannot be opened.
+/// first 511 characters. Returns 1, or 0 when the file cannot be opened or not be read to its
+/// end.
 int read_config_file(const std::string& path, RunConfig& config);
 
 } // namespace wivex

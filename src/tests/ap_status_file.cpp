@@ -82,10 +82,10 @@ void write_access_point(FileWriter& file, const AccessPoint& access_point) {
 
 } // namespace
 
-int read_status_file(const std::string& path, Links links, StatusTable& known) {
+StatusFileRead read_status_file(const std::string& path, Links links, StatusTable& known) {
     FileReader file(open_file(path.c_str(), O_RDONLY, links));
     if (!file) {
-        return errno;
+        return {false, errno};
     }
     std::array<char, line_size> line{};
     while (file.read_line(line)) {
@@ -95,7 +95,8 @@ int read_status_file(const std::string& path, Links links, StatusTable& known) {
         }
         known.append(read_access_point(text));
     }
-    return 0;
+    // A folder has no lines.
+    return {true, file.error() == EISDIR ? 0 : file.error()};
 }
 
 int write_status_file(const std::string& path, Links links, const StatusTable& known, int result) {

@@ -17,22 +17,27 @@ namespace wivex {
 namespace {
 
 constexpr int succeeded = 0;
+constexpr int previous_status_lost = -1;
 constexpr int scan_failed = -2;
 constexpr int nothing_heard = -3;
 constexpr int no_match = -4;
 
 constexpr std::int32_t seen = 0;
 
-void read_previous_status(StatusTable& known) {
+// False when it is there but cannot be read to its end: what it held must not be forgotten.
+bool read_previous_status(StatusTable& known) {
     if (run_options.debug != 0) {
         print_out("[WIFI]SCAN STARTED\n\n");
     }
-    const int error =
+    const StatusFileRead previous =
         read_status_file(run_options.ap_status_file, run_options.ap_status_links, known);
-    if (error != 0) {
+    if (!previous.opened) {
         print_out("[WIFI]First time dump %s\n", run_options.ap_status_file.c_str());
-        print_error("[WIFI]File", error);
     }
+    if (previous.error != 0) {
+        print_error("[WIFI]File", previous.error);
+    }
+    return !previous.opened || previous.error == 0;
 }
 
 void print_table() {
@@ -119,8 +124,8 @@ int scan_and_select(const char* prefix, StatusTable& known) {
 
 int scan_wifi_test(const char* prefix) {
     StatusTable known;
-    if (compare_previous == 1) {
-        read_previous_status(known);
+    if (compare_previous == 1 && !read_previous_status(known)) {
+        return previous_status_lost;
     }
     const int result = scan_and_select(prefix, known);
     print_out("[WIFI]AP scan result dump to file %s\n", run_options.ap_status_file.c_str());

@@ -251,6 +251,36 @@ TEST(NoMemory, for_further_children_fails_what_needs_them_and_the_run_goes_on) {
     EXPECT_THAT(run.sockets(), IsEmpty());
 }
 
+TEST(NoMemory, for_the_children_of_an_ath6kl_loopback_is_no_pass) {
+    const BenchRun run =
+        bench_with(
+            "loopback/ath6kl-pass",
+            {"interface down", "program ifconfig runs \"prlimit --pid $(pidof wivex) --as=1\""})
+            .args({"-l"})
+            .run();
+    EXPECT_THAT(run.err, HasSubstr("[WIFI]Unable to start shell: Cannot allocate memory\n"));
+    EXPECT_THAT(run.out, HasSubstr("[WIFI]### LOOPBACK FAIL ###\n"));
+}
+
+// ---- files that break off ----------------------------------------------------------------------
+
+// Reading it from its beginning fails with an input/output error.
+constexpr const char* unreadable = "/proc/self/mem";
+
+TEST(UnreadableFile, of_the_previous_status_fails_the_scan_and_is_told) {
+    const BenchRun run =
+        bench_with("scan-listing", {}).args({"-SLINE", std::string("-D") + unreadable}).run();
+    EXPECT_THAT(run.err, HasSubstr("[WIFI]File: Input/output error\n"));
+    EXPECT_THAT(run.out, HasSubstr("[WIFI]SCAN FAIL\n"));
+    EXPECT_THAT(run.result_file(), Optional(result_of(5, 1)));
+}
+
+TEST(UnreadableFile, of_the_configuration_is_a_problem_and_no_empty_one) {
+    const BenchRun run = Bench().args({"-w", std::string("-F") + unreadable}).run();
+    EXPECT_THAT(run.out, EndsWith("[WIFI]Reading Conf file: /proc/self/mem Failed\n"));
+    EXPECT_THAT(run.err, HasSubstr("[WIFI]Configuration file problem."));
+}
+
 // ---- programs and kernel files -----------------------------------------------------------------
 
 TEST(MissingProgram, udhcpc_fails_the_client_test_and_not_the_wlan_test) {
