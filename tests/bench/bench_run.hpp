@@ -82,6 +82,9 @@ public:
     void type(std::string_view text);
     void close_input();
 
+    /// Ends the run by force: it counts as one that did not end.
+    BenchRun abandon();
+
     /// Reads both streams to their ends, and hands back all that the run left.
     BenchRun finish();
 

@@ -256,6 +256,13 @@ BenchRun StartedRun::finish() {
     return std::move(run_);
 }
 
+BenchRun StartedRun::abandon() {
+    kill(ends_->launcher, SIGKILL);
+    BenchRun run = finish();
+    run.timed_out = true;
+    return run;
+}
+
 std::unique_ptr<StartedRun> Bench::start() {
     std::unique_ptr<StartedRun> started(new StartedRun);
     StartedRun::Ends& ends = *started->ends_;

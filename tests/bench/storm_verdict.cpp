@@ -1,22 +1,19 @@
 #include "storm_verdict.hpp"
 
+#include "console_results.hpp"
 #include "expected.hpp"
 
 #include <algorithm>
 #include <array>
 #include <csignal>
 #include <cstddef>
-#include <optional>
 #include <span>
 
 namespace bench_test {
 namespace {
 
-constexpr double limit_ms = 1000;
 constexpr int killed = 128;
 
-constexpr std::string_view iteration_begins = "\n[WIFI]Chip type is = ";
-constexpr std::string_view iteration_begins_without_module = "\n[WIFI]ERROR:Module not inserted";
 constexpr std::string_view handler_stands = "[WIFI]USBFS";
 constexpr std::string_view interrupt_taken = "[WIFI] Got ^C.";
 constexpr std::string_view kill_taken = "[WIFI] Got Kill signal...\n";
@@ -33,147 +30,6 @@ int times(std::string_view text, std::string_view part) {
 bool contains(std::string_view text, std::string_view part) {
     return text.find(part) != std::string_view::npos;
 }
-
-// ---- what the console says of the result file --------------------------------------------------
-
-/// A text that a mode shows when it fails, and how often the failure is filed.
-struct Failure {
-    std::string_view text;
-    int records;
-};
-
-constexpr std::string_view no_session = "unable to open sockets\n";
-
-constexpr std::array<Failure, 7> failures_of_wlan{{{no_session, 2}, // this code is filed twice
-                                                   {"ERROR:SCAN FAIL-BUSY\n", 1},
-                                                   {"ERROR:SCAN-FAIL\n", 1},
-                                                   {"Fail to send Scan_Results Command!!!\n", 1},
-                                                   {"_NETWORK COMMAND FAILED\n", 1},
-                                                   {"Unable to run Iperf", 1},
-                                                   {"Fail to send command DISABLE_NETWORK", 1}}};
-constexpr std::array<Failure, 7> failures_of_p2p_device{
-    {{no_session, 1},
-     {"P2P FIND Fail \n", 1},
-     {"connect:TEST CASE FAIL\n", 1},
-     {"Unable to recieve P2P-GROUP-STARTED event.\n", 1},
-     {"Fail to start udhcpc!!!\n", 1},
-     {"Unable to assign ip to ", 1},
-     {"Unable to start dhcpd\n", 1}}};
-constexpr std::array<Failure, 6> failures_of_p2p_client{{{no_session, 1},
-                                                         {"P2P FIND FAIL \n", 1},
-                                                         {"CONNECT:TEST CASE FAIL\n", 1},
-                                                         {"Fail to start udhcpc!!!\n", 1},
-                                                         {"Unable to run Iperf", 1},
-                                                         {"disconnect:TEST CASE FAIL\n", 1}}};
-constexpr std::array<Failure, 1> failures_of_group_owner{{{no_session, 1}}};
-
-/// A scripted mode; of several the first in this order runs, unless the scan is chosen.
-struct ScriptedMode {
-    char option;
-    int test_case;
-    std::span<const Failure> failures;
-};
-
-constexpr std::array<ScriptedMode, 4> scripted_modes{{{'d', 6, failures_of_p2p_device},
-                                                      {'g', 7, failures_of_group_owner},
-                                                      {'w', 8, failures_of_wlan},
-                                                      {'c', 9, failures_of_p2p_client}}};
-
-/// A check that files its failure as soon as it has shown it.
-struct Check {
-    /// Of the option that chooses it; 0 for one that always runs.
-    char option = 0;
-    int test_case = 0;
-    std::array<std::string_view, 2> failures;
-};
-
-constexpr std::array<Check, 5> checks_of_an_iteration{
-    {{0, 1, {"[WIFI]ERROR:Module not inserted", {}}},
-     {0,
-      2,
-      {"[WIFI]ERROR:WiFi driver is not insmoded properly",
-       "[WIFI]ERROR:WiFi network interface not up"}},
-     {'M', 3, {"[WIFI]MAC PRINT FAIL\n", {}}},
-     {'l', 4, {"[WIFI]### LOOPBACK FAIL ###\n", {}}},
-     {'S', 5, {"[WIFI]SCAN FAIL\n", {}}}}};
-
-bool chosen(const std::vector<std::string>& arguments, char option) {
-    return option == 0 || std::any_of(arguments.begin(), arguments.end(), [&](const auto& text) {
-               return text.size() >= 2 && text[0] == '-' && text[1] == option;
-           });
-}
-
-/// The console of each iteration, the last one perhaps cut short.
-std::vector<std::string_view> iterations_of(std::string_view console) {
-    std::vector<std::size_t> starts;
-    for (const auto beginning : {iteration_begins, iteration_begins_without_module}) {
-        for (auto at = console.find(beginning); at != std::string_view::npos;
-             at = console.find(beginning, at + 1)) {
-            starts.push_back(at);
-        }
-    }
-    std::sort(starts.begin(), starts.end());
-    starts.push_back(console.size());
-    std::vector<std::string_view> iterations;
-    for (std::size_t index = 0; index + 1 < starts.size(); ++index) {
-        iterations.push_back(console.substr(starts[index], starts[index + 1] - starts[index]));
-    }
-    return iterations;
-}
-
-int records_in(std::string_view iteration, const ScriptedMode& mode) {
-    for (const Failure& failure : mode.failures) {
-        if (contains(iteration, failure.text)) {
-            return failure.records;
-        }
-    }
-    return 0;
-}
-
-/// Whether an iteration that shows a failure must have filed it: nothing is waited for any more.
-bool is_filed(std::string_view iteration) {
-    return iteration.ends_with(closed) || iteration.ends_with(no_session);
-}
-
-std::string line_for(int test_case, int failures) {
-    const std::string begin = "Test case " + std::to_string(test_case) + " ";
-    return begin + (failures == 0 ? "passed \n" : "fail # " + std::to_string(failures) + "\n");
-}
-
-const ScriptedMode* running_mode(const std::vector<std::string>& arguments) {
-    if (chosen(arguments, 'S') || chosen(arguments, 'A')) {
-        return nullptr;
-    }
-    for (const ScriptedMode& mode : scripted_modes) {
-        if (chosen(arguments, mode.option)) {
-            return &mode;
-        }
-    }
-    return nullptr;
-}
-
-std::string result_file(std::string_view console, const std::vector<std::string>& arguments,
-                        int records_of_mode) {
-    std::string text;
-    for (const Check& check : checks_of_an_iteration) {
-        if (chosen(arguments, check.option)) {
-            int failures = 0;
-            for (const auto failure : check.failures) {
-                failures += failure.empty() ? 0 : times(console, failure);
-            }
-            text += line_for(check.test_case, failures);
-        }
-    }
-    const ScriptedMode* const running = running_mode(arguments);
-    for (const ScriptedMode& mode : scripted_modes) {
-        if (chosen(arguments, mode.option)) {
-            text += line_for(mode.test_case, &mode == running ? records_of_mode : 0);
-        }
-    }
-    return text;
-}
-
-// ---- what must stand at the end ----------------------------------------------------------------
 
 /// Whether the parts come in this order.
 bool in_order(std::string_view text, std::span<const std::string_view> parts) {
@@ -195,24 +51,24 @@ constexpr std::array<std::string_view, 6> cleanup_lines{"[WIFI]Cleanup\n",
                                                         "[WIFI]Reset Value of sigterm_var\n",
                                                         "[WIFI] Done..\n"};
 
-Judgement bad(const std::string& problem) {
-    return {Verdict::bad, 0, problem};
+Judgement bad(Verdict verdict, const std::string& problem) {
+    return {verdict, 0, problem};
 }
 
-std::string judge_interrupted(const BenchRun& run, std::string_view before, std::string_view ending,
-                              const std::vector<std::string>& arguments) {
-    if (!ending.starts_with(interrupted)) {
-        return "not all is told of the result file";
-    }
+Judgement judge_interrupted(const BenchRun& run, std::string_view before, std::string_view ending,
+                            const std::vector<std::string>& arguments) {
     const auto written = run.result_file();
     if (!written) {
-        return "no result file";
+        return bad(Verdict::lost, "no result file");
+    }
+    if (!ending.starts_with(interrupted)) {
+        return bad(Verdict::lost, "not all is told of the result file");
     }
     const auto possible = possible_result_files(before, arguments);
     if (std::find(possible.begin(), possible.end(), *written) == possible.end()) {
-        return "the result file does not go with the console:\n" + *written;
+        return bad(Verdict::bad, "the result file does not go with the console:\n" + *written);
     }
-    return {};
+    return {Verdict::good, 0, ""};
 }
 
 std::string judge_killed(const BenchRun& run, std::string_view ending) {
@@ -246,69 +102,131 @@ std::string judge_sockets(const BenchRun& run) {
     return {};
 }
 
-std::string problem_of(const BenchRun& run, const std::vector<std::string>& arguments) {
+Judgement judge_lines(const BenchRun& run, const std::vector<std::string>& arguments) {
     const std::string_view console = run.out;
-    if (times(console, interrupt_taken) + times(console, kill_taken) != 1) {
-        return "not exactly one signal was taken";
+    const int taken = times(console, interrupt_taken) + times(console, kill_taken);
+    if (taken != 1) {
+        return bad(taken == 0 ? Verdict::lost : Verdict::bad, "not exactly one signal was taken");
     }
     const bool is_interrupt = contains(console, interrupt_taken);
     const auto end = console.find(is_interrupt ? interrupt_taken : kill_taken);
     const std::string_view before = console.substr(0, end);
     const std::string_view ending = console.substr(end);
     if (!in_order(ending, cleanup_lines)) {
-        return "the clean-up is not complete";
+        return bad(Verdict::lost, "the clean-up is not complete");
     }
-    const std::string problem = is_interrupt ? judge_interrupted(run, before, ending, arguments)
-                                             : judge_killed(run, ending);
-    return problem.empty() ? judge_sockets(run) : problem;
+    Judgement judgement{Verdict::good, 0, ""};
+    if (is_interrupt) {
+        judgement = judge_interrupted(run, before, ending, arguments);
+    } else {
+        judgement.problem = judge_killed(run, ending);
+    }
+    if (judgement.verdict == Verdict::good && judgement.problem.empty()) {
+        judgement.problem = judge_sockets(run);
+    }
+    if (!judgement.problem.empty() && judgement.verdict == Verdict::good) {
+        judgement.verdict = Verdict::bad;
+    }
+    return judgement;
 }
 
-} // namespace
-
-std::vector<std::string> possible_result_files(std::string_view console,
-                                               const std::vector<std::string>& arguments) {
-    const ScriptedMode* const mode = running_mode(arguments);
-    const auto iterations = iterations_of(console);
-    if (mode == nullptr || iterations.empty()) {
-        return {result_file(console, arguments, 0)};
-    }
-    int before = 0;
-    for (std::size_t index = 0; index + 1 < iterations.size(); ++index) {
-        before += records_in(iterations[index], *mode);
-    }
-    const int with_last = before + records_in(iterations.back(), *mode);
-    std::vector<std::string> files{result_file(console, arguments, with_last)};
-    if (!is_filed(iterations.back())) {
-        files.push_back(result_file(console, arguments, before));
-    }
-    return files;
-}
-
-Judgement judge(const BenchRun& run, const std::vector<std::string>& arguments) {
+/// What is the same whether somebody read the console or not; good when there is nothing to say.
+Judgement judge_end(const BenchRun& run, const std::vector<std::string>& arguments,
+                    const Reaction& reaction) {
     if (run.timed_out) {
-        return bad("did not end\n" + run.out);
+        return bad(Verdict::wedged, "did not end");
     }
     const bool by_default_action = run.status == killed + SIGINT || run.status == killed + SIGTERM;
     if (by_default_action && !contains(run.out, handler_stands)) {
         return {Verdict::before_the_handler, 0, ""};
     }
     if (run.status != 0) {
-        return bad("exit status " + std::to_string(run.status) + "\n" + run.out);
+        return bad(Verdict::bad, "exit status " + std::to_string(run.status));
     }
-    const auto sent = run.signals_sent_ms();
-    if (sent.empty() || (!contains(run.out, interrupt_taken) && !contains(run.out, kill_taken) &&
-                         chosen(arguments, 'A'))) {
+    const bool took_one = contains(run.out, interrupt_taken) || contains(run.out, kill_taken);
+    if (!reaction.ms || (!took_one && chosen(arguments, 'A'))) {
         return {Verdict::after_the_end, 0, ""};
     }
-    const double reaction_ms = run.wall_ms - *std::min_element(sent.begin(), sent.end());
-    if (reaction_ms > limit_ms) {
-        return bad("took " + std::to_string(reaction_ms) + " ms\n" + run.out);
+    if (*reaction.ms > reaction.limit_ms) {
+        return bad(Verdict::wedged, "took " + std::to_string(*reaction.ms) + " ms");
     }
-    const std::string problem = problem_of(run, arguments);
-    if (!problem.empty()) {
-        return bad(problem + "\n" + run.out);
+    return {Verdict::good, *reaction.ms, ""};
+}
+
+/// The judgement with the console below it.
+Judgement told(Judgement judgement, const BenchRun& run) {
+    if (!judgement.problem.empty()) {
+        judgement.problem += "\n" + run.out;
     }
-    return {Verdict::good, reaction_ms, ""};
+    return judgement;
+}
+
+/// Whether the result file has a whole line for each test case of the arguments.
+bool is_whole(const std::string& results, const std::vector<std::string>& arguments) {
+    const std::string passed = possible_result_files("", arguments).front();
+    std::size_t at = 0;
+    for (std::size_t begin = 0; begin < passed.size(); begin = passed.find('\n', begin) + 1) {
+        const std::string_view expected = std::string_view(passed).substr(begin);
+        const std::string_view test_case =
+            expected.substr(0, expected.find(' ', std::string_view("Test case ").size()) + 1);
+        const auto end = results.find('\n', at);
+        if (!std::string_view(results).substr(at).starts_with(test_case) ||
+            end == std::string::npos) {
+            return false;
+        }
+        at = end + 1;
+    }
+    return at == results.size();
+}
+
+} // namespace
+
+Reaction reaction_to_first_signal(const BenchRun& run, double limit_ms) {
+    const auto sent = run.signals_sent_ms();
+    const auto first = std::min_element(sent.begin(), sent.end());
+    return {first == sent.end() ? std::nullopt : std::optional(run.wall_ms - *first), limit_ms};
+}
+
+Reaction reaction_to_last_signal(const BenchRun& run, double limit_ms) {
+    const auto sent = run.signals_sent_ms();
+    const auto last = std::max_element(sent.begin(), sent.end());
+    return {last == sent.end() ? std::nullopt : std::optional(run.wall_ms - *last), limit_ms};
+}
+
+Judgement judge(const BenchRun& run, const std::vector<std::string>& arguments,
+                const Reaction& reaction) {
+    Judgement judgement = judge_end(run, arguments, reaction);
+    if (judgement.verdict == Verdict::good) {
+        const Judgement of_lines = judge_lines(run, arguments);
+        judgement.verdict = of_lines.verdict;
+        judgement.problem = of_lines.problem;
+    }
+    return told(judgement, run);
+}
+
+Judgement judge_unread(const BenchRun& run, const std::vector<std::string>& arguments, int signal,
+                       const Reaction& reaction) {
+    Judgement judgement = judge_end(run, arguments, reaction);
+    if (judgement.verdict != Verdict::good) {
+        return told(judgement, run);
+    }
+    const auto results = run.result_file();
+    if (signal == SIGTERM && results) {
+        judgement = bad(Verdict::bad, "a kill must not write the result file");
+    } else if (signal == SIGINT && !results) {
+        judgement = bad(Verdict::lost, "no result file");
+    } else if (signal == SIGINT && !is_whole(*results, arguments)) {
+        judgement = bad(Verdict::lost, "the result file is not whole:\n" + *results);
+    }
+    return told(judgement, run);
+}
+
+Judgement judge_blocked(const BenchRun& run, const Reaction& reaction) {
+    Judgement judgement = judge_end(run, {}, reaction);
+    if (judgement.verdict == Verdict::good && !run.out.ends_with(done)) {
+        judgement = bad(Verdict::lost, "the clean-up is not complete");
+    }
+    return told(judgement, run);
 }
 
 } // namespace bench_test

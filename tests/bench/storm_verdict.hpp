@@ -3,17 +3,12 @@
 
 #include "bench_run.hpp"
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace bench_test {
-
-/// The result files that go with the console of a run that was interrupted. There can be two: the
-/// last iteration can have shown a failure that it had not filed yet, because its session was
-/// still to be closed. `arguments` are those of the tool.
-std::vector<std::string> possible_result_files(std::string_view console,
-                                               const std::vector<std::string>& arguments);
 
 enum class Verdict {
     good,
@@ -21,6 +16,10 @@ enum class Verdict {
     before_the_handler,
     /// The run had come to its own end.
     after_the_end,
+    /// The run did not end, or too late.
+    wedged,
+    /// Results are missing, or lines that somebody would have read.
+    lost,
     bad
 };
 
@@ -31,8 +30,31 @@ struct Judgement {
     std::string problem;
 };
 
-/// Judges a run with both streams in one that got SIGINT or SIGTERM; of several signals the
-/// handler takes one, whichever it was.
-Judgement judge(const BenchRun& run, const std::vector<std::string>& arguments);
+/// How long a run takes from a signal to its end.
+struct Reaction {
+    /// Nothing when the run ended before the signal.
+    std::optional<double> ms;
+    double limit_ms = 1000;
+};
+
+/// From the first signal that the bench sent.
+Reaction reaction_to_first_signal(const BenchRun& run, double limit_ms = 1000);
+
+/// From the last one.
+Reaction reaction_to_last_signal(const BenchRun& run, double limit_ms);
+
+/// Judges a run with both streams in one, all of them read, that got SIGINT or SIGTERM; of several
+/// signals the handler takes one, whichever it was.
+Judgement judge(const BenchRun& run, const std::vector<std::string>& arguments,
+                const Reaction& reaction);
+
+/// Judges a run whose console was not read to its end: it must end in time; SIGINT leaves a whole
+/// result file, SIGTERM none.
+Judgement judge_unread(const BenchRun& run, const std::vector<std::string>& arguments, int signal,
+                       const Reaction& reaction);
+
+/// Judges a run that was killed while its result file could not be opened: it must end in time and
+/// say so.
+Judgement judge_blocked(const BenchRun& run, const Reaction& reaction);
 
 } // namespace bench_test

@@ -11,7 +11,7 @@ struct Call {
     std::string name;
     /// Counts the calls of this name from the start of the program, from 1.
     int nth = 0;
-    /// What stands between the parentheses.
+    /// What stands between the parentheses, descriptors with their files: "5</tmp/output>".
     std::string arguments;
     /// The innermost function of the tool that it was made for; empty when there is none.
     std::string caller;

@@ -55,13 +55,14 @@ TEST(CallLog, counts_the_calls_of_a_name_from_the_start) {
     ASSERT_EQ(calls.size(), 6U);
     EXPECT_EQ(calls[4].name, "openat");
     EXPECT_EQ(calls[4].nth, 3);
-    EXPECT_EQ(calls[4].arguments, "AT_FDCWD, \"/bench/log/air.log\", O_WRONLY|O_CREAT|O_APPEND, 0666");
+    EXPECT_EQ(calls[4].arguments,
+              "AT_FDCWD, \"/bench/log/air.log\", O_WRONLY|O_CREAT|O_APPEND, 0666");
 }
 
 TEST(CallLog, leaves_out_what_comes_before_the_banner_and_what_the_simulation_does) {
-    EXPECT_THAT(names_of(calls_after_the_banner(read_call_log(log_of_a_run))),
-                ElementsAre("openat 2 in wivex::open_listing()",
-                            "sendmsg 1 in wivex::send_request()"));
+    EXPECT_THAT(
+        names_of(calls_after_the_banner(read_call_log(log_of_a_run))),
+        ElementsAre("openat 2 in wivex::open_listing()", "sendmsg 1 in wivex::send_request()"));
 }
 
 TEST(CallLog, without_a_banner_holds_no_calls_of_the_tool) {
@@ -82,6 +83,9 @@ TEST(Failures, of_a_call_are_those_that_it_can_give) {
     EXPECT_THAT(failures_of({"fcntl", 1, "4, F_DUPFD_CLOEXEC, 3", "", true}),
                 ElementsAre("error=EMFILE"));
     EXPECT_THAT(failures_of({"getpid", 1, "", "", true}), IsEmpty());
+    EXPECT_THAT(failures_of({"close", 1, "5<pipe:[12]>", "", true}), IsEmpty());
+    EXPECT_THAT(failures_of({"close", 1, "5</tmp/output>", "", true}),
+                ElementsAre("error=EINTR", "error=EIO", "error=ENOSPC"));
     EXPECT_THAT(failures_of({"brk", 1, "0x5", "", true}), ElementsAre("retval=0"));
 }
 

@@ -13,34 +13,34 @@ namespace {
 using bench_test::BenchRun;
 
 constexpr std::array<std::string_view, 17> words_of_failure{
-    "FAIL",      "Fail",    "fail",    "ERROR",   "Error",     "error", "err ",          "nable ",
-    "not able ", "not successful", "problem", "Invalid", "imeout ", "Time out ", "Not ",  "is not found!", "ot same"};
+    "FAIL",    "Fail",      "fail",      "ERROR",          "Error",   "error",
+    "err ",    "nable ",    "not able ", "not successful", "problem", "Invalid",
+    "imeout ", "Time out ", "Not ",      "is not found!",  "ot same"};
 
 /// The system's words for the numbers that calls fail with here.
-constexpr std::array<std::string_view, 19> texts_of_numbers{
-    "Interrupted system call",
-    "Too many open files",
-    "Cannot allocate memory",
-    "Permission denied",
-    "No such file or directory",
-    "Input/output error",
-    "Read-only file system",
-    "No space left on device",
-    "Address already in use",
-    "Resource temporarily unavailable",
-    "Connection refused",
-    "No buffer space available",
-    "Protocol not available",
-    "Operation not permitted",
-    "Broken pipe",
-    "No child processes",
-    "Device or resource busy",
-    "Illegal seek",
-    "Out of memory"};
+constexpr std::array<std::string_view, 19> texts_of_numbers{"Interrupted system call",
+                                                            "Too many open files",
+                                                            "Cannot allocate memory",
+                                                            "Permission denied",
+                                                            "No such file or directory",
+                                                            "Input/output error",
+                                                            "Read-only file system",
+                                                            "No space left on device",
+                                                            "Address already in use",
+                                                            "Resource temporarily unavailable",
+                                                            "Connection refused",
+                                                            "No buffer space available",
+                                                            "Protocol not available",
+                                                            "Operation not permitted",
+                                                            "Broken pipe",
+                                                            "No child processes",
+                                                            "Device or resource busy",
+                                                            "Illegal seek",
+                                                            "Out of memory"};
 
 /// Lines about a success, as far as they say that a step was done.
 constexpr std::array<std::string_view, 9> words_of_success{
-    "uccessful", "Successful", "SUCCESS", "CONNECTED",  "READY",
+    "uccessful", "Successful", "SUCCESS", "CONNECTED",   "READY",
     "Connected", "started",    "Updated", "Scan is done"};
 
 /// Files that a run leaves and that show what it did; a folder's files begin so.

@@ -1,8 +1,8 @@
 #include "fault_verdict.hpp"
 
 #include "call_log.hpp"
+#include "console_results.hpp"
 #include "evidence.hpp"
-#include "storm_verdict.hpp"
 
 #include <algorithm>
 #include <array>
@@ -26,8 +26,7 @@ constexpr std::string_view handler_ended = "[WIFI] Done..";
 /// What the console says when there are no results, or not all of them.
 constexpr std::array<std::string_view, 5> loss_told{
     "[WIFI]Unable to open Result File: ", "[WIFI]Unable to write Result File: ",
-    "[WIFI]Unable to write results", "[WIFI]Out of memory",
-    "[WIFI]Configuration file problem."};
+    "[WIFI]Unable to write results", "[WIFI]Out of memory", "[WIFI]Configuration file problem."};
 constexpr std::string_view results_saved = "[WIFI]ResultFile: /root/WIFIResult Updated\n";
 
 /// The one failure that ends a run at once, with status 1 and without results.
@@ -40,8 +39,8 @@ constexpr std::string_view driver_ready = "[WIFI]WIFI DRIVER READY\n";
 
 constexpr std::string_view loopback_parameter = "parameters/usbloop_enable";
 
-/// Steps whose outcome the modes do not look at, by design: probes of the status, and clearing away a
-/// group that an earlier run may have left.
+/// Steps whose outcome the modes do not look at, by design: probes of the status, and clearing away
+/// a group that an earlier run may have left.
 constexpr std::array<std::string_view, 3> steps_ignored{
     "command STATUS", "line wpa_state=", "command P2P_GROUP_REMOVE wlan0"};
 
@@ -49,7 +48,8 @@ bool holds(std::string_view text, std::string_view part) {
     return text.find(part) != std::string_view::npos;
 }
 
-template <typename Parts> bool holds_one_of(std::string_view text, const Parts& parts) {
+template <typename Parts>
+bool holds_one_of(std::string_view text, const Parts& parts) {
     return std::any_of(parts.begin(), parts.end(),
                        [text](std::string_view part) { return holds(text, part); });
 }
@@ -60,9 +60,11 @@ FaultVerdict bad(Outcome outcome, const std::string& problem) {
 
 /// Whether the call was to write to the console, and its line is gone.
 bool lost_a_line(const Fault& fault) {
-    const bool to_console = fault.call.arguments.starts_with("1, ") ||
-                            fault.call.arguments.starts_with("2, ");
-    return fault.call.name == "write" && to_console;
+    constexpr std::array<std::string_view, 4> console{"1, ", "2, ", "1<", "2<"};
+    return fault.call.name == "write" &&
+           std::any_of(console.begin(), console.end(), [&fault](std::string_view descriptor) {
+               return fault.call.arguments.starts_with(descriptor);
+           });
 }
 
 /// The numbers of the test cases of a result file; nothing when a line is not whole.
@@ -204,8 +206,8 @@ FaultVerdict judge_results(const Fault& fault, const BenchRun& whole, const Benc
     }
     std::string expected;
     if (!goes_with_the_console(fault, run, expected)) {
-        return bad(Outcome::false_verdict, "does not go with the console: " + results +
-                                               "    instead of: " + expected);
+        return bad(Outcome::false_verdict,
+                   "does not go with the console: " + results + "    instead of: " + expected);
     }
     if (holds(run.out, "SHIELD ROOM") && !holds(whole.out, "SHIELD ROOM")) {
         return bad(Outcome::false_verdict, "a shielded room where there is none");

@@ -53,8 +53,7 @@ TEST(FaultVerdict, is_good_for_a_run_that_the_fault_did_not_disturb) {
 }
 
 TEST(FaultVerdict, is_good_for_a_failure_that_is_told_and_recorded) {
-    const BenchRun run =
-        run_with(begin + "ERROR:SCAN-FAIL\n" + session_closed + saved, failed);
+    const BenchRun run = run_with(begin + "ERROR:SCAN-FAIL\n" + session_closed + saved, failed);
     EXPECT_EQ(outcome_of_wlan(run), Outcome::good);
 }
 
@@ -101,8 +100,7 @@ TEST(FaultVerdict, is_lost_when_the_result_file_is_cut_and_called_saved) {
 }
 
 TEST(FaultVerdict, is_false_for_a_pass_after_a_failure_that_was_shown) {
-    const BenchRun run =
-        run_with(begin + "ERROR:SCAN-FAIL\n" + session_closed + saved, passed);
+    const BenchRun run = run_with(begin + "ERROR:SCAN-FAIL\n" + session_closed + saved, passed);
     EXPECT_EQ(outcome_of_wlan(run), Outcome::false_verdict);
 }
 
@@ -149,8 +147,9 @@ TEST(FaultVerdict, is_false_for_a_pass_over_a_listing_that_is_cut) {
 TEST(FaultVerdict, is_false_for_a_shielded_room_that_is_none) {
     const std::string results = "Test case 1 passed \nTest case 2 passed \nTest case 5 passed \n";
     const BenchRun whole = run_with(begin + "[WIFI]SCAN SUCCESS\n" + saved, results);
-    const BenchRun run = run_with(begin + "[WIFI]File error: Input/output error\n"
-                                          "[WIFI]SCAN SUCCESS AND RUN IN SHIELD ROOM\n" +
+    const BenchRun run = run_with(begin +
+                                      "[WIFI]File error: Input/output error\n"
+                                      "[WIFI]SCAN SUCCESS AND RUN IN SHIELD ROOM\n" +
                                       saved,
                                   results);
     EXPECT_EQ(judge(fault_of("S"), whole, run).outcome, Outcome::false_verdict);

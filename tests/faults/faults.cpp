@@ -54,7 +54,7 @@ struct Learned {
 using LearnedModes = std::map<const Mode*, Learned>;
 
 bool learn(const Mode& mode, Learned& learned) {
-    const bench_test::BenchRun traced = run_traced(mode, "-k");
+    const bench_test::BenchRun traced = run_traced(mode, "-k -y");
     learned.whole = run_traced(mode, "-e trace=none");
     const auto log = traced.files.find("calls");
     const bool ran = !traced.timed_out && !learned.whole.timed_out && traced.status == 0 &&
@@ -103,8 +103,8 @@ private:
             const Fault& fault = faults_[index];
             bench_test::BenchRun run;
             FaultVerdict verdict;
-            for (int attempt = 0;
-                 attempt < attempts && verdict.outcome == Outcome::not_tried; ++attempt) {
+            for (int attempt = 0; attempt < attempts && verdict.outcome == Outcome::not_tried;
+                 ++attempt) {
                 run = run_traced(*fault.mode, tracer_options(fault));
                 verdict = judge(fault, learned_.at(fault.mode).whole, run);
             }
@@ -212,9 +212,8 @@ int run(const Settings& settings) {
         faults.insert(faults.end(), of_mode.begin(), of_mode.end());
     }
     if (!settings.only.empty()) {
-        std::erase_if(faults, [&](const Fault& fault) {
-            return short_name(fault) != settings.only;
-        });
+        std::erase_if(faults,
+                      [&](const Fault& fault) { return short_name(fault) != settings.only; });
     }
     faults = choose(std::move(faults), settings.count, settings.seed);
     if (settings.listing) {
@@ -276,8 +275,9 @@ bool parse(int argc, char* argv[], Settings& settings) {
 }
 
 void print_usage() {
-    std::fprintf(stderr, "usage: faults [--mode MODE]... [--count N] [--seed S] [--jobs J] [--list]\n"
-                         "              [--only CALL:NTH:FAILURE]\nmodes:");
+    std::fprintf(stderr,
+                 "usage: faults [--mode MODE]... [--count N] [--seed S] [--jobs J] [--list]\n"
+                 "              [--only CALL:NTH:FAILURE]\nmodes:");
     for (const Mode& mode : modes()) {
         std::fprintf(stderr, " %s", mode.name);
     }
