@@ -129,7 +129,7 @@ void set_interface_up(InterfaceState state) {
 int run_device(const Device& device, Gate& network, Gate& access_point) {
     std::string problem;
     const DeviceRoot root{to_text(device.configuration), device.options.tool,
-                          device.options.preloads};
+                          device.options.preloads, path_of_emulator(device.options)};
     if (!enter_device_root(root, device.scenario, problem) ||
         !start_chip(device.scenario.chip, std::string(log_folder) + "/chip.log", problem)) {
         std::fprintf(stderr, "wivex-bench: %s\n", problem.c_str());

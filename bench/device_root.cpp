@@ -201,6 +201,9 @@ void build(const DeviceRoot& device, const std::string& root) {
     share_machine(root);
     share_libraries(root);
     bind_mount_file(device.tool, root + tool_in_world);
+    if (!device.under.empty()) {
+        bind_mount_file(device.under, root + under_in_world);
+    }
     for (std::size_t index = 0; index < device.preloads.size(); ++index) {
         bind_mount_file(device.preloads[index], root + preload_in_world(index));
     }

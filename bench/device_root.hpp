@@ -16,7 +16,13 @@ struct DeviceRoot {
     /// The tool and the libraries that are loaded before it, as paths of the machine.
     std::string tool;
     std::vector<std::string> preloads;
+    /// The program that starts the tool, as a path of the machine; empty for none, or for one that
+    /// is found by its name.
+    std::string under;
 };
+
+/// Where the program that starts the tool stands in the world, when it was named by its path.
+inline constexpr const char* under_in_world = "/bench/under";
 
 /// Where the tool stands in the world.
 inline constexpr const char* tool_in_world = "/bench/wivex";

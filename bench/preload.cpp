@@ -1,5 +1,7 @@
 #include "preload.hpp"
 
+#include "device_root.hpp"
+
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -24,6 +26,11 @@ std::string find_clock_library() {
     return {};
 }
 
+std::vector<std::string> words_of(const std::string& command) {
+    std::istringstream text(command);
+    return {std::istream_iterator<std::string>(text), {}};
+}
+
 std::string libraries_in_world(const Options& options) {
     std::string libraries;
     for (std::size_t index = 0; index < options.preloads.size(); ++index) {
@@ -40,12 +47,19 @@ std::string preload_in_world(std::size_t index) {
 }
 
 std::vector<std::string> emulator_words(const Options& options) {
-    std::istringstream text(options.under);
-    std::vector<std::string> words{std::istream_iterator<std::string>(text), {}};
+    std::vector<std::string> words = words_of(options.under);
     if (!words.empty() && !options.preloads.empty()) {
         words.insert(words.end(), {"-E", "LD_PRELOAD=" + libraries_in_world(options)});
     }
+    if (!path_of_emulator(options).empty()) {
+        words.front() = under_in_world;
+    }
     return words;
+}
+
+std::string path_of_emulator(const Options& options) {
+    const std::vector<std::string> words = words_of(options.under);
+    return words.empty() || !words.front().starts_with('/') ? "" : words.front();
 }
 
 void set_preload_environment(const Options& options) {

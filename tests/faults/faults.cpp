@@ -33,6 +33,8 @@ namespace {
 /// A call can come at another place in a run that waits a little longer; then it is tried again.
 constexpr int attempts = 3;
 
+constexpr std::size_t faults_to_a_progress_line = 500;
+
 /// More faults than this, in a hundred, must not remain untried.
 constexpr std::size_t untried_allowed = 3;
 
@@ -109,6 +111,9 @@ private:
                 verdict = judge(fault, learned_.at(fault.mode).whole, run);
             }
             note(fault, verdict, run);
+            if ((index + 1) % faults_to_a_progress_line == 0) {
+                std::fprintf(stderr, "%zu of %zu\n", index + 1, faults_.size());
+            }
         }
     }
 
