@@ -1,10 +1,12 @@
 #include "call_log.hpp"
 
+#include "lines.hpp"
+
 #include <algorithm>
 #include <cctype>
 #include <map>
 #include <optional>
-#include <sstream>
+#include <utility>
 
 namespace faults {
 
@@ -15,9 +17,21 @@ constexpr std::string_view loaded_by_the_bench = "/bench/preload-";
 constexpr std::string_view frame_begins = " > ";
 constexpr std::string_view banner = "WIVEX2_0";
 
+/// Where the parenthesis behind the arguments stands: the last one in front of " = ".
+std::size_t end_of_arguments(const std::string& line) {
+    for (auto equals = line.rfind(" = "); equals != std::string::npos && equals > 0;
+         equals = line.rfind(" = ", equals - 1)) {
+        const auto before = line.find_last_not_of(' ', equals);
+        if (before != std::string::npos && line[before] == ')') {
+            return before;
+        }
+    }
+    return std::string::npos;
+}
+
 std::optional<Call> read_call(const std::string& line) {
     const auto open = line.find('(');
-    const auto close = line.rfind(") ");
+    const auto close = end_of_arguments(line);
     const bool is_call = open != std::string::npos && close != std::string::npos && close > open &&
                          std::islower(static_cast<unsigned char>(line.front())) != 0;
     if (!is_call) {
@@ -76,8 +90,7 @@ struct Reader {
 
 std::vector<Call> read_call_log(std::string_view log) {
     Reader reader;
-    std::istringstream lines{std::string(log)};
-    for (std::string line; std::getline(lines, line);) {
+    for (const std::string& line : lines_of(log)) {
         if (line.starts_with(frame_begins)) {
             reader.take_frame(std::string_view(line).substr(frame_begins.size()));
         } else if (!line.empty()) {
@@ -101,8 +114,13 @@ std::vector<Call> calls_after_the_banner(const std::vector<Call>& calls) {
     return chosen;
 }
 
-bool tells_of_a_fault(std::string_view log) {
-    return log.find("(INJECTED)") != std::string_view::npos;
+std::optional<Call> call_that_failed(std::string_view log) {
+    for (const std::string& line : lines_of(log)) {
+        if (line.find("(INJECTED)") != std::string::npos) {
+            return read_call(line);
+        }
+    }
+    return std::nullopt;
 }
 
 } // namespace faults

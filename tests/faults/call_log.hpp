@@ -1,6 +1,7 @@
 // The system calls of a run, as the tracer wrote them down with their stacks.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -27,7 +28,8 @@ std::vector<Call> read_call_log(std::string_view log);
 /// The calls of the tool behind the one that shows its banner.
 std::vector<Call> calls_after_the_banner(const std::vector<Call>& calls);
 
-/// Whether the log of a run tells that a call was made to fail.
-bool tells_of_a_fault(std::string_view log);
+/// The call that the tracer made to fail, if the log of the run has one. It need not be the one
+/// that was meant: a run can make a call more, or a call less, before it.
+std::optional<Call> call_that_failed(std::string_view log);
 
 } // namespace faults

@@ -69,9 +69,13 @@ TEST(CallLog, without_a_banner_holds_no_calls_of_the_tool) {
     EXPECT_THAT(calls_after_the_banner(read_call_log("close(3) = 0\n")), IsEmpty());
 }
 
-TEST(CallLog, tells_whether_a_call_was_made_to_fail) {
-    EXPECT_TRUE(tells_of_a_fault("close(4) = -1 EIO (Input/output error) (INJECTED)\n"));
-    EXPECT_FALSE(tells_of_a_fault("close(4) = -1 EIO (Input/output error)\n"));
+TEST(CallLog, knows_the_call_that_failed) {
+    const auto failed = call_that_failed("close(3</tmp/a>) = 0\n"
+                                         "close(4</tmp/b>) = -1 EIO (Input/output error) "
+                                         "(INJECTED)\n");
+    ASSERT_TRUE(failed);
+    EXPECT_EQ(failed->arguments, "4</tmp/b>");
+    EXPECT_FALSE(call_that_failed("close(4</tmp/b>) = -1 EIO (Input/output error)\n"));
 }
 
 TEST(Failures, of_a_call_are_those_that_it_can_give) {
@@ -97,7 +101,7 @@ TEST(Plan, holds_every_failure_of_every_call) {
     const std::vector<Call> calls{{"clock_nanosleep", 3, "", "", true}, {"wait4", 1, "", "", true}};
     const auto faults = all_faults(some_mode(), calls);
     ASSERT_EQ(faults.size(), 3U);
-    EXPECT_EQ(tracer_options(faults[2]), "-e trace=wait4 -e inject=wait4:error=ECHILD:when=1");
+    EXPECT_EQ(tracer_options(faults[2]), "-y -e trace=wait4 -e inject=wait4:error=ECHILD:when=1");
     EXPECT_EQ(description(faults[0]), "w: clock_nanosleep 3 (): error=EINTR");
 }
 

@@ -1,10 +1,11 @@
 #include "evidence.hpp"
 
+#include "lines.hpp"
+
 #include <algorithm>
 #include <array>
 #include <iterator>
 #include <span>
-#include <sstream>
 
 namespace faults {
 
@@ -103,15 +104,6 @@ void add(std::vector<std::string>& all, const char* what, const std::vector<std:
 }
 
 } // namespace
-
-std::vector<std::string> lines_of(std::string_view text) {
-    std::vector<std::string> lines;
-    std::istringstream stream{std::string(text)};
-    for (std::string line; std::getline(stream, line);) {
-        lines.push_back(line);
-    }
-    return lines;
-}
 
 std::vector<std::string> missing(std::vector<std::string> whole, std::vector<std::string> part) {
     std::sort(whole.begin(), whole.end());

@@ -9,8 +9,6 @@
 
 namespace faults {
 
-std::vector<std::string> lines_of(std::string_view text);
-
 /// The elements of `whole` that are missing in `part`, each as often as it is missing.
 std::vector<std::string> missing(std::vector<std::string> whole, std::vector<std::string> part);
 

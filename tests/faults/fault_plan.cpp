@@ -34,7 +34,7 @@ std::vector<Fault> choose(std::vector<Fault> faults, std::size_t count, unsigned
 
 std::string tracer_options(const Fault& fault) {
     const std::string& name = fault.call.name;
-    return "-e trace=" + name + " -e inject=" + name + ":" + fault.failure +
+    return "-y -e trace=" + name + " -e inject=" + name + ":" + fault.failure +
            ":when=" + std::to_string(fault.call.nth);
 }
 

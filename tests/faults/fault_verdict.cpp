@@ -3,6 +3,7 @@
 #include "call_log.hpp"
 #include "console_results.hpp"
 #include "evidence.hpp"
+#include "lines.hpp"
 
 #include <algorithm>
 #include <array>
@@ -219,6 +220,18 @@ FaultVerdict judge_results(const Fault& fault, const BenchRun& whole, const Benc
     return {Outcome::good, ""};
 }
 
+FaultVerdict judge_whole_run(const Fault& fault, const BenchRun& whole, const BenchRun& run) {
+    if (fault.mode->ending == Ending::console_only) {
+        return judge_console_verdict(fault, run);
+    }
+    // A failure can keep a run from where it would have been killed.
+    const bool kill_lost = lost_a_line(fault) && holds(fault.call.arguments, "Got Kill");
+    if (fault.mode->ending == Ending::killed && (holds(run.out, kill_taken) || kill_lost)) {
+        return judge_killed(fault, whole, run);
+    }
+    return is_complete(fault, run) ? judge_results(fault, whole, run) : judge_loss(fault, run);
+}
+
 } // namespace
 
 const char* name_of(Outcome outcome) {
@@ -243,19 +256,16 @@ FaultVerdict judge(const Fault& fault, const BenchRun& whole, const BenchRun& ru
     if (const auto ended = judge_end(run)) {
         return *ended;
     }
-    const auto calls = run.files.find("calls");
-    if (calls == run.files.end() || !tells_of_a_fault(calls->second)) {
+    const auto log = run.files.find("calls");
+    const auto failed = log == run.files.end() ? std::nullopt : call_that_failed(log->second);
+    if (!failed) {
         return bad(Outcome::not_tried, "the call was not made");
     }
-    if (fault.mode->ending == Ending::console_only) {
-        return judge_console_verdict(fault, run);
+    const auto possible = failures_of(*failed);
+    if (std::find(possible.begin(), possible.end(), fault.failure) == possible.end()) {
+        return bad(Outcome::not_tried, "another call stood at its place");
     }
-    // A failure can keep a run from where it would have been killed.
-    const bool kill_lost = lost_a_line(fault) && holds(fault.call.arguments, "Got Kill");
-    if (fault.mode->ending == Ending::killed && (holds(run.out, kill_taken) || kill_lost)) {
-        return judge_killed(fault, whole, run);
-    }
-    return is_complete(fault, run) ? judge_results(fault, whole, run) : judge_loss(fault, run);
+    return judge_whole_run({fault.mode, *failed, fault.failure}, whole, run);
 }
 
 } // namespace faults

@@ -124,14 +124,27 @@ TEST(FaultVerdict, is_false_for_a_pass_without_the_line_of_a_step) {
 }
 
 TEST(FaultVerdict, forgives_a_line_that_was_lost_when_the_results_are_the_same) {
+    const Fault lost{find_mode("w"), {"write", 7, "", "", true}, "error=EPIPE"};
     BenchRun run = whole_wlan();
     run.out = begin + saved;
-    const Fault lost = fault_of("w", "write", "1, \"Call to SELECT_NET\"..., 40");
+    run.files["calls"] =
+        "write(1<pipe:[7]>, \"Call to\"..., 40) = -1 EPIPE (Broken pipe) (INJECTED)\n";
     EXPECT_EQ(judge(lost, whole_wlan(), run).outcome, Outcome::good);
     run.files["root/WIFIResult"] = failed;
     EXPECT_EQ(judge(lost, whole_wlan(), run).outcome, Outcome::false_verdict);
     run.files.erase("root/WIFIResult");
     EXPECT_EQ(judge(lost, whole_wlan(), run).outcome, Outcome::lost_verdict);
+}
+
+TEST(FaultVerdict, looks_at_the_call_that_really_failed) {
+    const Fault meant{find_mode("w"), {"write", 7, "1<pipe:[7]>", "", true}, "error=EPIPE"};
+    BenchRun run = run_with(begin + "[WIFI]Unable to write Result File: x\n", "");
+    run.files["calls"] =
+        "write(5</root/WIFIResult>, \"T\", 1) = -1 EPIPE (Broken pipe) (INJECTED)\n";
+    EXPECT_EQ(judge(meant, whole_wlan(), run).outcome, Outcome::good);
+    const Fault close{find_mode("w"), {"close", 7, "5</tmp/output>", "", true}, "error=EIO"};
+    run.files["calls"] = "close(5<pipe:[7]>) = -1 EIO (Input/output error) (INJECTED)\n";
+    EXPECT_EQ(judge(close, whole_wlan(), run).outcome, Outcome::not_tried);
 }
 
 TEST(FaultVerdict, is_false_for_a_pass_over_a_listing_that_is_cut) {
