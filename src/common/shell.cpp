@@ -23,9 +23,9 @@ constexpr int exit_status_of_missing_shell = 127 << 8;
 // Attributes of a child that must not inherit our held signals or an ignored SIGINT.
 class SpawnAttributes {
 public:
-    SpawnAttributes() : initialised_(posix_spawnattr_init(&attributes_) == 0) {
-        usable_ = initialised_ && take_defaults();
-    }
+    SpawnAttributes()
+        : initialised_(posix_spawnattr_init(&attributes_) == 0),
+          usable_(initialised_ && take_defaults()) {}
     ~SpawnAttributes() {
         if (initialised_) {
             posix_spawnattr_destroy(&attributes_);
@@ -57,7 +57,7 @@ private:
 
     posix_spawnattr_t attributes_{};
     bool initialised_;
-    bool usable_ = false;
+    bool usable_;
 };
 
 // What a child does with its descriptors before it runs.
