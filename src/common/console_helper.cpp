@@ -65,7 +65,7 @@ void write_whole(int fd, std::string_view text) {
         if (length < 1) {
             break;
         }
-        write_whole(message[0], {&message[1], static_cast<std::size_t>(length) - 1});
+        write_whole(message[0], {message.data() + 1, static_cast<std::size_t>(length) - 1});
         const char word = 0;
         if (::send(helper_end, &word, sizeof(word), MSG_NOSIGNAL) < 0) {
             break;
@@ -135,7 +135,7 @@ void take_word() {
 bool send(int fd, std::string_view text) {
     Message message{};
     message[0] = static_cast<char>(fd);
-    text.copy(&message[1], longest_text);
+    text.copy(message.data() + 1, longest_text);
     in_flight = true;
     if (::send(run_end, message.data(), text.size() + 1, MSG_NOSIGNAL) < 0) {
         lose_helper();
