@@ -1,6 +1,7 @@
 #include "bench_run.hpp"
 
 #include "text.hpp"
+#include "text_parts.hpp"
 
 #include <algorithm>
 #include <cstdio>
@@ -23,15 +24,6 @@ std::string postponed(const std::string& signal) {
     }
     const int moment_ms = std::atoi(signal.c_str() + begin) + std::atoi(lateness);
     return signal.substr(0, begin) + std::to_string(moment_ms) + "ms";
-}
-
-std::vector<std::string> lines_of(const std::string& text) {
-    std::vector<std::string> lines;
-    std::istringstream stream(text);
-    for (std::string line; std::getline(stream, line);) {
-        lines.push_back(line);
-    }
-    return lines;
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "console_results.hpp"
 
 #include "expected.hpp"
+#include "text_parts.hpp"
 
 #include <algorithm>
 #include <array>
@@ -12,18 +13,6 @@ namespace {
 
 constexpr std::string_view iteration_begins = "\n[WIFI]Chip type is = ";
 constexpr std::string_view iteration_begins_without_module = "\n[WIFI]ERROR:Module not inserted";
-
-int times(std::string_view text, std::string_view part) {
-    int count = 0;
-    for (auto at = text.find(part); at != std::string_view::npos; at = text.find(part, at + 1)) {
-        ++count;
-    }
-    return count;
-}
-
-bool contains(std::string_view text, std::string_view part) {
-    return text.find(part) != std::string_view::npos;
-}
 
 /// A text that a mode shows when it fails, and how often the failure is filed.
 struct Failure {

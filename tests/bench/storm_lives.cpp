@@ -20,7 +20,7 @@ constexpr const char* slow_server = "config p2p_iface_ip=192.168.49.2\n"
 constexpr const char* slow_registers = "program cat runs \"sleep 1; exec /bin/cat $*\"\n"
                                        "program stat runs \"sleep 1; exec /usr/bin/stat $*\"";
 
-constexpr std::array<Life, 52> lives{{
+constexpr std::array<Life, 52> all_lives{{
     {"wlan: pass, real DHCP client", "-w", "", "", 6500, 4},
     {"wlan: pass, real iperf", "-w", "pass", "", 9000, 1},
     {"wlan: pass after pass", "-w", "", quick_address, 7000, 4},
@@ -109,7 +109,7 @@ const Life& choose_life(std::span<const Life> lives, std::mt19937& random) {
 }
 
 std::span<const Life> lives_of_all_modes() {
-    return lives;
+    return all_lives;
 }
 
 std::span<const Life> flooding_lives() {

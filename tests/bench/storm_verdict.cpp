@@ -2,6 +2,7 @@
 
 #include "console_results.hpp"
 #include "expected.hpp"
+#include "text_parts.hpp"
 
 #include <algorithm>
 #include <array>
@@ -18,18 +19,6 @@ constexpr std::string_view handler_stands = "[WIFI]USBFS";
 constexpr std::string_view interrupt_taken = "[WIFI] Got ^C.";
 constexpr std::string_view kill_taken = "[WIFI] Got Kill signal...\n";
 constexpr std::string_view loopback_parameter = "parameters/usbloop_enable";
-
-int times(std::string_view text, std::string_view part) {
-    int count = 0;
-    for (auto at = text.find(part); at != std::string_view::npos; at = text.find(part, at + 1)) {
-        ++count;
-    }
-    return count;
-}
-
-bool contains(std::string_view text, std::string_view part) {
-    return text.find(part) != std::string_view::npos;
-}
 
 /// Whether the parts come in this order.
 bool in_order(std::string_view text, std::span<const std::string_view> parts) {

@@ -1,6 +1,6 @@
 #include "call_log.hpp"
 
-#include "lines.hpp"
+#include "text_parts.hpp"
 
 #include <algorithm>
 #include <cctype>
@@ -90,7 +90,7 @@ struct Reader {
 
 std::vector<Call> read_call_log(std::string_view log) {
     Reader reader;
-    for (const std::string& line : lines_of(log)) {
+    for (const std::string& line : bench_test::lines_of(log)) {
         if (line.starts_with(frame_begins)) {
             reader.take_frame(std::string_view(line).substr(frame_begins.size()));
         } else if (!line.empty()) {
@@ -115,7 +115,7 @@ std::vector<Call> calls_after_the_banner(const std::vector<Call>& calls) {
 }
 
 std::optional<Call> call_that_failed(std::string_view log) {
-    for (const std::string& line : lines_of(log)) {
+    for (const std::string& line : bench_test::lines_of(log)) {
         if (line.find("(INJECTED)") != std::string::npos) {
             return read_call(line);
         }

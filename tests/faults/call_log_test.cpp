@@ -44,6 +44,7 @@ const std::string log_of_a_run =
 
 std::vector<std::string> names_of(const std::vector<Call>& calls) {
     std::vector<std::string> names;
+    names.reserve(calls.size());
     for (const Call& call : calls) {
         names.push_back(call.name + " " + std::to_string(call.nth) + " in " + call.caller);
     }

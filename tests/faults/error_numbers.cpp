@@ -1,5 +1,7 @@
 #include "error_numbers.hpp"
 
+#include "text_parts.hpp"
+
 #include <algorithm>
 #include <map>
 #include <string_view>
@@ -8,6 +10,7 @@ namespace faults {
 
 namespace {
 
+using bench_test::contains;
 using Names = std::vector<std::string>;
 
 const Names opening{"EINTR", "EMFILE", "ENFILE", "ENOMEM", "EACCES", "ENOENT", "EIO"};
@@ -78,22 +81,18 @@ const std::map<std::string, Names, std::less<>>& usual_errors() {
     return errors;
 }
 
-bool holds(std::string_view text, std::string_view part) {
-    return text.find(part) != std::string_view::npos;
-}
-
 Names errors_of(const Call& call) {
     const auto usual = usual_errors().find(call.name);
     Names names = usual == usual_errors().end() ? Names{} : usual->second;
-    if (holds(call.arguments, "O_CREAT")) {
+    if (contains(call.arguments, "O_CREAT")) {
         names.insert(names.end(), {"ENOSPC", "EROFS"});
     }
-    if (call.name == "fcntl" && holds(call.arguments, "F_DUPFD")) {
+    if (call.name == "fcntl" && contains(call.arguments, "F_DUPFD")) {
         names = {"EMFILE"};
     }
     // A call that the tracer lets fail is not made, but a close that fails has closed: with a pipe
     // or a socket that would be another world.
-    if (call.name == "close" && holds(call.arguments, "</")) {
+    if (call.name == "close" && contains(call.arguments, "</")) {
         names = {"EINTR", "EIO", "ENOSPC"};
     }
     return names;

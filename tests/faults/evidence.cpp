@@ -1,6 +1,6 @@
 #include "evidence.hpp"
 
-#include "lines.hpp"
+#include "text_parts.hpp"
 
 #include <algorithm>
 #include <array>
@@ -12,6 +12,9 @@ namespace faults {
 namespace {
 
 using bench_test::BenchRun;
+using bench_test::contains;
+using bench_test::contains_one_of;
+using bench_test::lines_of;
 
 constexpr std::array<std::string_view, 17> words_of_failure{
     "FAIL",    "Fail",      "fail",      "ERROR",          "Error",   "error",
@@ -49,16 +52,10 @@ constexpr std::array<std::string_view, 7> files_of_steps{
     "tmp/output", "tmp/ap_status.txt", "root/WIFIAddr", "driver.log",
     "chip.log",   "air.log",           "parameters/"};
 
-bool holds_one_of(std::string_view text, std::span<const std::string_view> parts) {
-    return std::any_of(parts.begin(), parts.end(), [text](std::string_view part) {
-        return text.find(part) != std::string_view::npos;
-    });
-}
-
 std::vector<std::string> success_lines(const BenchRun& run) {
     std::vector<std::string> lines;
     for (std::string& line : lines_of(run.out)) {
-        if (holds_one_of(line, words_of_success) && !speaks_of_failure(line)) {
+        if (contains_one_of(line, words_of_success) && !speaks_of_failure(line)) {
             lines.push_back(std::move(line));
         }
     }
@@ -115,7 +112,7 @@ std::vector<std::string> missing(std::vector<std::string> whole, std::vector<std
 }
 
 bool speaks_of_failure(std::string_view line) {
-    return holds_one_of(line, words_of_failure) || holds_one_of(line, texts_of_numbers);
+    return contains_one_of(line, words_of_failure) || contains_one_of(line, texts_of_numbers);
 }
 
 std::vector<std::string> failures_told(const BenchRun& whole, const BenchRun& run) {

@@ -56,8 +56,8 @@ std::span<const Mode> modes() {
 }
 
 const Mode* find_mode(const std::string& name) {
-    const auto found = std::find_if(all_modes.begin(), all_modes.end(),
-                                    [&name](const Mode& mode) { return mode.name == name; });
+    const auto* const found = std::find_if(all_modes.begin(), all_modes.end(),
+                                           [&name](const Mode& mode) { return mode.name == name; });
     return found == all_modes.end() ? nullptr : &*found;
 }
 

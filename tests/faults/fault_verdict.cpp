@@ -3,7 +3,7 @@
 #include "call_log.hpp"
 #include "console_results.hpp"
 #include "evidence.hpp"
-#include "lines.hpp"
+#include "text_parts.hpp"
 
 #include <algorithm>
 #include <array>
@@ -16,6 +16,9 @@ namespace faults {
 namespace {
 
 using bench_test::BenchRun;
+using bench_test::contains;
+using bench_test::contains_one_of;
+using bench_test::lines_of;
 
 constexpr int bench_failure = 125;
 constexpr int killed = 128;
@@ -45,16 +48,6 @@ constexpr std::string_view loopback_parameter = "parameters/usbloop_enable";
 constexpr std::array<std::string_view, 3> steps_ignored{
     "command STATUS", "line wpa_state=", "command P2P_GROUP_REMOVE wlan0"};
 
-bool holds(std::string_view text, std::string_view part) {
-    return text.find(part) != std::string_view::npos;
-}
-
-template <typename Parts>
-bool holds_one_of(std::string_view text, const Parts& parts) {
-    return std::any_of(parts.begin(), parts.end(),
-                       [text](std::string_view part) { return holds(text, part); });
-}
-
 FaultVerdict bad(Outcome outcome, const std::string& problem) {
     return {outcome, problem};
 }
@@ -76,7 +69,8 @@ std::optional<std::vector<int>> test_cases_of(const std::string& results) {
         return std::nullopt;
     }
     for (const std::string& line : lines_of(results)) {
-        if (!line.starts_with(begin) || !(line.ends_with(" passed ") || holds(line, " fail # "))) {
+        if (!line.starts_with(begin) ||
+            !(line.ends_with(" passed ") || contains(line, " fail # "))) {
             return std::nullopt;
         }
         numbers.push_back(std::stoi(line.substr(begin.size())));
@@ -108,7 +102,7 @@ std::optional<FaultVerdict> judge_end(const BenchRun& run) {
     if (run.status > killed) {
         return bad(Outcome::crash, "ended by signal " + std::to_string(run.status - killed));
     }
-    const bool told = run.status == 1 && holds_one_of(run.out, memory_of_the_chip_told);
+    const bool told = run.status == 1 && contains_one_of(run.out, memory_of_the_chip_told);
     if (run.status != 0 && !told) {
         return bad(Outcome::crash, "exit status " + std::to_string(run.status));
     }
@@ -116,19 +110,19 @@ std::optional<FaultVerdict> judge_end(const BenchRun& run) {
 }
 
 FaultVerdict judge_console_verdict(const Fault& fault, const BenchRun& run) {
-    const bool created = holds(run.out, softap_created);
-    const bool problem = holds(run.out, softap_problem);
+    const bool created = contains(run.out, softap_created);
+    const bool problem = contains(run.out, softap_problem);
     if (created && problem) {
         return bad(Outcome::false_verdict, "both verdicts");
     }
-    if (lost_a_line(fault) || holds_one_of(run.out, loss_told)) {
+    if (lost_a_line(fault) || contains_one_of(run.out, loss_told)) {
         return {Outcome::good, ""};
     }
     if (!created && !problem) {
         return bad(Outcome::lost_verdict, "no verdict");
     }
     // The driver's absence is the success, by design.
-    if (problem != holds(run.out, driver_ready)) {
+    if (problem != contains(run.out, driver_ready)) {
         return bad(Outcome::false_verdict, "the verdict does not go with the driver");
     }
     return {Outcome::good, ""};
@@ -139,7 +133,7 @@ FaultVerdict judge_killed(const Fault& fault, const BenchRun& whole, const Bench
     if (run.result_file()) {
         return bad(Outcome::false_verdict, "a kill must not write results");
     }
-    if (!lost_a_line(fault) && !holds(run.out, handler_ended)) {
+    if (!lost_a_line(fault) && !contains(run.out, handler_ended)) {
         return bad(Outcome::lost_verdict, "the kill was not handled to its end");
     }
     const auto parameter = run.files.find(std::string(loopback_parameter));
@@ -156,10 +150,10 @@ FaultVerdict judge_loss(const Fault& fault, const BenchRun& run) {
         return {Outcome::good, ""};
     }
     const std::string left = run.result_file().value_or("no result file");
-    if (holds(run.out, results_saved)) {
+    if (contains(run.out, results_saved)) {
         return bad(Outcome::lost_verdict, "called saved, but is not whole: " + left);
     }
-    if (!holds_one_of(run.out, loss_told)) {
+    if (!contains_one_of(run.out, loss_told)) {
         return bad(Outcome::lost_verdict, "not whole, and nothing says so: " + left);
     }
     return lost_a_line(fault)
@@ -210,7 +204,7 @@ FaultVerdict judge_results(const Fault& fault, const BenchRun& whole, const Benc
         return bad(Outcome::false_verdict,
                    "does not go with the console: " + results + "    instead of: " + expected);
     }
-    if (holds(run.out, "SHIELD ROOM") && !holds(whole.out, "SHIELD ROOM")) {
+    if (contains(run.out, "SHIELD ROOM") && !contains(whole.out, "SHIELD ROOM")) {
         return bad(Outcome::false_verdict, "a shielded room where there is none");
     }
     const auto steps = steps_that_count(whole, run);
@@ -225,8 +219,8 @@ FaultVerdict judge_whole_run(const Fault& fault, const BenchRun& whole, const Be
         return judge_console_verdict(fault, run);
     }
     // A failure can keep a run from where it would have been killed.
-    const bool kill_lost = lost_a_line(fault) && holds(fault.call.arguments, "Got Kill");
-    if (fault.mode->ending == Ending::killed && (holds(run.out, kill_taken) || kill_lost)) {
+    const bool kill_lost = lost_a_line(fault) && contains(fault.call.arguments, "Got Kill");
+    if (fault.mode->ending == Ending::killed && (contains(run.out, kill_taken) || kill_lost)) {
         return judge_killed(fault, whole, run);
     }
     return is_complete(fault, run) ? judge_results(fault, whole, run) : judge_loss(fault, run);
