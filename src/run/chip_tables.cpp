@@ -1,4 +1,4 @@
-#include "driver/chip_tables.hpp"
+#include "run/chip_tables.hpp"
 
 #include "common/console.hpp"
 #include "common/process_state.hpp"

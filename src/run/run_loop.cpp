@@ -1,17 +1,17 @@
-#include "driver/run_loop.hpp"
+#include "run/run_loop.hpp"
 
 #include "common/console.hpp"
 #include "common/process_state.hpp"
 #include "common/waiting.hpp"
 #include "diag/loopback.hpp"
 #include "diag/mac_address.hpp"
-#include "driver/readiness.hpp"
-#include "driver/results.hpp"
-#include "tests/autonomous_go.hpp"
-#include "tests/legacy_wlan.hpp"
-#include "tests/p2p_client.hpp"
-#include "tests/p2p_device.hpp"
-#include "tests/scan.hpp"
+#include "modes/autonomous_go.hpp"
+#include "modes/legacy_wlan.hpp"
+#include "modes/p2p_client.hpp"
+#include "modes/p2p_device.hpp"
+#include "modes/scan.hpp"
+#include "run/readiness.hpp"
+#include "run/results.hpp"
 
 #include <array>
 #include <span>

@@ -1,4 +1,4 @@
-#include "tests/p2p_device.hpp"
+#include "modes/p2p_device.hpp"
 
 #include "common/buffers.hpp"
 #include "common/console.hpp"
@@ -7,9 +7,9 @@
 #include "common/waiting.hpp"
 #include "ctrl/event_wait.hpp"
 #include "ctrl/supplicant_session.hpp"
+#include "modes/addressing.hpp"
+#include "modes/session_setup.hpp"
 #include "ops/p2p.hpp"
-#include "tests/addressing.hpp"
-#include "tests/session_setup.hpp"
 
 #include <array>
 #include <cstdlib>

@@ -1,4 +1,4 @@
-#include "tests/ap_status_file.hpp"
+#include "modes/ap_status_file.hpp"
 
 #include "common/console.hpp"
 

@@ -1,4 +1,4 @@
-#include "tests/autonomous_go.hpp"
+#include "modes/autonomous_go.hpp"
 
 #include "common/buffers.hpp"
 #include "common/console.hpp"
@@ -7,10 +7,10 @@
 #include "common/waiting.hpp"
 #include "ctrl/event_wait.hpp"
 #include "ctrl/supplicant_session.hpp"
+#include "modes/addressing.hpp"
+#include "modes/session_setup.hpp"
 #include "ops/host_tools.hpp"
 #include "ops/p2p.hpp"
-#include "tests/addressing.hpp"
-#include "tests/session_setup.hpp"
 
 #include <string>
 

@@ -1,4 +1,4 @@
-#include "driver/readiness.hpp"
+#include "run/readiness.hpp"
 
 #include "common/console.hpp"
 #include "common/files.hpp"

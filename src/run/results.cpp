@@ -1,4 +1,4 @@
-#include "driver/results.hpp"
+#include "run/results.hpp"
 
 #include "common/console.hpp"
 #include "common/process_state.hpp"

@@ -1,13 +1,13 @@
-#include "driver/start.hpp"
+#include "run/start.hpp"
 
 #include "common/buffers.hpp"
 #include "common/console.hpp"
 #include "common/files.hpp"
 #include "common/process_state.hpp"
 #include "common/shell.hpp"
-#include "driver/config_file.hpp"
-#include "driver/readiness.hpp"
-#include "driver/results.hpp"
+#include "run/config_file.hpp"
+#include "run/readiness.hpp"
+#include "run/results.hpp"
 
 #include <array>
 #include <cstdio>

@@ -1,4 +1,4 @@
-#include "driver/command_line.hpp"
+#include "run/command_line.hpp"
 
 #include "common/console.hpp"
 #include "common/process_state.hpp"

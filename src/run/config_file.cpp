@@ -1,9 +1,9 @@
-#include "driver/config_file.hpp"
+#include "run/config_file.hpp"
 
 #include "common/console.hpp"
 #include "common/files.hpp"
 #include "common/process_state.hpp"
-#include "driver/chip_tables.hpp"
+#include "run/chip_tables.hpp"
 
 #include <fcntl.h>
 

@@ -1,11 +1,11 @@
-#include "tests/scan.hpp"
+#include "modes/scan.hpp"
 
 #include "common/console.hpp"
 #include "common/files.hpp"
 #include "common/process_state.hpp"
 #include "diag/access_points.hpp"
 #include "diag/nl80211_scan.hpp"
-#include "tests/ap_status_file.hpp"
+#include "modes/ap_status_file.hpp"
 
 #include <sys/stat.h>
 

@@ -1,13 +1,13 @@
-#include "tests/legacy_wlan.hpp"
+#include "modes/legacy_wlan.hpp"
 
 #include "common/console.hpp"
 #include "common/process_state.hpp"
 #include "common/waiting.hpp"
 #include "ctrl/supplicant_session.hpp"
+#include "modes/addressing.hpp"
+#include "modes/session_setup.hpp"
+#include "modes/traffic.hpp"
 #include "ops/station.hpp"
-#include "tests/addressing.hpp"
-#include "tests/session_setup.hpp"
-#include "tests/traffic.hpp"
 
 namespace wivex {
 

@@ -1,11 +1,11 @@
-#include "driver/termination.hpp"
+#include "run/termination.hpp"
 
 #include "common/console.hpp"
 #include "common/files.hpp"
 #include "common/interrupts.hpp"
 #include "common/process_state.hpp"
 #include "ctrl/wpa_ctrl.hpp"
-#include "driver/results.hpp"
+#include "run/results.hpp"
 
 #include <fcntl.h>
 #include <signal.h>
