@@ -52,6 +52,9 @@ inline constexpr ErrorCode network_not_added = 9;
 inline constexpr ErrorCode iperf_client_failed = 14;
 inline constexpr ErrorCode network_not_selected = 19;
 
+// Filed by the run loop in place of a code that a mode returned.
+inline constexpr ErrorCode scan_rejected_as_recorded = 21;
+
 } // namespace error_code
 
 } // namespace wivex

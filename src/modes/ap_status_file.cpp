@@ -1,6 +1,7 @@
 #include "modes/ap_status_file.hpp"
 
 #include "common/console.hpp"
+#include "common/scan_answer.hpp"
 
 #include <fcntl.h>
 
@@ -104,7 +105,7 @@ int write_status_file(const std::string& path, Links links, const StatusTable& k
     if (!file) {
         return errno;
     }
-    if (known.empty() && result <= -2 && result >= -4) {
+    if (known.empty() && result <= scan_answer::scan_failed && result >= scan_answer::no_match) {
         file.print("//%d/\n", -result);
     }
     for (const AccessPoint& access_point : known.all()) {
