@@ -1,7 +1,7 @@
 // The numbers under which failures are returned and recorded.
 //
 // One number can have several names: the checks, the station and P2P operations and the scripted
-// modes grew their meanings side by side, and the numbers are what scripts on the line rely on.
+// modes grew their meanings side by side, and the numbers are kept.
 #pragma once
 
 #include <cstdint>

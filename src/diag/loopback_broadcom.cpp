@@ -62,8 +62,7 @@ int loopback_broadcom(const RunConfig& config) {
         print_out("[WIFI]IOCTL fail for loopback\n");
         return 0;
     }
-    // Only the lowest byte decides, and the slot as it was sent (ff) passes: drivers that never
-    // write it are on the line.
+    // Only the lowest byte decides, and the slot as it was sent (ff) passes: kept.
     const unsigned status = transfer.bytes()[status_offset];
     if (status == 0) {
         print_out("[WIFI]Loopback fail, status %2x\n", status);

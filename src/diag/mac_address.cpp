@@ -21,7 +21,7 @@ namespace wivex {
 
 namespace {
 
-// Part of the message; scripts look for it.
+// Part of the message: kept.
 constexpr int number_of_failure = 401;
 
 void print_ids(const RunConfig& config) {

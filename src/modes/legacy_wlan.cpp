@@ -28,7 +28,7 @@ ErrorCode scan(SupplicantSession& session) {
         print_out("ERROR:SCAN-FAIL\n");
         return error_code::scan_rejected;
     }
-    // Only the two known codes stop the test; lines rely on the rest going on.
+    // Only the two known codes stop the test: kept.
     return error_code::passed;
 }
 

@@ -19,7 +19,7 @@ namespace wivex {
 namespace {
 
 // Kept letter by letter: each '?' makes -? an option of its own, C and s take an argument but have
-// no handler, and scripts on the line rely on all of them ending in the usage text.
+// no handler, and all of them end in the usage text.
 constexpr const char* option_letters = "Agu?o:?m:?s:C:?i:lMdwcS::?v?h?F::R::D::";
 
 constexpr int user_config_choice = -1;

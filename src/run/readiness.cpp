@@ -36,7 +36,7 @@ const KnownModule* find_module(const char* line) {
 }
 
 // The digits behind "0x" are read as a decimal number, so 0x100b reads as 100 and counts as down.
-// Verdicts of the line are built on this reading.
+// Kept.
 int decimal_reading(const char* flags) {
     constexpr std::size_t prefix_length = 2;
     return std::strlen(flags) > prefix_length ? std::atoi(flags + prefix_length) : 0;

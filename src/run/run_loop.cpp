@@ -74,7 +74,7 @@ void test_loopback_of_iteration(const RunConfig& config, std::uint32_t iteration
     record_failure(run_options.results, error_code::loopback_failed, iteration);
 }
 
-// The verdict is inverted on purpose: softAP scripts take the driver's absence for its success.
+// The verdict is inverted: kept.
 void print_softap_verdict(std::int32_t driver_status) {
     if (driver_status != interface_status::ready) {
         print_out("[WIFI]softAP created successfuly.\n");

@@ -38,7 +38,7 @@ const char* chosen_config() {
     case -1:
         return run_options.user_config_file.c_str();
     default:
-        // Any other answer to the prompt runs without a file; production scripts use it.
+        // Any other answer to the prompt runs without a file: kept.
         return nullptr;
     }
 }

@@ -34,7 +34,7 @@ void end_run(int signal_number) {
         print_out("[WIFI] Got ^C. Writing results to file before quitting.Please hold on...\n");
         write_results_of_interrupted_run();
     } else if (signal_number == SIGTERM) {
-        // No result file here: a kill means that nobody waits for the results.
+        // No result file here: kept.
         print_out("[WIFI] Got Kill signal...\n");
         print_out("[WIFI]Calling for chip --> %d\n", run_options.chip_type);
         if (const auto leave = chip_family().leave_loopback; leave != nullptr) {
