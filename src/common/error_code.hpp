@@ -1,7 +1,7 @@
 // The numbers under which failures are returned and recorded.
 //
 // One number can have several names: the checks, the station and P2P operations and the scripted
-// modes grew their meanings side by side, and the numbers are what scripts on the line rely on.
+// modes grew their meanings side by side, and the numbers are kept.
 #pragma once
 
 #include <cstdint>
@@ -51,6 +51,9 @@ inline constexpr ErrorCode network_not_found = 9;
 inline constexpr ErrorCode network_not_added = 9;
 inline constexpr ErrorCode iperf_client_failed = 14;
 inline constexpr ErrorCode network_not_selected = 19;
+
+// Filed by the run loop in place of a code that a mode returned.
+inline constexpr ErrorCode scan_rejected_as_recorded = 21;
 
 } // namespace error_code
 

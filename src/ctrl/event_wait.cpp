@@ -26,7 +26,15 @@ bool await_event(SupplicantSession& session, DeadlineTimer& timer, const char* e
     return true;
 }
 
-void await_event(SupplicantSession& session, const char* event) {
+bool await_event_in_time(SupplicantSession& session, std::int32_t seconds, const char* event,
+                         EventMatcher matcher, const char* argument) {
+    DeadlineTimer timer;
+    timer.start(seconds);
+    await_event(session, timer, event, matcher, argument);
+    return !timer.expired();
+}
+
+void await_event_forever(SupplicantSession& session, const char* event) {
     while (session.waitForEvent(event) != 1) {
         wait_for_message();
     }

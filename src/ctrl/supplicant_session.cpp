@@ -4,10 +4,10 @@
 #include "common/console.hpp"
 #include "common/interrupts.hpp"
 #include "common/process_state.hpp"
+#include "common/text.hpp"
 #include "ctrl/wpa_ctrl.hpp"
 
 #include <array>
-#include <cstring>
 #include <utility>
 
 namespace wivex {
@@ -43,10 +43,6 @@ wpa_ctrl* open_connection(const RunConfig& config) {
 // The handle is cleared first: an interrupt must not find a connection that is being closed.
 void close_connection(wpa_ctrl*& connection) {
     wpa_ctrl_close(std::exchange(connection, nullptr));
-}
-
-bool contains(const char* text, const char* part) {
-    return std::strstr(text, part) != nullptr;
 }
 
 bool is_refusal(const char* reply) {

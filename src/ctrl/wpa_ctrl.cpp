@@ -31,7 +31,7 @@ constexpr int bind_attempts = 2;
 constexpr int reply_timeout_ms = 10'000;
 constexpr std::int64_t busy_send_seconds = 5;
 
-// The line that every close prints names itself and this number; scripts on the line look for it.
+// The line that every close prints names itself and this number: kept.
 constexpr int close_trace_number = 217;
 
 // A record that cannot be allocated is a null connection, not an exception: hence calloc and free.

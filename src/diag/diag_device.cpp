@@ -69,8 +69,7 @@ int ReadTargetRange(int fd, std::uint32_t address, std::span<char> buffer) {
         if (count < 1) {
             print_err("[WIFI]err %s failed (nbyte=%d, address=0x%x remaining=%zu).\n",
                       "ReadTargetRange", count, address, buffer.size());
-            // The run stops here and writes no result file: lines take a chip that does not even
-            // answer for a broken set-up.
+            // The run stops here and writes no result file: kept.
             std::exit(1);
         }
         buffer = buffer.subspan(static_cast<std::size_t>(count));

@@ -2,31 +2,14 @@
 
 #include "common/console.hpp"
 #include "common/process_state.hpp"
-#include "diag/loopback_ath6kl.hpp"
-#include "diag/loopback_broadcom.hpp"
-#include "diag/loopback_qca_combo.hpp"
+#include "diag/chip_family.hpp"
 #include "diag/to_lower_copy.hpp"
 
 #include <unistd.h>
 
-#include <array>
-
 namespace wivex {
 
 namespace {
-
-struct LoopbackFlow {
-    int chip_type;
-    int (*run)(const RunConfig& config);
-};
-
-/// A further chip family is a row here and a file of its own.
-constexpr std::array<LoopbackFlow, 4> flows{{
-    {1, loopback_ath6kl},
-    {2, loopback_qca_combo},
-    {3, loopback_broadcom},
-    {5, loopback_broadcom},
-}};
 
 void print_ids(const RunConfig& config, const std::string& vendor_id) {
     print_out("[WIFI]VID %s\n", vendor_id.c_str());
@@ -47,10 +30,8 @@ int loopback_test(const RunConfig& config) {
     if (run_options.debug != 0) {
         print_ids(config, vendor_id);
     }
-    for (const LoopbackFlow& flow : flows) {
-        if (flow.chip_type == run_options.chip_type) {
-            return flow.run(config);
-        }
+    if (const auto loopback = chip_family().loopback; loopback != nullptr) {
+        return loopback(config);
     }
     print_err("[WIFI]Current module : vid = %s,pid = %s\n", vendor_id.c_str(), product_id.c_str());
     print_out("[WIFI]LOOPBACK is not supported for this chip\n");

@@ -67,7 +67,7 @@ int print_and_run(const char* prefix, const std::string& command) {
 }
 
 // Reads the phy path itself, a directory, so that nothing is read and the last command is parsed in
-// the place of a dump. Verdicts of the line are built on it.
+// the place of a dump. Kept.
 bool read_counter(const std::string& path, std::string last_command, CounterValues& values) {
     FileReader file(open_file(path.c_str(), O_RDONLY));
     if (!file) {

@@ -1,11 +1,17 @@
 #include "diag/loopback_broadcom.hpp"
 
 #include "common/console.hpp"
+#include "common/files.hpp"
 #include "common/process_state.hpp"
 #include "diag/broadcom_request.hpp"
 #include "diag/request_socket.hpp"
 
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cerrno>
 #include <cstdlib>
+#include <string_view>
 
 namespace wivex {
 
@@ -16,6 +22,9 @@ constexpr std::int32_t status_not_set = -1;
 
 // First byte of the status slot, behind the name, the packet size and the packet count.
 constexpr std::size_t status_offset = 21;
+
+constexpr const char* loopback_parameter = "/sys/module/bcmdhd/parameters/usbloop_enable";
+constexpr std::string_view loopback_off = "0\n";
 
 void print_debug(const char* text) {
     if (run_options.debug != 0) {
@@ -53,8 +62,7 @@ int loopback_broadcom(const RunConfig& config) {
         print_out("[WIFI]IOCTL fail for loopback\n");
         return 0;
     }
-    // Only the lowest byte decides, and the slot as it was sent (ff) passes: drivers that never
-    // write it are on the line.
+    // Only the lowest byte decides, and the slot as it was sent (ff) passes: kept.
     const unsigned status = transfer.bytes()[status_offset];
     if (status == 0) {
         print_out("[WIFI]Loopback fail, status %2x\n", status);
@@ -63,6 +71,21 @@ int loopback_broadcom(const RunConfig& config) {
     print_debug("[WIFI]===> Loopback Test Passed Successfully <===\n\n");
     print_out("[WIFI]===> Loopback Test Passed Successfully %02x<===\n", status);
     return 1;
+}
+
+void leave_broadcom_loopback() {
+    const UniqueFd parameter = open_file(loopback_parameter, O_WRONLY);
+    if (parameter.get() <= 0) {
+        print_error("[WIFI]Open error", errno);
+        return;
+    }
+    if (call_on_file([&parameter] {
+            return write(parameter.get(), loopback_off.data(), loopback_off.size());
+        }) < 0) {
+        print_error("[WIFI]Write error", errno);
+        return;
+    }
+    print_out("[WIFI]Write to file \"%s\" success\n", loopback_parameter);
 }
 
 } // namespace wivex

@@ -10,4 +10,7 @@ namespace wivex {
 /// mode.
 int loopback_broadcom(const RunConfig& config);
 
+/// Takes the driver out of its loopback mode, through the parameter of its module, and says so.
+void leave_broadcom_loopback();
+
 } // namespace wivex

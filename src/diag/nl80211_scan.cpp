@@ -2,6 +2,7 @@
 
 #include "common/console.hpp"
 #include "common/files.hpp"
+#include "common/scan_answer.hpp"
 #include "diag/access_points.hpp"
 #include "diag/netlink.hpp"
 #include "diag/nl80211.hpp"
@@ -20,8 +21,6 @@ namespace {
 
 // Scans go to this interface, whatever the configuration names.
 constexpr const char* scan_interface = "wlan0";
-
-constexpr int failed = -2;
 
 constexpr const char* trigger_command = "NL80211_CMD_TRIGGER_SCAN";
 constexpr const char* dump_command = "NL80211_CMD_GET_SCAN";
@@ -205,25 +204,25 @@ int dump_scan(nl_sock* socket, unsigned interface_index, int family, FileWriter&
     const NetlinkMessage message(nlmsg_alloc());
     if (!message) {
         print_out("[WIFI]nlmsg_alloc failed\n");
-        return failed;
+        return scan_answer::scan_failed;
     }
     DumpState state;
     state.listing = &listing;
     const NetlinkCallbacks callbacks = make_dump_callbacks(state);
     if (!told_when_missing(callbacks) ||
         !told_when_too_long(dump_command, make_scan_dump(message.get(), family, interface_index))) {
-        return failed;
+        return scan_answer::scan_failed;
     }
     const int sent = nl_send_auto_complete(socket, message.get());
     print_sent(dump_command, sent, "execute_scan_nl_command");
     if (sent < 0) {
-        return failed;
+        return scan_answer::scan_failed;
     }
     state.sequence = nlmsg_hdr(message.get())->nlmsg_seq;
     const int result = receive_dump(socket, callbacks.get(), state);
     if (result < 0) {
         print_out("ERROR: nl_recvmsgs_default() returned %d (%s).\n", result, nl_geterror(-result));
-        return failed;
+        return scan_answer::scan_failed;
     }
     return 0;
 }
@@ -277,25 +276,25 @@ int execute_scan_nl_command() {
     const NetlinkSocket socket = open_generic_netlink();
     if (!socket) {
         print_out("[WIFI]Failed to allocate netlink socket.\n");
-        return failed;
+        return scan_answer::scan_failed;
     }
     const int family = genl_ctrl_resolve(socket.get(), "nl80211");
     if (const int result = do_scan_trigger(socket.get(), interface_index, family)) {
         print_out("[WIFI]do_scan_trigger() failed with %d.\n", result);
-        return failed;
+        return scan_answer::scan_failed;
     }
     FileWriter listing(open_to_write(scan_listing, Links::refuse));
     if (!listing) {
         print_error("[WIFI]\"/tmp/output\"File open error", errno);
-        return failed;
+        return scan_answer::scan_failed;
     }
     if (dump_scan(socket.get(), interface_index, family, listing) != 0) {
-        return failed;
+        return scan_answer::scan_failed;
     }
     // An incomplete listing must not pass for a shielded room.
     if (const int error = listing.close()) {
         print_error("[WIFI]\"/tmp/output\"File write error", error);
-        return failed;
+        return scan_answer::scan_failed;
     }
     return 0;
 }

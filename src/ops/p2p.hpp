@@ -3,7 +3,7 @@
 // The caller owns the reply buffer; it must have room for one byte more than the `capacity` it
 // offers. Every operation prints a line about its outcome to standard output and returns 0, or -1
 // on failure; without an open session it returns -1 and prints nothing. The two styles of these
-// lines, with their blanks and missing newlines, are what evaluations of the console look for.
+// lines, with their blanks and missing newlines, are kept to the letter.
 #pragma once
 
 #include "common/error_code.hpp"

@@ -2,15 +2,14 @@
 
 #include "common/buffers.hpp"
 #include "common/console.hpp"
-#include "common/deadline_timer.hpp"
 #include "common/process_state.hpp"
+#include "common/text.hpp"
 #include "ctrl/event_wait.hpp"
 
 #include <algorithm>
 #include <array>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <string_view>
 
 namespace wivex {
@@ -36,7 +35,7 @@ struct Reply {
     std::size_t length = reply_capacity;
 
     bool contains(const char* part) const {
-        return std::strstr(text.data(), part) != nullptr;
+        return wivex::contains(text.data(), part);
     }
 };
 
@@ -48,10 +47,6 @@ bool send(SupplicantSession& session, const char* command, Reply& reply) {
 bool send(SupplicantSession& session, const char* command) {
     Reply reply;
     return send(session, command, reply);
-}
-
-bool contains(std::string_view line, std::string_view part) {
-    return line.find(part) != std::string_view::npos;
 }
 
 void take_proto(std::string_view line, std::string& proto) {
@@ -155,7 +150,7 @@ ErrorCode cmd_to_scan(SupplicantSession& session) {
         print_err("Scan Command not successful\n");
         return error_code::scan_rejected;
     }
-    await_event(session, "CTRL-EVENT-SCAN-RESULTS");
+    await_event_forever(session, "CTRL-EVENT-SCAN-RESULTS");
     if (session.isInvalid()) {
         print_err("scan event receive failure\n");
         return error_code::session_not_open;
@@ -264,10 +259,7 @@ ErrorCode cmd_to_selectnetwork(SupplicantSession& session, int id) {
         print_err("SELECT_NETWORK Command is  not successful\n");
         return error_code::select_network_failed;
     }
-    DeadlineTimer timer;
-    timer.start(event_timeout_seconds);
-    await_event(session, timer, "CTRL-EVENT-CONNECTED");
-    if (timer.expired()) {
+    if (!await_event_in_time(session, event_timeout_seconds, "CTRL-EVENT-CONNECTED")) {
         print_err("Unable to Connect Time out!!!\n");
         return error_code::select_network_failed;
     }
@@ -288,10 +280,7 @@ ErrorCode cmd_to_disablenetwork(SupplicantSession& session, int id) {
         print_err("DISABLE_NETWORK Command is  not successful\n");
         return error_code::disable_network_failed;
     }
-    DeadlineTimer timer;
-    timer.start(event_timeout_seconds);
-    await_event(session, timer, "CTRL-EVENT-DISCONNECTED");
-    if (timer.expired()) {
+    if (!await_event_in_time(session, event_timeout_seconds, "CTRL-EVENT-DISCONNECTED")) {
         print_err("Timeout waiting for CTRL-EVENT-DISCONNECTED event\n");
         return error_code::disconnect_timeout;
     }

@@ -2,8 +2,8 @@
 // least one iteration.
 
 #include "common/process_state.hpp"
-#include "driver/command_line.hpp"
 #include "require.hpp"
+#include "run/command_line.hpp"
 
 #include <unistd.h>
 

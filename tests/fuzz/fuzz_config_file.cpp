@@ -1,8 +1,8 @@
 // The configuration file: no value reaches further than its line, and those that follow from others
 // do follow.
 
-#include "driver/config_file.hpp"
 #include "require.hpp"
+#include "run/config_file.hpp"
 
 #include <sys/mman.h>
 #include <unistd.h>

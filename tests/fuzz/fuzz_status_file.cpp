@@ -2,8 +2,8 @@
 // was, up to the first line that the format itself cannot carry.
 
 #include "memory_file.hpp"
+#include "modes/ap_status_file.hpp"
 #include "require.hpp"
-#include "tests/ap_status_file.hpp"
 
 #include <memory>
 

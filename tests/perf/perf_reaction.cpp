@@ -18,7 +18,7 @@ double reaction_microseconds(wivex::SupplicantSession& session) {
     wivex::ReplyBuffer reply{};
     std::size_t length = wivex::reply_capacity;
     session.sendCommand("EVENT 1", reply.data(), length);
-    wivex::await_event(session, "CTRL-EVENT-BSS-ADDED");
+    wivex::await_event_forever(session, "CTRL-EVENT-BSS-ADDED");
     length = wivex::reply_capacity;
     session.sendCommand("DELAY", reply.data(), length);
     return std::atof(reply.data());

@@ -1,6 +1,6 @@
 #include "common/process_state.hpp"
 #include "console_capture.hpp"
-#include "driver/chip_tables.hpp"
+#include "run/chip_tables.hpp"
 #include "scratch.hpp"
 
 #include <gmock/gmock.h>

@@ -1,6 +1,6 @@
 #include "common/process_state.hpp"
 #include "console_capture.hpp"
-#include "driver/command_line.hpp"
+#include "run/command_line.hpp"
 #include "scratch.hpp"
 
 #include <gmock/gmock.h>

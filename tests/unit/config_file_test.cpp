@@ -1,6 +1,6 @@
 #include "common/process_state.hpp"
 #include "console_capture.hpp"
-#include "driver/config_file.hpp"
+#include "run/config_file.hpp"
 #include "scratch.hpp"
 
 #include <gmock/gmock.h>

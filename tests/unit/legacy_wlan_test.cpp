@@ -1,8 +1,8 @@
 #include "common/process_state.hpp"
 #include "console_capture.hpp"
 #include "fake_supplicant.hpp"
+#include "modes/legacy_wlan.hpp"
 #include "scratch.hpp"
-#include "tests/legacy_wlan.hpp"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 #include "common/process_state.hpp"
 #include "console_capture.hpp"
-#include "driver/readiness.hpp"
+#include "run/readiness.hpp"
 #include "scratch.hpp"
 
 #include <gmock/gmock.h>

@@ -1,6 +1,6 @@
 #include "common/process_state.hpp"
 #include "console_capture.hpp"
-#include "driver/results.hpp"
+#include "run/results.hpp"
 #include "scratch.hpp"
 
 #include <gmock/gmock.h>

@@ -1,9 +1,9 @@
 #include "common/process_state.hpp"
 #include "console_capture.hpp"
-#include "driver/results.hpp"
-#include "driver/run_loop.hpp"
-#include "driver/start.hpp"
 #include "fake_supplicant.hpp"
+#include "run/results.hpp"
+#include "run/run_loop.hpp"
+#include "run/start.hpp"
 #include "scratch.hpp"
 
 #include <gmock/gmock.h>

@@ -1,6 +1,6 @@
 #include "diag/nl80211_scan.hpp"
 #include "fake_supplicant.hpp"
-#include "tests/scan.hpp"
+#include "modes/scan.hpp"
 
 #include <gtest/gtest.h>
 #include <unistd.h>

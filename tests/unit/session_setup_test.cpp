@@ -1,5 +1,5 @@
+#include "modes/session_setup.hpp"
 #include "session_fixture.hpp"
-#include "tests/session_setup.hpp"
 
 #include <gtest/gtest.h>
 

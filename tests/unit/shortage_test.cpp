@@ -6,9 +6,9 @@
 #include "ctrl/wpa_ctrl.hpp"
 #include "diag/diag_device.hpp"
 #include "diag/nl80211_scan.hpp"
+#include "modes/addressing.hpp"
+#include "modes/traffic.hpp"
 #include "scratch.hpp"
-#include "tests/addressing.hpp"
-#include "tests/traffic.hpp"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,9 +1,9 @@
 #include "common/process_state.hpp"
 #include "console_capture.hpp"
 #include "ctrl/wpa_ctrl.hpp"
-#include "driver/results.hpp"
-#include "driver/termination.hpp"
 #include "fake_supplicant.hpp"
+#include "run/results.hpp"
+#include "run/termination.hpp"
 #include "scratch.hpp"
 
 #include <gmock/gmock.h>

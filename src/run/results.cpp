@@ -1,4 +1,4 @@
-#include "driver/results.hpp"
+#include "run/results.hpp"
 
 #include "common/console.hpp"
 #include "common/process_state.hpp"
@@ -104,7 +104,7 @@ void write_result_file(const TestCaseResults& results, ResultStream& stream) {
     stream.file = FileWriter(open_to_write(path));
     stream.failed = !stream.file;
     if (stream.failed) {
-        // The message is split over the two streams; scripts collect them apart.
+        // The message is split over the two streams: kept.
         print_err("[WIFI]Unable to open Result File: ");
         print_out("%s\n", path);
         return;

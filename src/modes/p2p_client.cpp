@@ -1,4 +1,4 @@
-#include "tests/p2p_client.hpp"
+#include "modes/p2p_client.hpp"
 
 #include "common/buffers.hpp"
 #include "common/console.hpp"
@@ -7,10 +7,10 @@
 #include "common/waiting.hpp"
 #include "ctrl/event_wait.hpp"
 #include "ctrl/supplicant_session.hpp"
+#include "modes/addressing.hpp"
+#include "modes/session_setup.hpp"
+#include "modes/traffic.hpp"
 #include "ops/p2p.hpp"
-#include "tests/addressing.hpp"
-#include "tests/session_setup.hpp"
-#include "tests/traffic.hpp"
 
 #include <array>
 
@@ -29,10 +29,7 @@ bool connect(SupplicantSession& session, const RunConfig& config, char* reply) {
                        reply_capacity) != 0) {
         return false;
     }
-    DeadlineTimer timer;
-    timer.start(connected_timeout_seconds);
-    await_event(session, timer, "CTRL-EVENT-CONNECTED");
-    return !timer.expired();
+    return await_event_in_time(session, connected_timeout_seconds, "CTRL-EVENT-CONNECTED");
 }
 
 ErrorCode join_group(SupplicantSession& session, const RunConfig& config, char* reply) {
@@ -51,7 +48,7 @@ ErrorCode leave_group(SupplicantSession& session, const RunConfig& config, char*
         return error_code::group_removal_failed;
     }
     print_out("Waiting for P2P-GROUP-REMOVED event from peer.\n");
-    await_event(session, "P2P-GROUP-REMOVED");
+    await_event_forever(session, "P2P-GROUP-REMOVED");
     return error_code::passed;
 }
 

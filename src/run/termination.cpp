@@ -1,27 +1,21 @@
-#include "driver/termination.hpp"
+#include "run/termination.hpp"
 
 #include "common/console.hpp"
-#include "common/files.hpp"
 #include "common/interrupts.hpp"
 #include "common/process_state.hpp"
 #include "ctrl/wpa_ctrl.hpp"
-#include "driver/results.hpp"
+#include "diag/chip_family.hpp"
+#include "run/results.hpp"
 
-#include <fcntl.h>
 #include <signal.h>
 #include <unistd.h>
 
-#include <cerrno>
 #include <exception>
-#include <string_view>
 #include <utility>
 
 namespace wivex {
 
 namespace {
-
-constexpr const char* loopback_parameter = "/sys/module/bcmdhd/parameters/usbloop_enable";
-constexpr std::string_view loopback_off = "0\n";
 
 void write_results_of_interrupted_run() {
     ResultStream& stream = run_options.result_stream;
@@ -35,45 +29,17 @@ void write_results_of_interrupted_run() {
     }
 }
 
-void leave_broadcom_loopback() {
-    const UniqueFd parameter = open_file(loopback_parameter, O_WRONLY);
-    if (parameter.get() <= 0) {
-        print_error("[WIFI]Open error", errno);
-        return;
-    }
-    if (call_on_file([&parameter] {
-            return write(parameter.get(), loopback_off.data(), loopback_off.size());
-        }) < 0) {
-        print_error("[WIFI]Write error", errno);
-        return;
-    }
-    print_out("[WIFI]Write to file \"%s\" success\n", loopback_parameter);
-}
-
-void leave_loopback() {
-    switch (run_options.chip_type) {
-    case 3:
-    case 5:
-        leave_broadcom_loopback();
-        return;
-    case 1:
-    case 2:
-        print_out("[WIFI]WiFi Vendor is QCA 11n. Nothing to do.\n");
-        return;
-    default:
-        return;
-    }
-}
-
 void end_run(int signal_number) {
     if (signal_number == SIGINT) {
         print_out("[WIFI] Got ^C. Writing results to file before quitting.Please hold on...\n");
         write_results_of_interrupted_run();
     } else if (signal_number == SIGTERM) {
-        // No result file here: a kill means that nobody waits for the results.
+        // No result file here: kept.
         print_out("[WIFI] Got Kill signal...\n");
         print_out("[WIFI]Calling for chip --> %d\n", run_options.chip_type);
-        leave_loopback();
+        if (const auto leave = chip_family().leave_loopback; leave != nullptr) {
+            leave();
+        }
     }
     cleanup();
     print_out("[WIFI] Done..\n");

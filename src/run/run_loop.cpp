@@ -1,20 +1,16 @@
-#include "driver/run_loop.hpp"
+#include "run/run_loop.hpp"
 
 #include "common/console.hpp"
 #include "common/process_state.hpp"
+#include "common/scan_answer.hpp"
 #include "common/waiting.hpp"
 #include "diag/loopback.hpp"
 #include "diag/mac_address.hpp"
-#include "driver/readiness.hpp"
-#include "driver/results.hpp"
-#include "tests/autonomous_go.hpp"
-#include "tests/legacy_wlan.hpp"
-#include "tests/p2p_client.hpp"
-#include "tests/p2p_device.hpp"
-#include "tests/scan.hpp"
+#include "modes/scan.hpp"
+#include "run/mode_table.hpp"
+#include "run/readiness.hpp"
+#include "run/results.hpp"
 
-#include <array>
-#include <span>
 #include <string>
 
 namespace wivex {
@@ -22,42 +18,6 @@ namespace wivex {
 namespace {
 
 constexpr int pause_between_iterations = 2;
-
-struct Translation {
-    ErrorCode returned;
-    ErrorCode recorded;
-};
-
-/// A scripted mode as the run loop sees it.
-struct ScriptedMode {
-    std::int32_t RunOptions::*chosen;
-    int test_case;
-    ErrorCode (*run)(RunConfig& config);
-    /// Codes recorded as themselves, once for each time they are listed; others are dropped.
-    std::span<const ErrorCode> recorded;
-    std::span<const Translation> translated;
-    int pause_after_failure;
-};
-
-// The lists are what evaluations of the line count on, 6 listed twice included.
-constexpr std::array<ErrorCode, 8> p2p_device_codes{6, 26, 29, 21, 12, 14, 32, 10};
-constexpr std::array<ErrorCode, 6> p2p_group_codes{6, 26, 29, 21, 14, 32};
-constexpr std::array<ErrorCode, 10> legacy_wlan_codes{6, 6, 24, 9, 18, 19, 20, 21, 14, 22};
-constexpr std::array<Translation, 1> legacy_wlan_translations{{{8, 21}}};
-
-/// The first chosen row runs.
-constexpr std::array<ScriptedMode, 4> scripted_modes{{
-    {&RunOptions::p2p_device_mode,
-     test_case::p2p_device,
-     p2p_device_test,
-     p2p_device_codes,
-     {},
-     10},
-    {&RunOptions::go_mode, test_case::autonomous_go, autonomous_go_test, p2p_group_codes, {}, 0},
-    {&RunOptions::wlan_legacy_mode, test_case::legacy_wlan, legacy_wlan_test, legacy_wlan_codes,
-     legacy_wlan_translations, 0},
-    {&RunOptions::p2p_client_mode, test_case::p2p_client, p2p_client_test, p2p_group_codes, {}, 10},
-}};
 
 void check_module_of_iteration(RunConfig& config, std::uint32_t iteration) {
     if (check_module(config) != 0) {
@@ -114,7 +74,7 @@ void test_loopback_of_iteration(const RunConfig& config, std::uint32_t iteration
     record_failure(run_options.results, error_code::loopback_failed, iteration);
 }
 
-// The verdict is inverted on purpose: softAP scripts take the driver's absence for its success.
+// The verdict is inverted: kept.
 void print_softap_verdict(std::int32_t driver_status) {
     if (driver_status != interface_status::ready) {
         print_out("[WIFI]softAP created successfuly.\n");
@@ -123,41 +83,41 @@ void print_softap_verdict(std::int32_t driver_status) {
     }
 }
 
-void record_code(const ScriptedMode& mode, ErrorCode code, std::uint32_t iteration) {
-    for (const ErrorCode recorded : mode.recorded) {
+void record_code(const ModeRow& mode, ErrorCode code, std::uint32_t iteration) {
+    for (const ErrorCode recorded : mode.script->recorded) {
         if (recorded == code) {
             record_test_case(run_options.results, mode.test_case, code, iteration);
         }
     }
-    for (const Translation& translation : mode.translated) {
+    for (const Translation& translation : mode.script->translated) {
         if (translation.returned == code) {
             record_test_case(run_options.results, mode.test_case, translation.recorded, iteration);
         }
     }
 }
 
-void run_scripted_mode(const ScriptedMode& mode, RunConfig& config, std::uint32_t iteration) {
-    const ErrorCode code = mode.run(config);
+void run_scripted_mode(const ModeRow& mode, RunConfig& config, std::uint32_t iteration) {
+    const ErrorCode code = mode.script->run(config);
     if (code == error_code::passed) {
         // A pass is filed under iteration 1, whatever the counter says.
         record_test_case(run_options.results, mode.test_case, error_code::passed, 1);
         return;
     }
     record_code(mode, code, iteration);
-    wait_for(mode.pause_after_failure);
+    wait_for(mode.script->pause_after_failure);
 }
 
 void run_scan_mode(std::uint32_t iteration) {
     switch (scan_wifi_test(run_options.scan_ssid)) {
-    case -1:
+    case scan_answer::status_lost:
         print_out("[WIFI]SCAN FAIL\n");
         record_failure(run_options.results, error_code::scan_test_failed, iteration);
         return;
-    case -2:
+    case scan_answer::scan_failed:
         print_out("[WIFI]SCAN FAIL\n");
         record_failure(run_options.results, error_code::kernel_scan_failed, iteration);
         return;
-    case -3:
+    case scan_answer::nothing_heard:
         print_out("[WIFI]SCAN SUCCESS AND RUN IN SHIELD ROOM\n");
         return;
     default:
@@ -170,8 +130,8 @@ void run_test_mode(RunConfig& config, std::uint32_t iteration) {
         run_scan_mode(iteration);
         return;
     }
-    for (const ScriptedMode& mode : scripted_modes) {
-        if (run_options.*(mode.chosen) != 0) {
+    for (const ModeRow& mode : mode_table()) {
+        if (mode.script != nullptr && run_options.*(mode.chosen) != 0) {
             run_scripted_mode(mode, config, iteration);
             return;
         }

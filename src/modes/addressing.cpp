@@ -1,4 +1,4 @@
-#include "tests/addressing.hpp"
+#include "modes/addressing.hpp"
 
 #include "common/console.hpp"
 #include "ops/host_tools.hpp"

@@ -3,11 +3,11 @@
 #include "common/console.hpp"
 #include "common/interrupts.hpp"
 #include "common/process_state.hpp"
-#include "driver/command_line.hpp"
-#include "driver/results.hpp"
-#include "driver/run_loop.hpp"
-#include "driver/start.hpp"
-#include "driver/termination.hpp"
+#include "run/command_line.hpp"
+#include "run/results.hpp"
+#include "run/run_loop.hpp"
+#include "run/start.hpp"
+#include "run/termination.hpp"
 
 #include <unistd.h>
 

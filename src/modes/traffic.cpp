@@ -1,4 +1,4 @@
-#include "tests/traffic.hpp"
+#include "modes/traffic.hpp"
 
 #include "common/console.hpp"
 #include "ops/host_tools.hpp"

@@ -1,11 +1,12 @@
-#include "tests/scan.hpp"
+#include "modes/scan.hpp"
 
 #include "common/console.hpp"
 #include "common/files.hpp"
 #include "common/process_state.hpp"
+#include "common/scan_answer.hpp"
 #include "diag/access_points.hpp"
 #include "diag/nl80211_scan.hpp"
-#include "tests/ap_status_file.hpp"
+#include "modes/ap_status_file.hpp"
 
 #include <sys/stat.h>
 
@@ -15,12 +16,6 @@
 namespace wivex {
 
 namespace {
-
-constexpr int succeeded = 0;
-constexpr int previous_status_lost = -1;
-constexpr int scan_failed = -2;
-constexpr int nothing_heard = -3;
-constexpr int no_match = -4;
 
 constexpr std::int32_t seen = 0;
 
@@ -96,18 +91,18 @@ int select_by_prefix(const char* prefix, StatusTable& known) {
     print_out("[WIFI]APs found with matching prefix are %zu\n", matches.size());
     if (matches.empty()) {
         print_out("[WIFI]AP with prefix not found\n");
-        return no_match;
+        return scan_answer::no_match;
     }
     merge(known, matches);
-    return succeeded;
+    return scan_answer::succeeded;
 }
 
 int scan_and_select(const char* prefix, StatusTable& known) {
-    if (execute_scan_nl_command() == scan_failed) {
-        return scan_failed;
+    if (execute_scan_nl_command() == scan_answer::scan_failed) {
+        return scan_answer::scan_failed;
     }
-    if (check_scan_output() == nothing_heard) {
-        return nothing_heard;
+    if (check_scan_output() == scan_answer::nothing_heard) {
+        return scan_answer::nothing_heard;
     }
     print_table();
     if (prefix != nullptr) {
@@ -117,7 +112,7 @@ int scan_and_select(const char* prefix, StatusTable& known) {
     if (run_options.debug != 0) {
         print_out("SSIDS CURRENTLY AVAILABLE\n\n");
     }
-    return succeeded;
+    return scan_answer::succeeded;
 }
 
 } // namespace
@@ -125,7 +120,7 @@ int scan_and_select(const char* prefix, StatusTable& known) {
 int scan_wifi_test(const char* prefix) {
     StatusTable known;
     if (compare_previous == 1 && !read_previous_status(known)) {
-        return previous_status_lost;
+        return scan_answer::status_lost;
     }
     const int result = scan_and_select(prefix, known);
     print_out("[WIFI]AP scan result dump to file %s\n", run_options.ap_status_file.c_str());
@@ -140,9 +135,9 @@ int scan_wifi_test(const char* prefix) {
 int check_scan_output() {
     struct stat listing {};
     if (call_on_file([&listing] { return stat(scan_listing, &listing); }) != 0) {
-        return succeeded;
+        return scan_answer::succeeded;
     }
-    return listing.st_size == 0 ? nothing_heard : succeeded;
+    return listing.st_size == 0 ? scan_answer::nothing_heard : scan_answer::succeeded;
 }
 
 } // namespace wivex

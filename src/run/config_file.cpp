@@ -1,9 +1,9 @@
-#include "driver/config_file.hpp"
+#include "run/config_file.hpp"
 
 #include "common/console.hpp"
 #include "common/files.hpp"
 #include "common/process_state.hpp"
-#include "driver/chip_tables.hpp"
+#include "run/chip_tables.hpp"
 
 #include <fcntl.h>
 
@@ -39,7 +39,7 @@ constexpr std::array<ConfigKey, 38> config_keys{{
     {"starting_go_intent", 10, &RunConfig::starting_go_intent},
     {"device_name", 11, &RunConfig::device_name},
     {"p2p_target_device_mac", 12, &RunConfig::p2p_target_device_mac},
-    // Both channels share one field, and the later line wins: files on the line set either.
+    // Both channels share one field, and the later line wins: kept.
     {"p2p_oper_chan", 13, &RunConfig::p2p_channel},
     {"p2p_listen_chan", 14, &RunConfig::p2p_channel},
     {"go_passphrase", 15, &RunConfig::go_passphrase},

@@ -1,4 +1,4 @@
-#include "tests/session_setup.hpp"
+#include "modes/session_setup.hpp"
 
 #include "common/console.hpp"
 

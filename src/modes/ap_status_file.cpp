@@ -1,6 +1,7 @@
-#include "tests/ap_status_file.hpp"
+#include "modes/ap_status_file.hpp"
 
 #include "common/console.hpp"
+#include "common/scan_answer.hpp"
 
 #include <fcntl.h>
 
@@ -20,7 +21,7 @@ constexpr std::size_t longest_ssid_field = 128;
 constexpr std::size_t bssid_field = 0;
 constexpr std::size_t ssid_field = 3;
 
-// These numbers are part of the messages; scripts on the line look for them.
+// These numbers are part of the messages: kept.
 constexpr int bad_bssid_number = 985;
 constexpr int bad_ssid_number = 995;
 
@@ -32,8 +33,7 @@ void print_bad_field(int number) {
     print_out("[WIFI]Should not happend %d   %s\n", number, "scan_wifi_test");
 }
 
-// A field ends at "/" and also at an apostrophe, behind which nothing more is read: status files of
-// the field are written and read by this rule.
+// A field ends at "/" and also at an apostrophe, behind which nothing more is read. Kept.
 Fields split(std::string_view line) {
     Fields fields;
     for (std::string_view& field : fields) {
@@ -104,7 +104,7 @@ int write_status_file(const std::string& path, Links links, const StatusTable& k
     if (!file) {
         return errno;
     }
-    if (known.empty() && result <= -2 && result >= -4) {
+    if (known.empty() && result <= scan_answer::scan_failed && result >= scan_answer::no_match) {
         file.print("//%d/\n", -result);
     }
     for (const AccessPoint& access_point : known.all()) {

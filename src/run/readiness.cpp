@@ -1,7 +1,8 @@
-#include "driver/readiness.hpp"
+#include "run/readiness.hpp"
 
 #include "common/console.hpp"
 #include "common/files.hpp"
+#include "common/known_modules.hpp"
 #include "common/process_state.hpp"
 
 #include <fcntl.h>
@@ -17,20 +18,6 @@ namespace {
 constexpr std::size_t line_size = 512;
 constexpr int up_bit = 1;
 
-struct KnownModule {
-    int chip_type;
-    const char* text;
-    const char* product_id;
-};
-
-constexpr std::array<KnownModule, 5> known_modules{{
-    {1, "Vendor=0cf3 ProdID=1022", "1022"},
-    {2, "Vendor=0cf3 ProdID=9378", "9378"},
-    {3, "Vendor=0a5c ProdID=bd27", "bd27"},
-    {4, "Vendor=0a5c ProdID=bd1d", "bd1d"},
-    {5, "Vendor=9e0c ProdID=20a0", "20a0"},
-}};
-
 FileReader open_for_reading(const std::string& path) {
     FileReader file(open_file(path.c_str(), O_RDONLY));
     if (!file && run_options.debug != 0) {
@@ -41,7 +28,7 @@ FileReader open_for_reading(const std::string& path) {
 
 const KnownModule* find_module(const char* line) {
     for (const KnownModule& module : known_modules) {
-        if (std::strstr(line, module.text) != nullptr) {
+        if (std::strstr(line, module.listed_as) != nullptr) {
             return &module;
         }
     }
@@ -49,7 +36,7 @@ const KnownModule* find_module(const char* line) {
 }
 
 // The digits behind "0x" are read as a decimal number, so 0x100b reads as 100 and counts as down.
-// Verdicts of the line are built on this reading.
+// Kept.
 int decimal_reading(const char* flags) {
     constexpr std::size_t prefix_length = 2;
     return std::strlen(flags) > prefix_length ? std::atoi(flags + prefix_length) : 0;

@@ -1,13 +1,13 @@
-#include "tests/legacy_wlan.hpp"
+#include "modes/legacy_wlan.hpp"
 
 #include "common/console.hpp"
 #include "common/process_state.hpp"
 #include "common/waiting.hpp"
 #include "ctrl/supplicant_session.hpp"
+#include "modes/addressing.hpp"
+#include "modes/session_setup.hpp"
+#include "modes/traffic.hpp"
 #include "ops/station.hpp"
-#include "tests/addressing.hpp"
-#include "tests/session_setup.hpp"
-#include "tests/traffic.hpp"
 
 namespace wivex {
 
@@ -28,7 +28,7 @@ ErrorCode scan(SupplicantSession& session) {
         print_out("ERROR:SCAN-FAIL\n");
         return error_code::scan_rejected;
     }
-    // Only the two known codes stop the test; lines rely on the rest going on.
+    // Only the two known codes stop the test: kept.
     return error_code::passed;
 }
 

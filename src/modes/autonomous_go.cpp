@@ -1,4 +1,4 @@
-#include "tests/autonomous_go.hpp"
+#include "modes/autonomous_go.hpp"
 
 #include "common/buffers.hpp"
 #include "common/console.hpp"
@@ -7,10 +7,10 @@
 #include "common/waiting.hpp"
 #include "ctrl/event_wait.hpp"
 #include "ctrl/supplicant_session.hpp"
+#include "modes/addressing.hpp"
+#include "modes/session_setup.hpp"
 #include "ops/host_tools.hpp"
 #include "ops/p2p.hpp"
-#include "tests/addressing.hpp"
-#include "tests/session_setup.hpp"
 
 #include <string>
 
@@ -53,10 +53,7 @@ bool start_group(SupplicantSession& session, const RunConfig& config, Reply& rep
     if (run_options.debug != 0) {
         print_out("%s%s\n", command.c_str(), reply.text.data());
     }
-    DeadlineTimer timer;
-    timer.start(group_started_timeout_seconds);
-    await_event(session, timer, "P2P-GROUP-STARTED");
-    if (timer.expired()) {
+    if (!await_event_in_time(session, group_started_timeout_seconds, "P2P-GROUP-STARTED")) {
         print_err("Unable to get P2P-GROUP-STARTED event.Possible reason P2P group not started\n");
         return false;
     }
@@ -64,7 +61,7 @@ bool start_group(SupplicantSession& session, const RunConfig& config, Reply& rep
     return true;
 }
 
-// Only "yes" in lower case starts the server; files on the line switch it off by other spellings.
+// Only "yes" in lower case starts the server: kept.
 ErrorCode start_traffic_server(const RunConfig& config) {
     if (config.check_iperf == "yes" && !cmd_to_start_iperf_server(config)) {
         print_err("Unable to start iperf server.\n");
@@ -74,16 +71,13 @@ ErrorCode start_traffic_server(const RunConfig& config) {
 }
 
 bool station_connects(SupplicantSession& session) {
-    DeadlineTimer timer;
-    timer.start(station_timeout_seconds);
-    await_event(session, timer, "AP-STA-CONNECTED");
-    return !timer.expired();
+    return await_event_in_time(session, station_timeout_seconds, "AP-STA-CONNECTED");
 }
 
 // Serves one push-button request; `client_count` counts the stations that connected.
 void serve_request(SupplicantSession& session, const RunConfig& config, Reply& reply,
                    int& client_count) {
-    await_event(session, "P2P-PROV-DISC-PBC-REQ");
+    await_event_forever(session, "P2P-PROV-DISC-PBC-REQ");
     reply.capacity = small_reply_capacity;
     if (!session.sendCommand("WPS_PBC", reply.text.data(), reply.capacity)) {
         print_err("unable to send   WPS_PBC \n");
@@ -95,7 +89,7 @@ void serve_request(SupplicantSession& session, const RunConfig& config, Reply& r
         return;
     }
     print_err("Client not able to connect...continuing \n");
-    // The loop goes on waiting for requests although the group is gone: operators restart it.
+    // The loop goes on waiting for requests although the group is gone: kept.
     p2pGroupRemove(session, config.interface_name, reply.text.data(), reply.capacity);
     wait_for(1);
 }

@@ -1,15 +1,15 @@
-#include "driver/start.hpp"
+#include "run/start.hpp"
 
 #include "common/buffers.hpp"
 #include "common/console.hpp"
 #include "common/files.hpp"
 #include "common/process_state.hpp"
 #include "common/shell.hpp"
-#include "driver/config_file.hpp"
-#include "driver/readiness.hpp"
-#include "driver/results.hpp"
+#include "run/config_file.hpp"
+#include "run/mode_table.hpp"
+#include "run/readiness.hpp"
+#include "run/results.hpp"
 
-#include <array>
 #include <cstdio>
 
 namespace wivex {
@@ -38,25 +38,10 @@ const char* chosen_config() {
     case -1:
         return run_options.user_config_file.c_str();
     default:
-        // Any other answer to the prompt runs without a file; production scripts use it.
+        // Any other answer to the prompt runs without a file: kept.
         return nullptr;
     }
 }
-
-struct ModeRecord {
-    std::int32_t RunOptions::*chosen;
-    int index;
-};
-
-constexpr std::array<ModeRecord, 7> mode_records{{
-    {&RunOptions::loopback_mode, test_case::loopback},
-    {&RunOptions::mac_mode, test_case::mac_address},
-    {&RunOptions::scan_mode, test_case::scan},
-    {&RunOptions::go_mode, test_case::autonomous_go},
-    {&RunOptions::wlan_legacy_mode, test_case::legacy_wlan},
-    {&RunOptions::p2p_client_mode, test_case::p2p_client},
-    {&RunOptions::p2p_device_mode, test_case::p2p_device},
-}};
 
 } // namespace
 
@@ -79,9 +64,9 @@ bool read_chosen_config(RunConfig& config) {
 void enable_chosen_test_cases() {
     enable_test_case(run_options.results, test_case::module);
     enable_test_case(run_options.results, test_case::driver);
-    for (const ModeRecord& mode : mode_records) {
-        if (run_options.*(mode.chosen) != 0) {
-            enable_test_case(run_options.results, mode.index);
+    for (const ModeRow& mode : mode_table()) {
+        if (run_options.*(mode.chosen) != 0 && mode.test_case >= 0) {
+            enable_test_case(run_options.results, mode.test_case);
         }
     }
 }

@@ -1,11 +1,12 @@
-#include "driver/command_line.hpp"
+#include "run/command_line.hpp"
 
 #include "common/console.hpp"
 #include "common/process_state.hpp"
+#include "run/mode_table.hpp"
 
 #include <unistd.h>
 
-#include <array>
+#include <algorithm>
 #include <cctype>
 #include <cstdio>
 #include <cstdlib>
@@ -18,7 +19,7 @@ namespace wivex {
 namespace {
 
 // Kept letter by letter: each '?' makes -? an option of its own, C and s take an argument but have
-// no handler, and scripts on the line rely on all of them ending in the usage text.
+// no handler, and all of them end in the usage text.
 constexpr const char* option_letters = "Agu?o:?m:?s:C:?i:lMdwcS::?v?h?F::R::D::";
 
 constexpr int user_config_choice = -1;
@@ -65,22 +66,16 @@ void choose_config(const char* path) {
 }
 
 void clear_modes() {
-    run_options.loopback_mode = 0;
-    run_options.mac_mode = 0;
-    run_options.scan_mode = 0;
-    run_options.p2p_device_mode = 0;
-    run_options.go_mode = 0;
-    run_options.wlan_legacy_mode = 0;
-    run_options.p2p_client_mode = 0;
-    run_options.softap_mode = 0;
+    for (const ModeRow& mode : mode_table()) {
+        run_options.*(mode.chosen) = 0;
+    }
     run_options.iteration_count = -1;
 }
 
 bool any_mode() {
-    const RunOptions& run = run_options;
-    return run.softap_mode != 0 || run.loopback_mode != 0 || run.mac_mode != 0 ||
-           run.scan_mode != 0 || run.p2p_device_mode != 0 || run.go_mode != 0 ||
-           run.wlan_legacy_mode != 0 || run.p2p_client_mode != 0;
+    const auto modes = mode_table();
+    return std::any_of(modes.begin(), modes.end(),
+                       [](const ModeRow& mode) { return run_options.*(mode.chosen) != 0; });
 }
 
 void print_version() {
@@ -88,15 +83,21 @@ void print_version() {
     print_out("[WIFI]This build is compiled on May 13 2016, 02:36:07.\n");
 }
 
+// Chooses the mode of a letter; false when there is none.
+bool choose_mode(int letter) {
+    for (const ModeRow& mode : mode_table()) {
+        if (mode.letter == letter) {
+            run_options.*(mode.chosen) = 1;
+            return true;
+        }
+    }
+    return false;
+}
+
 // Takes one option; false when the program is to stop.
 bool take_option(int letter, char* argument) {
+    const bool is_mode = choose_mode(letter);
     switch (letter) {
-    case 'A':
-        run_options.softap_mode = 1;
-        return true;
-    case 'g':
-        run_options.go_mode = 1;
-        return true;
     case 'u':
         run_options.debug = 1;
         return true;
@@ -109,23 +110,7 @@ bool take_option(int letter, char* argument) {
     case 'i':
         run_options.iteration_interval = std::atoi(argument);
         return true;
-    case 'l':
-        run_options.loopback_mode = 1;
-        return true;
-    case 'M':
-        run_options.mac_mode = 1;
-        return true;
-    case 'd':
-        run_options.p2p_device_mode = 1;
-        return true;
-    case 'w':
-        run_options.wlan_legacy_mode = 1;
-        return true;
-    case 'c':
-        run_options.p2p_client_mode = 1;
-        return true;
     case 'S':
-        run_options.scan_mode = 1;
         if (argument != nullptr) {
             run_options.scan_ssid = argument;
         }
@@ -148,8 +133,10 @@ bool take_option(int letter, char* argument) {
         print_version();
         return false;
     default:
-        print_usage();
-        return false;
+        if (!is_mode) {
+            print_usage();
+        }
+        return is_mode;
     }
 }
 

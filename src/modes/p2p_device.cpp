@@ -1,4 +1,4 @@
-#include "tests/p2p_device.hpp"
+#include "modes/p2p_device.hpp"
 
 #include "common/buffers.hpp"
 #include "common/console.hpp"
@@ -7,9 +7,9 @@
 #include "common/waiting.hpp"
 #include "ctrl/event_wait.hpp"
 #include "ctrl/supplicant_session.hpp"
+#include "modes/addressing.hpp"
+#include "modes/session_setup.hpp"
 #include "ops/p2p.hpp"
-#include "tests/addressing.hpp"
-#include "tests/session_setup.hpp"
 
 #include <array>
 #include <cstdlib>
@@ -45,11 +45,8 @@ void clear_old_group(SupplicantSession& session, const RunConfig& config, char* 
 void wait_for_negotiation_request(SupplicantSession& session, const RunConfig& config) {
     const char* const peer = config.p2p_target_device_mac.c_str();
     const int seconds = negotiation_wait_seconds(config);
-    DeadlineTimer timer;
-    timer.start(seconds);
     print_out("%d seconds waiting for go negotiation request from %s.\n", seconds, peer);
-    await_event(session, timer, "P2P-GO-NEG-REQUEST", parseP2pEvent, peer);
-    if (timer.expired()) {
+    if (!await_event_in_time(session, seconds, "P2P-GO-NEG-REQUEST", parseP2pEvent, peer)) {
         print_out("Didnot receive a P2P-GO-NEG-REQUEST.Sending a connect request.\n");
     }
 }
@@ -81,7 +78,7 @@ ErrorCode join_as_client(SupplicantSession& session, const RunConfig& config) {
         return failure;
     }
     print_out("Waiting for P2P-GROUP-REMOVED event from peer.\n");
-    await_event(session, "P2P-GROUP-REMOVED");
+    await_event_forever(session, "P2P-GROUP-REMOVED");
     return error_code::passed;
 }
 

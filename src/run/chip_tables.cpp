@@ -1,4 +1,4 @@
-#include "driver/chip_tables.hpp"
+#include "run/chip_tables.hpp"
 
 #include "common/console.hpp"
 #include "common/process_state.hpp"
@@ -25,7 +25,7 @@ constexpr std::array<Chip, 6> chips{{
     {usb, brcm, {"0a5c"}, {"bd27", "bd1d"}},
     {usb, brcm16, {"9e0c"}, {"20a0", nullptr}},
     {usb, ralink, {"148f"}, {"3572", nullptr}},
-    // Placeholders: configuration files of lines without such a module name them.
+    // Placeholders: kept.
     {usb, mtk, {"abcd"}, {"0000", nullptr}},
     {pcie, brcm, {"14e4"}, {"aa31", nullptr}},
 }};
