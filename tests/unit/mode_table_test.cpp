@@ -1,0 +1,70 @@
+#include "run/mode_table.hpp"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <map>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace wivex {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+
+std::string failure_table() {
+    std::ostringstream text;
+    text << std::ifstream(DOCUMENTS "/failure-codes.md").rdbuf();
+    return text.str();
+}
+
+TEST(ModeTable, names_each_test_case_as_the_documents_do) {
+    const std::string documents = failure_table();
+    for (const ModeRow& row : mode_table()) {
+        if (row.test_case >= 0) {
+            EXPECT_THAT(documents, HasSubstr("\n## Test case " + std::to_string(row.test_case + 1) +
+                                             ": " + row.title + " (`-" + row.letter + "`)\n"));
+        }
+    }
+}
+
+TEST(ModeTable, gives_every_letter_a_flag_of_its_own) {
+    for (const ModeRow& row : mode_table()) {
+        RunOptions options;
+        options.*(row.chosen) = 1;
+        int chosen = 0;
+        for (const ModeRow& other : mode_table()) {
+            chosen += options.*(other.chosen);
+        }
+        EXPECT_EQ(chosen, 1) << row.letter;
+    }
+}
+
+TEST(ModeTable, lets_the_first_chosen_script_run) {
+    std::string letters;
+    for (const ModeRow& row : mode_table()) {
+        if (row.script != nullptr) {
+            letters += row.letter;
+        }
+    }
+    EXPECT_EQ(letters, "dgwc");
+}
+
+TEST(ModeTable, lists_the_codes_that_a_result_file_counts) {
+    std::map<char, std::vector<ErrorCode>> codes;
+    for (const ModeRow& row : mode_table()) {
+        if (row.script != nullptr) {
+            codes[row.letter].assign(row.script->recorded.begin(), row.script->recorded.end());
+        }
+    }
+    EXPECT_THAT(codes['d'], ::testing::UnorderedElementsAre(6, 26, 29, 21, 12, 14, 32, 10));
+    EXPECT_THAT(codes['g'], ElementsAre(6, 26, 29, 21, 14, 32));
+    EXPECT_THAT(codes['w'], ElementsAre(6, 6, 24, 9, 18, 19, 20, 21, 14, 22));
+    EXPECT_THAT(codes['c'], ElementsAre(6, 26, 29, 21, 14, 32));
+}
+
+} // namespace
+} // namespace wivex
