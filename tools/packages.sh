@@ -27,6 +27,10 @@ bench_packages='iproute2 net-tools psmisc udhcpc udhcpd iperf libgtest-dev libgm
     groff-base man-db'
 companion_packages='libcli11-dev nlohmann-json3-dev libpugixml-dev'
 
+# What ./dev builds: everything, and a warning is an error. The defaults are for whoever packages it.
+# shellcheck disable=SC2034 # for those who source this
+develop='-DWIVEX_WERROR=ON -DWIVEX_TESTS=ON -DWIVEX_DEVICE=ON -DWIVEX_COMPANION=ON'
+
 # need_architecture DEBIAN_ARCH  lets this machine's package manager know a further architecture.
 need_architecture() {
     as_root=
