@@ -3,9 +3,15 @@
 
 need_packages() {
     missing=
+    own=$(dpkg --print-architecture)
     for package in "$@"; do
-        dpkg-query -W -f '${db:Status-Status}\n' "$package" 2>/dev/null | grep -q '^installed$' ||
-            missing="$missing $package"
+        # A name without an architecture asks for this machine's own.
+        case $package in
+        *:*) wanted=${package#*:} ;;
+        *) wanted="($own|all)" ;;
+        esac
+        dpkg-query -W -f '${db:Status-Status} ${Architecture}\n' "$package" 2>/dev/null |
+            grep -qE "^installed $wanted\$" || missing="$missing $package"
     done
     [ -n "$missing" ] || return 0
 
