@@ -7,11 +7,11 @@ need_packages() {
     for package in "$@"; do
         # A name without an architecture asks for this machine's own.
         case $package in
-        *:*) wanted=${package#*:} ;;
-        *) wanted="($own|all)" ;;
+        *:*) architecture=${package#*:} ;;
+        *) architecture="($own|all)" ;;
         esac
         dpkg-query -W -f '${db:Status-Status} ${Architecture}\n' "$package" 2>/dev/null |
-            grep -qE "^installed $wanted\$" || missing="$missing $package"
+            grep -qE "^installed $architecture\$" || missing="$missing $package"
     done
     [ -n "$missing" ] || return 0
 
