@@ -1,10 +1,20 @@
-# Flags of every target, and what the shipped binary adds to them.
+# Flags of every target, and what the shipped binary adds to them. The user's own (CXXFLAGS, LDFLAGS, a
+# toolchain file) stand before these and hold where both speak of one thing.
+
+string(TOUPPER "${CMAKE_BUILD_TYPE}" wivex_build_type)
+set(wivex_user_flags "${CMAKE_CXX_FLAGS} ${CMAKE_CXX_FLAGS_${wivex_build_type}}")
 
 add_library(wivex_flags INTERFACE)
 target_compile_options(wivex_flags INTERFACE
-  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wformat=2 -Werror)
+  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wformat=2 $<$<BOOL:${WIVEX_WERROR}>:-Werror>)
 # 64-bit times on 32-bit devices too; on a kernel that has none the C library uses the old calls.
 target_compile_definitions(wivex_flags INTERFACE _FILE_OFFSET_BITS=64 _TIME_BITS=64)
+
+# Where a tree stands leaves no trace in what is built. (Coverage looks for its sources there.)
+if(NOT WIVEX_COVERAGE)
+  target_compile_options(wivex_flags INTERFACE
+    -ffile-prefix-map=${CMAKE_SOURCE_DIR}=. -ffile-prefix-map=${CMAKE_BINARY_DIR}=.)
+endif()
 
 if(WIVEX_FUZZ)
   target_compile_options(wivex_flags INTERFACE
@@ -17,8 +27,11 @@ elseif(WIVEX_SANITIZE)
 elseif(NOT WIVEX_COVERAGE)
   target_compile_options(wivex_flags INTERFACE
     $<IF:$<STREQUAL:$<TARGET_PROPERTY:TYPE>,SHARED_LIBRARY>,-fPIC,-fPIE>
-    -ffunction-sections -fdata-sections -fstack-protector-strong -U_FORTIFY_SOURCE
-    -D_FORTIFY_SOURCE=2)
+    -ffunction-sections -fdata-sections -fstack-protector-strong)
+  # The C library fortifies only what is optimised, and would warn of the rest.
+  if(wivex_user_flags MATCHES "-O([1-3sgz]|fast)" AND NOT wivex_user_flags MATCHES "_FORTIFY_SOURCE")
+    target_compile_options(wivex_flags INTERFACE -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2)
+  endif()
 endif()
 
 # Debian's C library for 32-bit ARM lacks what a static position-independent program starts with.

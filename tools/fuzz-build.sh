@@ -2,6 +2,6 @@
 
 configure_fuzz_build() {
     need_packages $build_packages $companion_packages clang libclang-rt-14-dev
-    cmake -S . -B build-fuzz -DWIVEX_FUZZ=ON -DWIVEX_TESTS=OFF -DWIVEX_COMPANION=ON \
+    cmake -S . -B build-fuzz $develop -DWIVEX_FUZZ=ON -DWIVEX_TESTS=OFF \
         -DWIVEX_DEVICE=OFF -DCMAKE_CXX_COMPILER=clang++ >/dev/null
 }

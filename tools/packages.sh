@@ -3,9 +3,15 @@
 
 need_packages() {
     missing=
+    own=$(dpkg --print-architecture)
     for package in "$@"; do
-        dpkg-query -W -f '${db:Status-Status}\n' "$package" 2>/dev/null | grep -q '^installed$' ||
-            missing="$missing $package"
+        # A name without an architecture asks for this machine's own.
+        case $package in
+        *:*) architecture=${package#*:} ;;
+        *) architecture="($own|all)" ;;
+        esac
+        dpkg-query -W -f '${db:Status-Status} ${Architecture}\n' "$package" 2>/dev/null |
+            grep -qE "^installed $architecture\$" || missing="$missing $package"
     done
     [ -n "$missing" ] || return 0
 
@@ -26,6 +32,10 @@ build_packages='g++ cmake make pkg-config libnl-3-dev libnl-genl-3-dev'
 bench_packages='iproute2 net-tools psmisc udhcpc udhcpd iperf libgtest-dev libgmock-dev libfaketime
     groff-base man-db'
 companion_packages='libcli11-dev nlohmann-json3-dev libpugixml-dev'
+
+# What ./dev builds: everything, and a warning is an error. The defaults are for whoever packages it.
+# shellcheck disable=SC2034 # for those who source this
+develop='-DWIVEX_WERROR=ON -DWIVEX_TESTS=ON -DWIVEX_DEVICE=ON -DWIVEX_COMPANION=ON'
 
 # need_architecture DEBIAN_ARCH  lets this machine's package manager know a further architecture.
 need_architecture() {

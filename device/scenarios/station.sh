@@ -73,11 +73,11 @@ scenario_a_wrong_pass_phrase_fails_the_selection() {
     station_world
     configure 'go_passphrase=not the pass phrase'
     access_point "$(wpa2 'Factory Line 7' 'correct horse battery')"
-    run_tool -w -m 1
+    run_tool -u -w -m 1
     expect_result 'Test case 1 passed ' 'Test case 2 passed ' 'Test case 8 fail # 1'
     expect_err 'Unable to Connect Time out!!!'
     expect_out 'ERROR:SELECT_NETWORK COMMAND FAILED'
-    expect_log supplicant 'reason=WRONG_KEY'
+    expect_out_matching 'CTRL-EVENT-SSID-TEMP-DISABLED .*reason=WRONG_KEY'
 }
 
 scenario_no_access_point_fails_the_lookup() {

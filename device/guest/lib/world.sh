@@ -13,6 +13,7 @@ begin_world() {
 end_world() {
     stop_all_daemons
     remove_driver_files
+    remove_usbfs
     unplug_module
     modprobe -r mac80211_hwsim
     for file in /run/rooms/*; do
@@ -25,7 +26,7 @@ end_world() {
 plug_module() {
     modprobe dummy_hcd
     modprobe g_serial idVendor="0x${1%:*}" idProduct="0x${1#*:}"
-    until_true 5 grep -q "Vendor=${1%:*} ProdID=${1#*:}" /proc/bus/usb/devices ||
+    until_true 5 grep -q "Vendor=${1%:*} ProdID=${1#*:}" /sys/kernel/debug/usb/devices ||
         fail "the module does not come up on the bus: $1"
 }
 
@@ -33,6 +34,21 @@ unplug_module() {
     [ -d /sys/module/g_serial ] || return 0
     modprobe -r g_serial # also fails when it leaves behind what others need
     [ ! -d /sys/module/g_serial ]
+}
+
+# add_usbfs  what kernels up to 3.4 have: the list of the USB bus, which outlives debugfs, where
+# the tool looks for it with device_type=USB.
+add_usbfs() {
+    mount -t tmpfs usbfs /proc/bus
+    mkdir /proc/bus/usb
+    : >/proc/bus/usb/devices
+    mount --bind /sys/kernel/debug/usb/devices /proc/bus/usb/devices
+    configure device_type=USB
+}
+
+remove_usbfs() {
+    ! grep -q ' /proc/bus/usb/devices ' /proc/mounts || umount /proc/bus/usb/devices
+    ! grep -q '^usbfs /proc/bus ' /proc/mounts || umount /proc/bus
 }
 
 # add_driver_folder PATH  an empty folder that can be written to, in place of one of the kernel's.

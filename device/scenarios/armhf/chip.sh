@@ -67,6 +67,7 @@ scenario_loopback_and_address_are_refused_to_a_qca_combo_module() {
 # The flow looks at no command's end, and reads its values from the text of its own commands.
 scenario_the_ath6kl_loopback_mounts_debugfs_and_does_not_miss_its_files() {
     chip_world 0cf3:1022
+    add_usbfs
     umount /sys/kernel/debug
     run_tool -l -m 1
     expect_result 'Test case 1 passed ' 'Test case 2 passed ' 'Test case 4 passed '

@@ -1,0 +1,43 @@
+# What goes where, in GNU's folders, for a package of any kind. The component "tool" is wivex, the
+# component "companion" is wivex-report.
+
+include(GNUInstallDirs)
+
+# The tool reads /lib/modules/wifi and nowhere else; the files there hold a line's settings. So they are
+# installed only where somebody asks for it, who then takes care that an upgrade keeps them.
+set(WIVEX_CONFIG_DIR "" CACHE STRING "Install the configuration files to this folder as well")
+
+set(wivex_configurations examples/wivex.cfg examples/wivex_qca.cfg examples/wivex_softap.cfg)
+
+install(TARGETS wivex RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT tool)
+install(FILES docs/man/wivex.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT tool)
+install(FILES docs/man/wivex.cfg.5 DESTINATION ${CMAKE_INSTALL_MANDIR}/man5 COMPONENT tool)
+install(FILES packaging/wivex.bash-completion RENAME wivex
+  DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions COMPONENT tool)
+install(FILES docs/failure-codes.md docs/scan.md
+  DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/wivex COMPONENT tool)
+install(FILES ${wivex_configurations}
+  DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/wivex/examples COMPONENT tool)
+install(PROGRAMS examples/shielded-room
+  DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/wivex/examples COMPONENT tool)
+if(WIVEX_CONFIG_DIR)
+  install(FILES ${wivex_configurations} DESTINATION ${WIVEX_CONFIG_DIR} COMPONENT tool)
+endif()
+
+if(WIVEX_COMPANION)
+  install(TARGETS wivex-report RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT companion)
+  install(FILES companion/wivex-report.1
+    DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT companion)
+  install(FILES docs/report-json.md
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/wivex-report COMPONENT companion)
+  install(PROGRAMS examples/reported-run
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/wivex-report/examples COMPONENT companion)
+endif()
+
+# Debian has the text of the licence once for all packages.
+if(NOT WIVEX_PACKAGE)
+  install(FILES LICENSE DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/wivex COMPONENT tool)
+  if(WIVEX_COMPANION)
+    install(FILES LICENSE DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/wivex-report COMPONENT companion)
+  endif()
+endif()

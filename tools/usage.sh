@@ -1,0 +1,26 @@
+# Sourced: every command answers -h and --help before it does anything, and refuses what it does not
+# know. The command defines usage(), which prints its text.
+# answer_help WORDS...      prints the usage and ends when one of the words asks for it
+# refuse [WHY]              why, and the usage, on standard error; ends with status 2
+# is_number WORD            true for a whole number from 1 on
+
+answer_help() {
+    for word in "$@"; do
+        case $word in
+        --) return ;;
+        -h | --help) usage && exit 0 ;;
+        esac
+    done
+}
+
+refuse() {
+    [ $# -eq 0 ] || echo "$1" >&2
+    usage >&2
+    exit 2
+}
+
+is_number() {
+    case $1 in
+    '' | 0* | *[!0-9]*) return 1 ;;
+    esac
+}
