@@ -85,6 +85,12 @@ TEST(BenchSupplicant, keeps_a_flood_of_events_in_order_and_answers_meanwhile) {
     EXPECT_EQ(run.err, "");
 }
 
+TEST(BenchWorld, starts_the_tool_through_a_program_that_is_named_by_its_path) {
+    const BenchRun run = Bench().option("--under", "/usr/bin/env").args({"-v"}).run();
+    EXPECT_EQ(run.status, 0);
+    EXPECT_THAT(run.out, HasSubstr("[WIFI]Wivex Version 2.0\n"));
+}
+
 TEST(BenchWorld, lets_the_clock_run_faster) {
     const BenchRun run = shell(Bench().faster(20), "sleep 10");
     EXPECT_LT(run.wall_ms, 5000);

@@ -36,7 +36,8 @@ constexpr std::array<Mode, 16> all_modes{{
      Ending::killed},
     {"d-client", "-d", "", traffic, "", Ending::regular},
     {"d-owner", "-d", "p2p-owner", served_group, "", Ending::regular},
-    {"g", "-g", "go-three-clients", served_group, "INT@3000ms", Ending::interrupted},
+    {"g", "-g", "go-three-clients", served_group, "INT@command:WPS_PBC#3+200ms",
+     Ending::interrupted},
     {"c", "-c", "", traffic, "", Ending::regular},
     {"S", "-SLINE", "scan-listing", earlier_scan, "", Ending::regular},
     {"S-first", "-S -odbus", "scan-listing", "", "", Ending::regular},
@@ -77,6 +78,10 @@ bench_test::BenchRun run_traced(const Mode& mode, const std::string& tracer_opti
     bench.option("--under", std::string(TRACER) + " " + tracer_options + " --");
     if (*mode.signal != '\0') {
         bench.signal(mode.signal);
+    }
+    // A run that never comes to where it is interrupted, and has no end of its own.
+    if (mode.ending == Ending::interrupted) {
+        bench.signal("INT@25000ms");
     }
     return bench.at_most(longest_run).run();
 }
