@@ -1,5 +1,9 @@
 #include "json_writer.hpp"
 
+#include "model/test_cases.hpp"
+#include "model/verdict.hpp"
+#include "model/weak_passes.hpp"
+
 #include <cmath>
 #include <nlohmann/json.hpp>
 
@@ -64,18 +68,8 @@ Json outcomes(const std::array<std::uint32_t, 4>& counts) {
 
 Json test_cases(const Run& run) {
     Json list = Json::array();
-    for (int number = 1; number <= 9; ++number) {
-        const std::uint32_t failures = run.failures_of_test_case(number);
-        const bool part =
-            number <= 2 || failures > 0 || number == test_case_of(run.mode) ||
-            (number == 3 && run.verdicts[index_of(Phase::mac)] != std::array<std::uint32_t, 5>{}) ||
-            (number == 4 &&
-             run.verdicts[index_of(Phase::loopback)] != std::array<std::uint32_t, 5>{});
-        if (part) {
-            list.push_back({{"number", number},
-                            {"title", title_of_test_case(number)},
-                            {"failures", failures}});
-        }
+    for (const TestCaseCount& row : test_cases_of(run)) {
+        list.push_back({{"number", row.number}, {"title", row.title}, {"failures", row.failures}});
     }
     return list;
 }
@@ -195,10 +189,24 @@ Json access_points(const Run& run) {
     return list;
 }
 
+Json left_out(const Log& log) {
+    Json object = Json::object();
+    for (std::size_t i = 0; i < run_verdict_count; ++i) {
+        object[std::string(name_of(static_cast<RunVerdict>(i)))] = log.dropped_verdicts.at(i);
+    }
+    return object;
+}
+
 Json one_run(const Run& run) {
+    const Judgement judgement = judge(run);
     return {{"mode", name_of(run.mode)},
             {"end", name_of(run.end)},
-            {"clean", run.is_clean()},
+            {"clean", judgement.is_green()},
+            {"verdict", name_of(judgement.verdict)},
+            {"verdict_words", verdict_sentence(run)},
+            {"missing", judgement.missing},
+            {"weak_passes", weak_passes(run)},
+            {"unknown_tool_lines", run.evidence.unknown.count},
             {"times", name_of(run.times)},
             {"began", text_or_null(run.began)},
             {"seconds", number_or_null(run.seconds)},
@@ -235,7 +243,10 @@ std::string write_json(const Log& log) {
         {"version", json_format_version},
         {"console",
          {{"bytes", log.bytes}, {"lines", log.lines}, {"unknown_lines", log.unknown_lines}}},
+        {"verdict", name_of(judge(log))},
+        {"verdict_words", verdict_sentence(log)},
         {"runs_left_out", log.dropped_runs},
+        {"runs_left_out_verdicts", left_out(log)},
         {"runs", std::move(runs)}};
     return document.dump(1, ' ', false, nlohmann::detail::error_handler_t::replace) + "\n";
 }

@@ -2,7 +2,7 @@
 // console are those of the result file that the tool wrote.
 
 #include "bench_run.hpp"
-#include "run_reader.hpp"
+#include "reader/run_reader.hpp"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 // Consoles as the tool prints them, for the tests to put together.
 #pragma once
 
-#include "run_reader.hpp"
+#include "reader/run_reader.hpp"
 
 #include <string>
 #include <string_view>
@@ -42,12 +42,21 @@ inline const std::string disconnect =
 inline const std::string legacy_pass =
     checks_pass + scan_and_associate + take_address + traffic + disconnect + session_closes;
 
-inline const std::string end = "[WIFI]ResultFile: /root/WIFIResult Updated\n[WIFI]Cleanup\n";
+inline const std::string refused = checks_pass +
+                                   "Scan Command not successful\n"
+                                   "Fail to send Scan Command!!!\nERROR:SCAN-FAIL\n" +
+                                   session_closes;
+
+inline const std::string clean_up =
+    "[WIFI]Cleanup\n[WIFI]Set value of sigterm_var\n[WIFI]Closing the ctrl sockets\n"
+    "[WIFI]Closing the Event sockets\n[WIFI]Reset Value of sigterm_var\n";
+
+inline const std::string end = "[WIFI]ResultFile: /root/WIFIResult Updated\n" + clean_up;
 
 inline const std::string interrupt =
     "[WIFI] Got ^C. Writing results to file before quitting.Please hold on...\n"
     "[WIFI]ResultFile: /root/WIFIResult Updated\n"
-    "[WIFI] Before resultFile.flush call \n[WIFI]Cleanup\n";
+    "[WIFI] Before resultFile.flush call \n" + clean_up + "[WIFI] Done..\n";
 
 inline wivex::report::Log read(std::string_view console,
                                wivex::report::ReaderOptions options = {}) {
