@@ -30,6 +30,7 @@ constexpr auto texts = std::to_array<TextRow>({
     {begins, "[WIFI]Configuration file problem", Sign::not_started},
     {begins, "[WIFI]Unknown key value pair.."},
     {begins, "skipping key = ", Sign::unknown_key},
+    {inside, ": line is longer than "},
     {begins, "[WIFI]Pushing PIDs"},
     {begins, "[WIFI]pid array size "},
     {whole, "[WIFI]USBFS is already Mounted"},
@@ -79,6 +80,7 @@ constexpr auto texts = std::to_array<TextRow>({
     {begins, "[WIFI]phy_addr is "},
     {begins, "[WIFI]Cannot open file "},
     {begins, "[WIFI]readdir_r returns NULL"},
+    {begins, "readdir_r: "},
 
     // Loopback
     {begins, "[WIFI]VID "},
@@ -206,6 +208,13 @@ constexpr auto texts = std::to_array<TextRow>({
     {begins, "killall udhcpd;sleep 1; "},
 
     // Wi-Fi Direct
+    {begins, "listen_device_P2P fail"},
+    {begins, "search_device_P2P fail"},
+    {begins, "stop_search_device_P2P fail"},
+    {begins, "FAILED:P2P_LISTEN"},
+    {begins, "SUCCESS:P2P_LISTEN"},
+    {open, "Failed to send P2P_LISTEN command to wpa_supplicant"},
+    {inside, "command to wpa_supplicant:"},
     {begins, "Sent P2P_GROUP_REMOVE ", Sign::group_removed},
     {open, "Failed to send P2P_GROUP_REMOVE command to wpa_supplicant", Sign::group_removed},
     {open, "Failed to send P2P_FLUSH command to wpa_supplicant"},
