@@ -6,6 +6,8 @@ namespace wivex::report {
 
 namespace {
 
+constexpr std::string_view updated = " Updated";
+
 std::string_view before(std::string_view text, std::string_view mark) {
     return text.substr(0, text.find(mark));
 }
@@ -46,8 +48,11 @@ std::string_view config_path_in(std::string_view argument) {
     return argument.ends_with(" Failed") ? std::string_view() : argument;
 }
 
+bool says_updated(std::string_view argument) {
+    return argument.ends_with(updated);
+}
+
 std::string_view result_path_in(std::string_view argument) {
-    constexpr std::string_view updated = " Updated";
     if (argument.ends_with(updated)) {
         argument.remove_suffix(updated.size());
     }

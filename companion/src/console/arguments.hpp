@@ -25,6 +25,9 @@ std::string_view lease_in(std::string_view argument);
 /// The path of a configuration file that could be read; empty when it could not.
 std::string_view config_path_in(std::string_view argument);
 
+/// Whether the announcement of a result file is whole: "PATH Updated".
+bool says_updated(std::string_view argument);
+
 /// The path of "PATH Updated", or of anything else as it stands.
 std::string_view result_path_in(std::string_view argument);
 

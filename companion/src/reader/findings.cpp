@@ -322,7 +322,8 @@ void RunReader::take_result(const Finding& finding) {
     if (sign == Sign::result_unwritable) {
         run_->evidence.losses.add(printable(finding.row->text));
     }
-    run_->result_written = run_->result_written || sign == Sign::result_written;
+    run_->result_written =
+        run_->result_written || (sign == Sign::result_written && says_updated(finding.argument));
     const std::string_view path = result_path_in(finding.argument);
     if (!path.empty()) {
         run_->result_file = printable(path);
