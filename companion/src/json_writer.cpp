@@ -36,6 +36,23 @@ Json spread(const Spread& values) {
             {"most", rounded(values.most)}};
 }
 
+Json distribution(const Series& series) {
+    if (series.empty()) {
+        return nullptr;
+    }
+    const Trend trend = series.trend();
+    return {{"median", rounded(series.median())},
+            {"percentile_95", rounded(series.quantile(0.95))},
+            {"least_iteration", series.least().iteration},
+            {"most_iteration", series.most().iteration},
+            {"trend", !trend.known ? Json(nullptr)
+                                   : Json{{"z", rounded(trend.z)},
+                                          {"change", rounded(trend.change)},
+                                          {"share", rounded(trend.share)},
+                                          {"significant", trend.is_significant()},
+                                          {"drift", trend.is_drift()}}}};
+}
+
 std::string_view name_of(TimeSource source) {
     switch (source) {
     case TimeSource::arrival:
@@ -87,7 +104,8 @@ Json phases(const Run& run) {
         }
         list.push_back({{"phase", name_of(phase)},
                         {"verdicts", verdicts},
-                        {"seconds", spread(run.phase_seconds.at(index_of(phase)))}});
+                        {"seconds", spread(run.phase_seconds.at(index_of(phase)))},
+                        {"distribution", distribution(run.phase_series.at(index_of(phase)))}});
     }
     return list;
 }
@@ -222,6 +240,7 @@ Json one_run(const Run& run) {
             {"failures_without_test_case", run.failures_without_test_case()},
             {"iteration_seconds", spread(run.iteration_seconds)},
             {"throughput", spread(run.throughput)},
+            {"throughput_distribution", distribution(run.throughput_series)},
             {"phases", phases(run)},
             {"causes", causes(run)},
             {"failures", failures(run)},

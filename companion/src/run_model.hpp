@@ -5,6 +5,7 @@
 
 #include "causes.hpp"
 #include "model/evidence.hpp"
+#include "model/series.hpp"
 #include "model/sub_causes.hpp"
 #include "phases.hpp"
 
@@ -182,6 +183,8 @@ struct Run {
     std::array<Spread, phase_count> phase_seconds{};
     Spread throughput;
     Spread iteration_seconds;
+    std::array<Series, phase_count> phase_series{};
+    Series throughput_series;
     std::uint32_t clients_served = 0;
 
     std::vector<Iteration> iterations;

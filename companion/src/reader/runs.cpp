@@ -67,6 +67,7 @@ void RunReader::doubt_arrival_times() {
     run_->times = TimeSource::none;
     run_->began.clear();
     run_->phase_seconds = {};
+    run_->phase_series = {};
     run_->iteration_seconds = {};
     run_->timeline.forget_times();
     for (Iteration& iteration : run_->iterations) {
@@ -111,6 +112,7 @@ void RunReader::tally_iteration() {
     }
     if (record.throughput >= 0) {
         run_->throughput.add(record.throughput);
+        run_->throughput_series.add(record.number, record.throughput);
     }
     ++run_->outcomes.at(static_cast<std::size_t>(record.outcome));
     run_->warned += record.warned ? 1 : 0;
@@ -122,6 +124,7 @@ void RunReader::tally_iteration() {
         }
         if (phase.was_completed()) {
             run_->phase_seconds[i].add(phase.seconds);
+            run_->phase_series[i].add(record.number, phase.seconds);
         }
         run_->evidence.judged[i] += current_.judged_phases[i] ? 1 : 0;
     }

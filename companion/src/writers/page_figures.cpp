@@ -5,13 +5,11 @@
 #include "writers/page.hpp"
 
 #include <cmath>
-#include <span>
 
 namespace wivex::report {
 
 namespace {
 
-constexpr double noteworthy_drift = 10;
 // A phase that never takes longer has no curve worth a picture.
 constexpr float shortest_drawn = 0.05F;
 
@@ -35,50 +33,79 @@ std::string verdict_counts(const Run& run, Phase phase) {
     return text;
 }
 
-std::string drift_words(std::span<const CurvePoint> points, std::string_view unit) {
-    const Drift drift = drift_of(points);
-    if (!drift.known) {
+std::string signed_percent(double share) {
+    return (share > 0 ? "+" : "") + figure_text(share * 100) + " %";
+}
+
+std::string rank_words(const Trend& trend) {
+    return "rank test: z = " + figure_text(trend.z);
+}
+
+// Less than this is no change that anybody could feel.
+constexpr double least_change_of_time = 0.1;
+
+bool drifts(const Trend& trend, double least_change) {
+    return trend.is_drift() && std::fabs(trend.change) >= least_change;
+}
+
+std::string trend_words(const Trend& trend, std::string_view unit) {
+    if (!trend.known) {
         return "";
     }
-    const bool drifts = std::fabs(drift.percent()) >= noteworthy_drift;
-    std::string text = drifts ? "<p class=\"amber\">Drifts" : "<p class=\"soft\">Steady";
-    text += ": mean of the first third " + figure_text(drift.early) + ", of the last third " +
-            figure_text(drift.late) + " " + std::string(unit) + " (" +
-            (drift.percent() > 0 ? "+" : "") + figure_text(drift.percent()) + " %).</p>\n";
-    return text;
+    if (!trend.is_significant()) {
+        return paragraph("soft", "No trend over the run (" + rank_words(trend) + ").");
+    }
+    const std::string change = (trend.change > 0 ? "+" : "") + figure_text(trend.change) + " " +
+                               std::string(unit) + " (" + signed_percent(trend.share) +
+                               ") from the first to the last iteration, " + rank_words(trend);
+    if (!trend.is_drift()) {
+        return paragraph("soft", "A trend too small to matter: " + change + ".");
+    }
+    return paragraph("amber", (trend.change > 0 ? "Drifts up: " : "Drifts down: ") + change + ".");
+}
+
+std::string number_cell(std::string_view label, const std::string& value) {
+    return R"(<td class="number" data-name=")" + std::string(label) + R"(">)" + value + "</td>";
 }
 
 std::string phase_row(const Run& run, Phase phase) {
-    const std::vector<CurvePoint> points = seconds_points(run, phase);
-    const Spread& seconds = run.phase_seconds.at(index_of(phase));
+    const Series& series = run.phase_series.at(index_of(phase));
     const std::string name(name_of(phase));
     std::string text = "<tr><th scope=\"row\">" + name + "</th><td class=\"verdicts\">" +
                        verdict_counts(run, phase) + "</td>";
     if (run.times == TimeSource::none) {
         return text + "</tr>\n";
     }
+    if (series.empty()) {
+        return text + R"(<td class="wide"></td>)" + number_cell("least", "") +
+               number_cell("median", "") + number_cell("95 %", "") + number_cell("most", "") +
+               "</tr>\n";
+    }
+    const Sample& most = series.most();
     text += "<td class=\"wide\">" +
-            (seconds.most < shortest_drawn ? "" : curve(points, run.started, {name, "s"}, true)) +
+            (most.value < shortest_drawn
+                 ? ""
+                 : curve(seconds_points(run, phase), run.started, {name, "s"}, true)) +
             "</td>";
-    const auto value = [&](std::string_view label, double number) {
-        text += R"(<td class="number" data-name=")" + std::string(label) + R"(">)" +
-                (seconds.count == 0 ? "" : duration_text(number)) + "</td>";
-    };
-    value("least", seconds.least);
-    value("mean", seconds.mean());
-    value("most", seconds.most);
-    return text + "</tr>\n";
+    return text + number_cell("least", duration_text(series.least().value)) +
+           number_cell("median", duration_text(series.median())) +
+           number_cell("95 %", duration_text(series.quantile(0.95))) +
+           number_cell("most", duration_text(most.value) + " <small>in " +
+                                   std::to_string(most.iteration) + "</small>") +
+           "</tr>\n";
 }
 
 std::string drifting_phases(const Run& run) {
     std::string text;
     for (const Phase phase : all_phases()) {
-        const std::vector<CurvePoint> points = seconds_points(run, phase);
-        const Drift drift = drift_of(points);
-        if (drift.known && drift.late > 0.5 && std::fabs(drift.percent()) >= noteworthy_drift) {
-            text += "<p class=\"amber\">" + std::string(name_of(phase)) +
-                    " drifts: mean of the first third " + duration_text(drift.early) +
-                    ", of the last third " + duration_text(drift.late) + ".</p>\n";
+        const Trend trend = run.phase_series.at(index_of(phase)).trend();
+        if (drifts(trend, least_change_of_time)) {
+            text += paragraph(
+                "amber", std::string(name_of(phase)) +
+                             (trend.change > 0 ? " gets slower: " : " gets faster: ") +
+                             duration_text(std::fabs(trend.change)) + " (" +
+                             signed_percent(trend.share) +
+                             ") from the first to the last iteration, " + rank_words(trend) + ".");
         }
     }
     return text;
@@ -91,7 +118,8 @@ std::string phases_card(const Run& run, const std::string& prefix) {
     std::string text = "<table class=\"phases\"><thead><tr><th>Phase</th><th>Verdicts</th>";
     if (timed) {
         text += "<th>Time over the iterations</th><th class=\"number\">Least</th>"
-                "<th class=\"number\">Mean</th><th class=\"number\">Most</th>";
+                "<th class=\"number\">Median</th><th class=\"number\">95 %</th>"
+                "<th class=\"number\">Most</th>";
     }
     text += "</tr></thead><tbody>\n";
     for (const Phase phase : all_phases()) {
@@ -100,23 +128,26 @@ std::string phases_card(const Run& run, const std::string& prefix) {
         }
     }
     text += "</tbody></table>\n" + drifting_phases(run);
-    if (!timed) {
-        text += "<p class=\"soft\">Times are unknown: this console was read after the run and "
-                "carries no time stamps.</p>\n";
-    }
+    text += timed ? paragraph("soft", "95 % of the times are not above the figure of that column. "
+                                      "Behind the longest time stands its iteration.")
+                  : paragraph("soft", "Times are unknown: this console was read after the run and "
+                                      "carries no time stamps.");
     return card(prefix + "phases", "Phases", text);
 }
 
 std::string throughput_card(const Run& run, const std::string& prefix) {
-    const std::vector<CurvePoint> points = throughput_points(run);
-    if (points.empty()) {
+    const Series& series = run.throughput_series;
+    if (series.empty()) {
         return "";
     }
-    const Spread& all = run.throughput;
-    std::string text = curve(points, run.started, {"Throughput", "Mbit/s"}, false);
-    text += "<p>Least " + figure_text(all.least) + ", mean " + figure_text(all.mean()) + ", most " +
-            figure_text(all.most) + " Mbit/s in " + plural_iterations(all.count) + ".</p>\n";
-    text += drift_words(points, "Mbit/s");
+    std::string text = curve(throughput_points(run), run.started, {"Throughput", "Mbit/s"}, false);
+    text += paragraph("", "Least " + figure_text(series.least().value) + " (iteration " +
+                              std::to_string(series.least().iteration) + "), median " +
+                              figure_text(series.median()) + ", 95th percentile " +
+                              figure_text(series.quantile(0.95)) + ", most " +
+                              figure_text(series.most().value) + " Mbit/s in " +
+                              plural_iterations(run.throughput.count) + ".");
+    text += trend_words(series.trend(), "Mbit/s");
     return card(prefix + "throughput", "Throughput, Mbit/s", text);
 }
 

@@ -56,7 +56,8 @@ inline const std::string end = "[WIFI]ResultFile: /root/WIFIResult Updated\n" + 
 inline const std::string interrupt =
     "[WIFI] Got ^C. Writing results to file before quitting.Please hold on...\n"
     "[WIFI]ResultFile: /root/WIFIResult Updated\n"
-    "[WIFI] Before resultFile.flush call \n" + clean_up + "[WIFI] Done..\n";
+    "[WIFI] Before resultFile.flush call \n" +
+    clean_up + "[WIFI] Done..\n";
 
 inline wivex::report::Log read(std::string_view console,
                                wivex::report::ReaderOptions options = {}) {

@@ -66,9 +66,10 @@ TEST(Verdict, is_failed_when_something_failed_that_the_tool_does_not_count) {
                                    "ERROR:UDHCHPC START FAILED\n" +
                                    traffic + disconnect + session_closes;
     EXPECT_EQ(verdict_on(banner + no_address + end), RunVerdict::failed);
-    EXPECT_THAT(judged(banner + no_address + end).missing,
-                ElementsAre("no address by DHCP: 1 time; the test went on, and the result file does "
-                            "not count it"));
+    EXPECT_THAT(
+        judged(banner + no_address + end).missing,
+        ElementsAre("no address by DHCP: 1 time; the test went on, and the result file does "
+                    "not count it"));
 }
 
 TEST(Verdict, is_failed_when_the_run_never_started) {
@@ -140,10 +141,9 @@ TEST(Verdict, is_not_known_when_iterations_are_missing) {
 TEST(Verdict, is_never_green_in_the_softap_mode) {
     EXPECT_EQ(verdict_on(banner + checks_pass + "[WIFI]ERROR:create softAP problem\n"),
               RunVerdict::unknown);
-    EXPECT_EQ(verdict_on(banner +
-                         "[WIFI]MODULE CONNECTED\n"
-                         "[WIFI]ERROR:WiFi driver is not insmoded properly, Please check\n"
-                         "[WIFI]softAP created successfuly.\n"),
+    EXPECT_EQ(verdict_on(banner + "[WIFI]MODULE CONNECTED\n"
+                                  "[WIFI]ERROR:WiFi driver is not insmoded properly, Please check\n"
+                                  "[WIFI]softAP created successfuly.\n"),
               RunVerdict::failed);
 }
 
@@ -160,8 +160,7 @@ TEST(Verdict, is_one_of_its_own_for_an_interrupted_run) {
 const std::string group = checks_pass + "P2P group started bench-ap \n";
 
 TEST(Verdict, is_passed_for_an_own_group_that_served_a_client_until_the_interrupt) {
-    EXPECT_EQ(verdict_on(banner + group + "Client connected 1.\n" + interrupt),
-              RunVerdict::passed);
+    EXPECT_EQ(verdict_on(banner + group + "Client connected 1.\n" + interrupt), RunVerdict::passed);
     EXPECT_EQ(verdict_on(banner + group + interrupt), RunVerdict::interrupted);
     EXPECT_EQ(verdict_on(banner + group +
                          "Client connected 1.\n"
