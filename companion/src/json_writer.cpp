@@ -1,5 +1,6 @@
 #include "json_writer.hpp"
 
+#include "model/advice.hpp"
 #include "model/test_cases.hpp"
 #include "model/verdict.hpp"
 #include "model/weak_passes.hpp"
@@ -110,6 +111,17 @@ Json phases(const Run& run) {
     return list;
 }
 
+Json sub_causes(const Run& run, Cause cause) {
+    Json object = Json::object();
+    const auto& counts = run.sub_causes.at(index_of(cause));
+    for (std::size_t i = 1; i < counts.size(); ++i) {
+        if (counts.at(i) != 0) {
+            object[std::string(id_of(static_cast<SubCause>(i)))] = counts.at(i);
+        }
+    }
+    return object;
+}
+
 Json causes(const Run& run) {
     Json list = Json::array();
     for (std::size_t i = 0; i < cause_count; ++i) {
@@ -129,6 +141,8 @@ Json causes(const Run& run) {
                         {"failures", count.failures},
                         {"warnings", count.warnings},
                         {"interrupted", count.unrecorded},
+                        {"sub_causes", sub_causes(run, cause)},
+                        {"look_first_at", advice_on(run, cause)},
                         {"first_iteration", count.first_iteration},
                         {"last_iteration", count.last_iteration}});
     }
@@ -138,15 +152,18 @@ Json causes(const Run& run) {
 Json failures(const Run& run) {
     Json list = Json::array();
     for (const Failure& failure : run.failures) {
-        list.push_back({{"iteration", failure.iteration},
-                        {"phase", name_of(failure.phase)},
-                        {"cause", row_of(failure.cause).id},
-                        {"warning", failure.warning},
-                        {"interrupted", failure.unrecorded},
-                        {"concluded", failure.concluded},
-                        {"line", failure.line},
-                        {"console", failure.lines},
-                        {"console_at", failure.shown_at}});
+        list.push_back(
+            {{"iteration", failure.iteration},
+             {"phase", name_of(failure.phase)},
+             {"cause", row_of(failure.cause).id},
+             {"sub_cause",
+              failure.sub_cause == SubCause::none ? Json(nullptr) : Json(id_of(failure.sub_cause))},
+             {"warning", failure.warning},
+             {"interrupted", failure.unrecorded},
+             {"concluded", failure.concluded},
+             {"line", failure.line},
+             {"console", failure.lines},
+             {"console_at", failure.shown_at}});
     }
     return list;
 }

@@ -1,11 +1,13 @@
 #include "junit_writer.hpp"
 
 #include "html_text.hpp"
+#include "model/advice.hpp"
 #include "model/test_cases.hpp"
 #include "model/verdict.hpp"
 #include "model/weak_passes.hpp"
 #include "writers/junit_suite.hpp"
 
+#include <array>
 #include <map>
 #include <utility>
 
@@ -108,7 +110,19 @@ private:
         }
     }
 
-    JunitProblem problem_of(const Iteration& iteration, Phase phase) const {
+    // Asked for every failure of a run, and always the same for a cause.
+    const std::string& look_first(Cause cause) {
+        std::string& text = look_first_.at(index_of(cause));
+        if (!text.empty()) {
+            return text;
+        }
+        for (const std::string_view advice : advice_on(run_, cause)) {
+            text += "Look first at: " + std::string(advice) + "\n";
+        }
+        return text;
+    }
+
+    JunitProblem problem_of(const Iteration& iteration, Phase phase) {
         const auto found = index_.find(std::pair(iteration.number, phase));
         if (found == index_.end()) {
             return {"failure", "failed; see run.json for the counts", ""};
@@ -126,7 +140,7 @@ private:
                            ? " (the console does not tell the mode, hence not the test case)"
                            : " (not counted in the result file)";
         }
-        return {row.id, message, excerpt(failure)};
+        return {row.id, message, excerpt(failure) + look_first(failure.cause)};
     }
 
     // Of the iterations behind those kept in detail there are counts: a test case for all of them
@@ -215,6 +229,7 @@ private:
     const Run& run_;
     JunitSuite suite_;
     std::multimap<std::pair<std::uint32_t, Phase>, const Failure*> index_;
+    std::array<std::string, cause_count> look_first_;
 };
 
 // Runs that were left out to bound the memory keep their verdicts.

@@ -17,7 +17,9 @@ constexpr std::size_t least_columns = 20;
 
 std::string words_of(const Failure& failure) {
     const CauseRow& row = row_of(failure.cause);
-    return std::string(name_of(row.phase)) + ": " + std::string(row.words);
+    const std::string behind(words_of(failure.sub_cause));
+    return std::string(name_of(row.phase)) + ": " + std::string(row.words) +
+           (behind.empty() ? "" : ": " + behind);
 }
 
 // The last failure that ended something, of one iteration or of all.

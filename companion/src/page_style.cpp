@@ -101,6 +101,8 @@ section > details:first-of-type { border-top: 0; padding-top: 0; }
 details.more { border: 0; padding: .6rem 0 0; }
 summary { cursor: pointer; }
 summary b { font-weight: 600; }
+.advice { padding-left: 1rem; border-left: 3px solid var(--rule); }
+code { font: .9em ui-monospace, "DejaVu Sans Mono", monospace; }
 details h4 { margin: .8rem 0 .3rem; font-size: .9rem; font-weight: 600; }
 details h4:target { text-decoration: underline; text-decoration-color: var(--line); }
 pre { margin: 0; padding: .6rem .8rem; border: 1px solid var(--rule); border-radius: .35rem;

@@ -1,7 +1,6 @@
 #include "reader/stamp_reader.hpp"
 
 #include <array>
-#include <ctime>
 
 namespace wivex::report {
 
@@ -20,10 +19,9 @@ bool may_be_stamped(std::string_view line) {
 
 } // namespace
 
-std::string local_time(long seconds) {
-    const std::time_t moment = seconds;
+std::string local_time(std::time_t seconds) {
     std::tm parts{};
-    if (localtime_r(&moment, &parts) == nullptr) {
+    if (localtime_r(&seconds, &parts) == nullptr) {
         return {};
     }
     std::array<char, 32> text{};

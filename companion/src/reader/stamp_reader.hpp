@@ -5,6 +5,7 @@
 #include "figures.hpp"
 #include "recogniser.hpp"
 
+#include <ctime>
 #include <string>
 #include <string_view>
 
@@ -36,6 +37,6 @@ private:
 };
 
 /// Seconds since 1970 as "YYYY-MM-DD hh:mm:ss" in local time.
-std::string local_time(long seconds);
+std::string local_time(std::time_t seconds);
 
 } // namespace wivex::report

@@ -1,6 +1,8 @@
 #include "writers/page_failures.hpp"
 
 #include "html_text.hpp"
+#include "model/advice.hpp"
+#include "model/weak_passes.hpp"
 #include "writers/page.hpp"
 
 #include <algorithm>
@@ -19,6 +21,9 @@ std::string excerpt(const Failure& failure, const std::string& anchor) {
     }
     if (failure.concluded) {
         text += " concluded from what did not come: standard error is not in this console";
+    }
+    if (failure.sub_cause != SubCause::none) {
+        text += ": " + escaped(words_of(failure.sub_cause));
     }
     text += "</span></h4>\n<pre>";
     for (std::size_t i = 0; i < failure.lines.size(); ++i) {
@@ -40,7 +45,7 @@ std::string cause_summary(const Run& run, Cause cause) {
     }
     if (count.warnings != 0) {
         text += " <span class=\"amber\">" + count_text(count.warnings, "time", "times") +
-                ", warning only</span>";
+                ", the test went on</span>";
     }
     if (count.unrecorded != 0) {
         text += " <span class=\"soft\">" + count_text(count.unrecorded, "time", "times") +
@@ -51,15 +56,39 @@ std::string cause_summary(const Run& run, Cause cause) {
         text += "test case " + std::to_string(test_case) + ", code " + std::to_string(row.code) +
                 (records_of(cause, run.mode) > 1 ? ", counted twice" : "");
     } else if (count.failures != 0) {
-        text += run.mode == Mode::unknown ? "mode unknown" : "not counted in the result file";
+        text += run.mode == Mode::unknown
+                    ? "the console does not tell the mode, hence not the test case"
+                    : "not counted in the result file";
     } else {
-        text += "the test went on";
+        text += is_weak_pass(cause) ? "counts as passed" : "not counted in the result file";
     }
     if (count.failures + count.warnings > 1) {
         text += "; iterations " + std::to_string(count.first_iteration) + " to " +
                 std::to_string(count.last_iteration);
     }
     return text + "</span></summary>\n";
+}
+
+// How many more there are, and how many of them are kept to be shown.
+std::string more_words(std::size_t all, std::size_t kept) {
+    std::string text = std::to_string(all - 1) + " more";
+    return all == kept ? text : text + ", " + std::to_string(kept - 1) + " of them shown";
+}
+
+// What lies behind a cause, as far as events and children tell, and where to look first.
+std::string explanation(const Run& run, Cause cause) {
+    std::string text;
+    const auto& behind = run.sub_causes.at(index_of(cause));
+    for (std::size_t i = 1; i < behind.size(); ++i) {
+        if (behind.at(i) != 0) {
+            text += paragraph("", "<b>" + escaped(words_of(static_cast<SubCause>(i))) +
+                                      "</b>: " + count_text(behind.at(i), "time", "times"));
+        }
+    }
+    for (const std::string_view advice : advice_on(run, cause)) {
+        text += paragraph("advice", "Look first at: " + with_code(advice));
+    }
+    return text;
 }
 
 // The first one at once, the others behind one more click.
@@ -76,9 +105,8 @@ std::string excerpts(const Run& run, Cause cause, const std::string& prefix,
         const bool first = anchored.insert(failure.iteration).second;
         const std::string id = prefix + "i" + std::to_string(failure.iteration);
         if (shown == 1) {
-            text += "<details class=\"more\"><summary>" +
-                    std::to_string(run.causes.at(index_of(cause)).detailed - 1) +
-                    " more</summary>\n";
+            text += "<details class=\"more\"><summary>" + more_words(all, count.detailed) +
+                    "</summary>\n";
         }
         text += excerpt(failure, first ? " id=\"" + id + "\"" : "");
         ++shown;
@@ -109,7 +137,8 @@ std::string failures_card(const Run& run, const std::string& prefix) {
     std::string text;
     for (const Cause cause : causes) {
         text += "<details" + std::string(cause == causes.front() ? " open=\"\"" : "") + ">" +
-                cause_summary(run, cause) + excerpts(run, cause, prefix, anchored) + "</details>\n";
+                cause_summary(run, cause) + explanation(run, cause) +
+                excerpts(run, cause, prefix, anchored) + "</details>\n";
     }
     return card(prefix + "failures", "Failures by cause", text);
 }
