@@ -30,7 +30,7 @@ constexpr auto texts = std::to_array<TextRow>({
     {begins, "[WIFI]Configuration file problem", Sign::not_started},
     {begins, "[WIFI]Unknown key value pair.."},
     {begins, "skipping key = ", Sign::unknown_key},
-    {inside, ": line is longer than "},
+    {ends, " characters, the rest is skipped"},
     {begins, "[WIFI]Pushing PIDs"},
     {begins, "[WIFI]pid array size "},
     {whole, "[WIFI]USBFS is already Mounted"},
@@ -208,13 +208,13 @@ constexpr auto texts = std::to_array<TextRow>({
     {begins, "killall udhcpd;sleep 1; "},
 
     // Wi-Fi Direct
+    {begins, "Sent P2P_LISTEN "},
     {begins, "listen_device_P2P fail"},
     {begins, "search_device_P2P fail"},
     {begins, "stop_search_device_P2P fail"},
     {begins, "FAILED:P2P_LISTEN"},
     {begins, "SUCCESS:P2P_LISTEN"},
     {open, "Failed to send P2P_LISTEN command to wpa_supplicant"},
-    {inside, "command to wpa_supplicant:"},
     {begins, "Sent P2P_GROUP_REMOVE ", Sign::group_removed},
     {open, "Failed to send P2P_GROUP_REMOVE command to wpa_supplicant", Sign::group_removed},
     {open, "Failed to send P2P_FLUSH command to wpa_supplicant"},

@@ -85,7 +85,8 @@ std::string softap_words(const Run& run) {
 std::string reasons(const Run& run, const Judgement& judgement, const std::string& prefix) {
     const std::vector<std::string> weak = weak_passes(run);
     std::string text;
-    if (!judgement.missing.empty()) {
+    // A failed run says its first reason in its heading.
+    if (judgement.missing.size() > (judgement.verdict == RunVerdict::failed ? 1 : 0)) {
         text += card(prefix + "why",
                      judgement.verdict == RunVerdict::failed ? "Why it failed"
                                                              : "What is missing for a pass",

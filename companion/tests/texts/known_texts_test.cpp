@@ -93,6 +93,13 @@ constexpr auto instances = std::to_array<Instance>({
      "Failed to send P2P_GROUP_ADD command to wpa_supplicant"},
     {"Failed to send x command to wpa_supplicant",
      "Failed to send P2P_LISTEN command to wpa_supplicant"},
+    {"Sent xcommand to wpa_supplicant:", "Sent P2P_GROUP_REMOVE wlan0command to wpa_supplicant:"},
+    {"Sentxcommand to wpa_supplicant:x",
+     "SentP2P_CONNECT 02:00:00:00:00:01 pbc join persistentcommand to wpa_supplicant:OK"},
+    {"Sent x command to wpa_supplicant:x",
+     "Sent P2P_CONNECT 02:00:00:00:00:01 pbc  go_intent=7 command to wpa_supplicant:OK"},
+    {"Sent x command to wpa_supplicant:x", "Sent P2P_FIND command to wpa_supplicant:OK"},
+    {"Sent x command to wpa_supplicant:x", "Sent P2P_LISTEN command to wpa_supplicant:OK"},
     {"x fail", "search_device_P2P fail"},
     {"x fail", "stop_search_device_P2P fail"},
 });
