@@ -255,6 +255,19 @@ std::string LiveView::finish(const RunReader& reader) {
 
 namespace {
 
+std::string behind(const Run& run, Cause cause) {
+    std::string text;
+    const auto& counts = run.sub_causes.at(index_of(cause));
+    for (std::size_t i = 1; i < counts.size(); ++i) {
+        if (counts.at(i) != 0) {
+            text += std::string(text.empty() ? ": " : ", ") +
+                    std::string(words_of(static_cast<SubCause>(i))) + " (" +
+                    std::to_string(counts.at(i)) + ")";
+        }
+    }
+    return text;
+}
+
 std::string summary_of_causes(const Run& run) {
     std::string text;
     for (std::size_t i = 0; i < cause_count; ++i) {
@@ -263,7 +276,8 @@ std::string summary_of_causes(const Run& run) {
             const CauseRow& row = row_of(static_cast<Cause>(i));
             text += "  " + std::to_string(count.failures + count.warnings) + " x " +
                     std::string(name_of(row.phase)) + ": " + std::string(row.words) +
-                    (count.failures == 0 ? " (warning)" : "") + "\n";
+                    behind(run, static_cast<Cause>(i)) + (count.failures == 0 ? " (warning)" : "") +
+                    "\n";
         }
     }
     return text;

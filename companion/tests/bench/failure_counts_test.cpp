@@ -278,6 +278,14 @@ INSTANTIATE_TEST_SUITE_P(AtAnyTime, FailureCountsOfInterruptedRun,
                                          Interrupt{"p2p-peer-never-found", "-d", "INT@3300ms"},
                                          Interrupt{"attach-refused", "-w", "INT@500ms"}));
 
+TEST(SubCauses, tell_a_wrong_pass_phrase) {
+    const BenchRun bench =
+        prepared("wrong-pass-phrase").args({"-w", "-u"}).streams_together().run();
+    const wivex::report::Run run = read_console(bench.out, Mode::unknown);
+    ASSERT_EQ(run.failures.size(), 1U) << bench.out;
+    EXPECT_EQ(run.failures[0].sub_cause, SubCause::wrong_key);
+}
+
 // An access point may be called like anything that the tool prints.
 TEST(FailureCountsOfScan, are_not_taken_from_names_of_access_points) {
     const BenchRun bench = Bench()
