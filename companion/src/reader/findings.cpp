@@ -211,6 +211,14 @@ void RunReader::take_about_mode(const Finding& finding) {
             take_group_removal();
         }
         return;
+    default:
+        take_progress(finding);
+    }
+}
+
+void RunReader::take_progress(const Finding& finding) {
+    const TextRow& row = *finding.row;
+    switch (row.sign) {
     case Sign::mode_passed:
         if (!current_.open) {
             return;

@@ -83,6 +83,7 @@ private:
     void take_verdict(const Finding& finding);
     void take_about_device(const Finding& finding);
     void take_about_mode(const Finding& finding);
+    void take_progress(const Finding& finding);
     void take_group_removal();
     void take_ending(const Finding& finding);
     void take_result(const Finding& finding);
