@@ -81,16 +81,36 @@ std::string softap_words(const Run& run) {
                              std::string(meaning));
 }
 
+// Lines that nobody should pass over.
+std::string noted_lines(std::string_view title, const NotedLines& lines) {
+    if (lines.count == 0) {
+        return "";
+    }
+    std::string text = "<h4>" + std::string(title) + "</h4>\n<pre>";
+    for (const std::string& line : lines.first) {
+        text += escaped(line) + "\n";
+    }
+    if (lines.count > lines.first.size()) {
+        text += "and " + std::to_string(lines.count - lines.first.size()) + " more\n";
+    }
+    return text + "</pre>\n";
+}
+
 // Why the run has not passed, and what its passes do not prove.
 std::string reasons(const Run& run, const Judgement& judgement, const std::string& prefix) {
     const std::vector<std::string> weak = weak_passes(run);
     std::string text;
     // A failed run says its first reason in its heading.
-    if (judgement.missing.size() > (judgement.verdict == RunVerdict::failed ? 1 : 0)) {
-        text += card(prefix + "why",
-                     judgement.verdict == RunVerdict::failed ? "Why it failed"
-                                                             : "What is missing for a pass",
-                     softap_words(run) + list_of("reasons", judgement.missing));
+    const bool said = judgement.verdict == RunVerdict::failed && judgement.missing.size() == 1 &&
+                      run.evidence.losses.count == 0;
+    if (!judgement.missing.empty() && !said) {
+        text += card(
+            prefix + "why",
+            judgement.verdict == RunVerdict::failed ? "Why it failed"
+                                                    : "What is missing for a pass",
+            softap_words(run) + list_of("reasons", judgement.missing) +
+                noted_lines("Lines about lost results", run.evidence.losses) +
+                noted_lines("Lines of the tool that are not known here", run.evidence.unknown));
     }
     if (!weak.empty()) {
         text += card(prefix + "weak", "What the passes do not prove", list_of("reasons", weak));

@@ -47,8 +47,9 @@ void RunReader::begin_run() {
 
 void RunReader::end_run(RunEnd end) {
     end_iteration(false);
+    const Evidence& evidence = run_->evidence;
     if (run_->mode == Mode::unknown && run_->failures_without_test_case() == 0 &&
-        run_->count(Outcome::unfinished) < run_->started) {
+        evidence.judged_in(Phase::mac) + evidence.judged_in(Phase::loopback) != 0) {
         run_->mode = Mode::checks;
     }
     run_->end = end;

@@ -271,6 +271,12 @@ TEST(Html, says_what_the_line_of_the_softap_mode_means) {
     EXPECT_THAT(page, HasSubstr("The line is inverted: it says that the driver was ready"));
 }
 
+TEST(Html, shows_every_line_of_the_tool_that_is_not_known) {
+    const std::string page =
+        write_html(read(banner + legacy_pass + "[WIFI]New <one>\n[WIFI]New two\n" + end));
+    EXPECT_THAT(page, HasSubstr("[WIFI]New &lt;one&gt;\n[WIFI]New two\n</pre>"));
+}
+
 // ---- Files
 
 TEST(ReportFiles, makes_its_directory_and_leaves_three_files) {
