@@ -195,7 +195,7 @@ std::vector<std::string_view> advice_on(const Run& run, Cause cause) {
         if (failure.cause != cause) {
             continue;
         }
-        const auto found = std::ranges::find_if(rows, [&](const AdviceRow& row) {
+        const auto* const found = std::ranges::find_if(rows, [&](const AdviceRow& row) {
             return is_for(row, cause, run.mode) && told(failure, row.text);
         });
         if (found != rows.end()) {

@@ -59,21 +59,21 @@ void OpenIteration::take_rate(float megabits_per_second, bool of_all_streams, bo
     traffic_seen = true;
     rate = megabits_per_second;
     if (of_all_streams && of_all_time) {
-        sum_throughput_ = megabits_per_second;
+        sum_throughput = megabits_per_second;
     } else if (of_all_time) {
-        total_throughput_ = megabits_per_second;
+        total_throughput = megabits_per_second;
     } else if (!of_all_streams) {
-        throughput_.add(megabits_per_second);
+        throughput.add(megabits_per_second);
     }
 }
 
 void OpenIteration::set_throughput() {
-    if (sum_throughput_ >= 0) {
-        record.throughput = sum_throughput_;
-    } else if (total_throughput_) {
-        record.throughput = *total_throughput_;
-    } else if (throughput_.count > 0) {
-        record.throughput = static_cast<float>(throughput_.mean());
+    if (sum_throughput >= 0) {
+        record.throughput = sum_throughput;
+    } else if (total_throughput) {
+        record.throughput = *total_throughput;
+    } else if (throughput.count > 0) {
+        record.throughput = static_cast<float>(throughput.mean());
     }
 }
 

@@ -78,12 +78,12 @@ struct OpenIteration {
     /// its session was closed, and the line of a pass did not come.
     Cause missing_failure(Mode mode) const;
 
-private:
+    /// The time since the last thing that happened belongs to the phase `to`.
     void pass_time_to(Phase to, Moment now);
 
-    float sum_throughput_ = -1;
-    Spread throughput_;
-    std::optional<float> total_throughput_;
+    float sum_throughput = -1;
+    Spread throughput;
+    std::optional<float> total_throughput;
 };
 
 } // namespace wivex::report

@@ -198,8 +198,8 @@ TEST(Verdict, is_the_same_in_every_output) {
         }
         const bool green = judge(log) == RunVerdict::passed;
         EXPECT_EQ(page_is_green(write_html(log)), green) << console.substr(0, 400);
-        const pugi::xml_node suite =
-            parsed(write_junit(log)).child("testsuites").child("testsuite");
+        const pugi::xml_document junit = parsed(write_junit(log));
+        const pugi::xml_node suite = junit.child("testsuites").child("testsuite");
         EXPECT_EQ(suite.attribute("errors").as_int() == 0, green) << console.substr(0, 400);
         const auto document = nlohmann::json::parse(write_json(log));
         EXPECT_EQ(document.at("verdict") == "passed", green);
