@@ -111,7 +111,7 @@ bool RunReader::take_figures(std::string_view line) {
 // A line of another program, or one of the tool that nobody has told this program about.
 void RunReader::take_other(std::string_view line) {
     ++log_.unknown_lines;
-    if (recogniser_.looks_like_the_tool(line)) {
+    if (Recogniser::looks_like_the_tool(line)) {
         if (run_ == nullptr && line.starts_with(tool_prefix)) {
             begin_run();
         }
