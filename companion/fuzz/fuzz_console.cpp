@@ -6,7 +6,7 @@
 #include "json_writer.hpp"
 #include "junit_writer.hpp"
 #include "live_view.hpp"
-#include "run_reader.hpp"
+#include "reader/run_reader.hpp"
 
 #include <algorithm>
 #include <cstddef>

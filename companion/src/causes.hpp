@@ -78,6 +78,9 @@ unsigned records_of(Cause cause, Mode mode);
 /// The test case number of a mode, 0 when it has none.
 int test_case_of(Mode mode);
 
+/// Number of the last test case that a result file can hold.
+constexpr int last_test_case = 10;
+
 /// What a test case of the result file (1 to 10) examines.
 std::string_view title_of_test_case(int test_case);
 

@@ -13,7 +13,6 @@ namespace {
 
 // Below this many slices a cell is large enough to carry its number.
 constexpr std::size_t most_numbered_cells = 60;
-constexpr std::size_t fewest_for_drift = 9;
 
 std::string place(double value) {
     std::array<char, 32> text{};
@@ -93,8 +92,10 @@ std::string cell(const Run& run, const Slice& slice, bool numbered, std::string_
     }
     std::string attributes = " class=\"cell " + std::string(kind) + "\" title=\"" + words + "\"";
     if (slice.iterations > 1 && slice.count(Outcome::failed) != 0) {
-        const double share = static_cast<double>(slice.count(Outcome::failed)) / slice.iterations;
-        attributes += " style=\"--share:" + place(std::max(30.0, share * 100)) + "%\"";
+        const std::uint32_t bad = slice.count(Outcome::failed) + slice.count(Outcome::uncounted);
+        const double share = static_cast<double>(bad) / slice.iterations;
+        // Never so little that it cannot be seen.
+        attributes += " style=\"--share:max(2px," + place(share * 100) + "%)\"";
     }
     const std::string hidden = "<span class=\"sr\">" + words + "</span>";
     const Failure* const failure = described_failure(run, slice);
@@ -227,18 +228,6 @@ std::string curve(std::span<const CurvePoint> points, std::uint32_t iterations,
            "</span><span>" + figure_text(writer.top() / 2) + "</span><span>0</span></div>" + svg +
            R"(<div class="x"><span>0</span><span>iteration</span><span>)" + last +
            "</span></div></div>";
-}
-
-Drift drift_of(std::span<const CurvePoint> points) {
-    Drift drift;
-    if (points.size() < fewest_for_drift) {
-        return drift;
-    }
-    const std::size_t third = points.size() / 3;
-    drift.known = true;
-    drift.early = all_of(points.first(third)).mean();
-    drift.late = all_of(points.last(third)).mean();
-    return drift;
 }
 
 std::vector<CurvePoint> throughput_points(const Run& run) {

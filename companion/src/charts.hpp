@@ -30,18 +30,6 @@ struct CurveLabels {
 std::string curve(std::span<const CurvePoint> points, std::uint32_t iterations,
                   const CurveLabels& labels, bool small);
 
-/// Mean of the first and of the last third of the values, as a measure of drift.
-struct Drift {
-    bool known = false;
-    double early = 0;
-    double late = 0;
-    double percent() const {
-        return early == 0 ? 0 : (late - early) / early * 100;
-    }
-};
-
-Drift drift_of(std::span<const CurvePoint> points);
-
 std::vector<CurvePoint> throughput_points(const Run& run);
 std::vector<CurvePoint> seconds_points(const Run& run, Phase phase);
 

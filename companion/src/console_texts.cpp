@@ -22,7 +22,7 @@ constexpr auto go = Mode::go;
 constexpr auto texts = std::to_array<TextRow>({
     // Start
     {begins, "[WIFI]WIVEX", Sign::run_begins},
-    {begins, "[WIFI]This build is compiled on "},
+    {begins, "[WIFI]This build is compiled on ", Sign::starting},
     {begins, "[WIFI]Wivex Version ", Sign::not_started},
     {begins, "Usage: wivex ", Sign::not_started},
     {begins, "[WIFI]'m' parameter passed without value or 0", Sign::single_iteration},
@@ -30,6 +30,7 @@ constexpr auto texts = std::to_array<TextRow>({
     {begins, "[WIFI]Configuration file problem", Sign::not_started},
     {begins, "[WIFI]Unknown key value pair.."},
     {begins, "skipping key = ", Sign::unknown_key},
+    {ends, " characters, the rest is skipped"},
     {begins, "[WIFI]Pushing PIDs"},
     {begins, "[WIFI]pid array size "},
     {whole, "[WIFI]USBFS is already Mounted"},
@@ -41,7 +42,7 @@ constexpr auto texts = std::to_array<TextRow>({
     {begins, "ERROR:Unable to open file "},
     {whole, "[WIFI]MODULE CONNECTED", Sign::pass, Phase::module},
     {begins, "[WIFI]ERROR:Module not inserted.", Sign::fail, Phase::module, Cause::module_absent},
-    {begins, "[WIFI]check usbfs: "},
+    {begins, "[WIFI]check usbfs: ", Sign::module_hint, Phase::module, Cause::module_absent},
     {whole, "[WIFI]WIFI DRIVER READY", Sign::pass, Phase::driver},
     {begins, "[WIFI]ERROR:WiFi driver is not insmoded properly", Sign::fail, Phase::driver,
      Cause::driver_absent},
@@ -79,6 +80,7 @@ constexpr auto texts = std::to_array<TextRow>({
     {begins, "[WIFI]phy_addr is "},
     {begins, "[WIFI]Cannot open file "},
     {begins, "[WIFI]readdir_r returns NULL"},
+    {begins, "readdir_r: "},
 
     // Loopback
     {begins, "[WIFI]VID "},
@@ -89,7 +91,8 @@ constexpr auto texts = std::to_array<TextRow>({
     {begins, "[WIFI]Loopback Mode set to driver", Sign::enter, Phase::loopback},
     {begins, "[WIFI]IOCTL fail for loopback", Sign::enter, Phase::loopback},
     {begins, "[WIFI]Loopback fail, status ", Sign::enter, Phase::loopback},
-    {begins, "[WIFI]===> Loopback Test Passed Successfully ", Sign::enter, Phase::loopback},
+    {begins, "[WIFI]===> Loopback Test Passed Successfully ", Sign::loopback_status,
+     Phase::loopback},
     {begins, "[WIFI]Current module : vid = ", Sign::enter, Phase::loopback},
     {begins, "[WIFI]LOOPBACK is not supported for this chip", Sign::enter, Phase::loopback},
     {begins, "[WIFI] Loopback about to start", Sign::enter, Phase::loopback},
@@ -205,6 +208,13 @@ constexpr auto texts = std::to_array<TextRow>({
     {begins, "killall udhcpd;sleep 1; "},
 
     // Wi-Fi Direct
+    {begins, "Sent P2P_LISTEN "},
+    {begins, "listen_device_P2P fail"},
+    {begins, "search_device_P2P fail"},
+    {begins, "stop_search_device_P2P fail"},
+    {begins, "FAILED:P2P_LISTEN"},
+    {begins, "SUCCESS:P2P_LISTEN"},
+    {open, "Failed to send P2P_LISTEN command to wpa_supplicant"},
     {begins, "Sent P2P_GROUP_REMOVE ", Sign::group_removed},
     {open, "Failed to send P2P_GROUP_REMOVE command to wpa_supplicant", Sign::group_removed},
     {open, "Failed to send P2P_FLUSH command to wpa_supplicant"},
@@ -256,17 +266,21 @@ constexpr auto texts = std::to_array<TextRow>({
     {begins, "[WIFI]First time dump ", Sign::enter, Phase::scan, no_cause, Mode::scan},
     {begins, "[WIFI]File: "},
     {begins, "[WIFI]Should not happend ", Sign::enter, Phase::scan, no_cause, Mode::scan},
-    {begins, "[WIFI]Failed to allocate netlink socket."},
+    {begins, "[WIFI]Failed to allocate netlink socket.", Sign::enter, Phase::scan, no_cause,
+     Mode::scan},
     {begins, "[WIFI]do_scan_trigger() failed with ", Sign::enter, Phase::scan, no_cause,
      Mode::scan},
-    {begins, "[WIFI]\"/tmp/output\"File open error", Sign::enter, Phase::scan},
-    {begins, "[WIFI]nlmsg_alloc failed"},
+    {begins, "[WIFI]\"/tmp/output\"File open error", Sign::enter, Phase::scan, no_cause,
+     Mode::scan},
+    {begins, "[WIFI]\"/tmp/output\"File write error", Sign::enter, Phase::scan, no_cause,
+     Mode::scan},
+    {begins, "[WIFI]nlmsg_alloc failed", Sign::enter, Phase::scan, no_cause, Mode::scan},
     {begins, "[WIFI]nl_send_auto_complete failed from "},
     {begins, "[WIFI]NL80211_CMD_GET_SCAN sent ", Sign::enter, Phase::scan, no_cause, Mode::scan},
     {begins, "[WIFI]NL80211_CMD_TRIGGER_SCAN sent ", Sign::enter, Phase::scan, no_cause,
      Mode::scan},
     {begins, "ERROR: nl_recvmsgs_default() returned "},
-    {begins, "ERROR: Failed to allocate netlink "},
+    {begins, "ERROR: Failed to allocate netlink ", Sign::enter, Phase::scan, no_cause, Mode::scan},
     {begins, "[WIFI]Waiting for scan to complete..."},
     {begins, "[WIFI]ERROR: nl_recvmsgs() returned "},
     {begins, "[WIFI]ERROR: Kernel aborted scan."},
@@ -301,7 +315,7 @@ constexpr auto texts = std::to_array<TextRow>({
      Mode::softap},
     {begins, "[WIFI] Got ^C.", Sign::interrupted},
     {begins, "[WIFI] Got Kill signal...", Sign::killed},
-    {begins, "[WIFI]Calling for chip --> "},
+    {begins, "[WIFI]Calling for chip --> ", Sign::killed},
     {begins, "[WIFI]Open error"},
     {begins, "[WIFI]Write error"},
     {begins, "[WIFI]Write to file "},
@@ -309,20 +323,55 @@ constexpr auto texts = std::to_array<TextRow>({
     {begins, "[WIFI]user file name is ", Sign::result_path},
     {open, "[WIFI]Unable to open Result File: ", Sign::result_unwritable},
     {begins, "[WIFI]ResultFile: ", Sign::result_written},
-    {begins, "[WIFI] Before resultFile.flush call"},
-    {begins, "[WIFI]resultFile.flush() called"},
+    {begins, "[WIFI]Unable to write Result File: ", Sign::results_lost},
+    {begins, "[WIFI]Unable to write results", Sign::results_lost},
+    {begins, "[WIFI]ERROR:run ended early: ", Sign::results_lost},
+    {begins, "[WIFI]Out of memory", Sign::results_lost},
+    {begins, "[WIFI] Before resultFile.flush call", Sign::after_interrupt},
+    {begins, "[WIFI]resultFile.flush() called", Sign::after_interrupt},
     {whole, "[WIFI]Cleanup", Sign::run_over},
     {begins, "[WIFI]Set value of sigterm_var"},
     {begins, "[WIFI]Closing the ctrl sockets"},
     {begins, "[WIFI]Closing the Event sockets"},
-    {begins, "[WIFI]Reset Value of sigterm_var"},
-    {begins, "[WIFI] Done.."},
+    {begins, "[WIFI]Reset Value of sigterm_var", Sign::cleaned_up},
+    {begins, "[WIFI] Done..", Sign::done},
 });
 
 } // namespace
 
 std::span<const TextRow> console_texts() {
     return texts;
+}
+
+bool told_on_standard_error(const TextRow& row) {
+    switch (row.cause) {
+    case Cause::session_not_open:
+    case Cause::target_missing:
+    case Cause::iperf_client:
+    case Cause::network_not_disabled:
+    case Cause::address_not_set:
+    case Cause::dhcp_server:
+    case Cause::no_group_started:
+    case Cause::group_not_added:
+    case Cause::iperf_server:
+        return true;
+    default:
+        return row.sign == Sign::iperf_done || row.sign == Sign::unknown_key ||
+               row.sign == Sign::result_unwritable;
+    }
+}
+
+bool is_unmistakable(const TextRow& row) {
+    switch (row.sign) {
+    case Sign::own_address:
+    case Sign::role_owner:
+    case Sign::role_client:
+        return false;
+    case Sign::known:
+        return row.text.starts_with(tool_prefix);
+    default:
+        return row.text.front() != '-';
+    }
 }
 
 } // namespace wivex::report

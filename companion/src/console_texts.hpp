@@ -11,6 +11,9 @@
 
 namespace wivex::report {
 
+/// Stands before most lines of the tool.
+constexpr std::string_view tool_prefix = "[WIFI]";
+
 /// How a text stands in its line.
 enum class Shape : std::uint8_t {
     whole,  ///< the text is the line
@@ -30,12 +33,14 @@ enum class Sign : std::uint8_t {
 
     // The remaining ones say more than a phase and a verdict.
     run_begins,
+    starting, ///< said before the first iteration
     not_started,
     config_path,
     unknown_key,
     single_iteration,
     chip_type,
     chip_ids,
+    module_hint,
     session_trouble,
     connection_closed,
     peer_found,
@@ -50,16 +55,21 @@ enum class Sign : std::uint8_t {
     mac_kernel,
     mac_chip,
     mac_pair,
+    loopback_status,
     access_point_count,
     prefix,
     match_count,
     softap_end,
     interrupted,
+    after_interrupt,
     killed,
     result_path,
     result_written,
     result_unwritable,
+    results_lost,
     run_over,
+    cleaned_up,
+    done,
 };
 
 struct TextRow {
@@ -73,5 +83,11 @@ struct TextRow {
 };
 
 std::span<const TextRow> console_texts();
+
+/// Told on standard error: shows that the console carries it.
+bool told_on_standard_error(const TextRow& row);
+
+/// Whether only the tool prints it, so that it shows a run even where none was seen to begin.
+bool is_unmistakable(const TextRow& row);
 
 } // namespace wivex::report

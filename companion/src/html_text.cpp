@@ -47,6 +47,22 @@ std::string escaped(std::string_view text) {
     return result;
 }
 
+std::string with_code(std::string_view text) {
+    std::string result;
+    bool code = false;
+    while (!text.empty()) {
+        const std::size_t quote = text.find('`');
+        result += escaped(text.substr(0, quote));
+        if (quote == std::string_view::npos) {
+            break;
+        }
+        code = !code;
+        result += code ? "<code>" : "</code>";
+        text.remove_prefix(quote + 1);
+    }
+    return result + (code ? "</code>" : "");
+}
+
 std::string duration_text(double seconds) {
     if (std::isnan(seconds)) {
         return "unknown";

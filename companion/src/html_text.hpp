@@ -10,6 +10,9 @@ namespace wivex::report {
 /// `text` with the characters escaped that mean something to HTML.
 std::string escaped(std::string_view text);
 
+/// `text` escaped, what stands in `backquotes` as code.
+std::string with_code(std::string_view text);
+
 /// "0.4 s", "12.3 s", "3 min 12 s", "2 h 05 min"; "unknown" for a value that is not a number.
 std::string duration_text(double seconds);
 

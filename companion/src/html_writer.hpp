@@ -9,7 +9,4 @@ namespace wivex::report {
 
 std::string write_html(const Log& log);
 
-/// The verdict on a run in one sentence, without markup.
-std::string verdict_sentence(const Run& run);
-
 } // namespace wivex::report

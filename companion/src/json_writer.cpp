@@ -1,5 +1,10 @@
 #include "json_writer.hpp"
 
+#include "model/advice.hpp"
+#include "model/test_cases.hpp"
+#include "model/verdict.hpp"
+#include "model/weak_passes.hpp"
+
 #include <cmath>
 #include <nlohmann/json.hpp>
 
@@ -30,6 +35,23 @@ Json spread(const Spread& values) {
             {"least", rounded(values.least)},
             {"mean", rounded(values.mean())},
             {"most", rounded(values.most)}};
+}
+
+Json distribution(const Series& series) {
+    if (series.empty()) {
+        return nullptr;
+    }
+    const Trend trend = series.trend();
+    return {{"median", rounded(series.median())},
+            {"percentile_95", rounded(series.quantile(0.95))},
+            {"least_iteration", series.least().iteration},
+            {"most_iteration", series.most().iteration},
+            {"trend", !trend.known ? Json(nullptr)
+                                   : Json{{"z", rounded(trend.z)},
+                                          {"change", rounded(trend.change)},
+                                          {"share", rounded(trend.share)},
+                                          {"significant", trend.is_significant()},
+                                          {"drift", trend.is_drift()}}}};
 }
 
 std::string_view name_of(TimeSource source) {
@@ -64,18 +86,8 @@ Json outcomes(const std::array<std::uint32_t, 4>& counts) {
 
 Json test_cases(const Run& run) {
     Json list = Json::array();
-    for (int number = 1; number <= 9; ++number) {
-        const std::uint32_t failures = run.failures_of_test_case(number);
-        const bool part =
-            number <= 2 || failures > 0 || number == test_case_of(run.mode) ||
-            (number == 3 && run.verdicts[index_of(Phase::mac)] != std::array<std::uint32_t, 5>{}) ||
-            (number == 4 &&
-             run.verdicts[index_of(Phase::loopback)] != std::array<std::uint32_t, 5>{});
-        if (part) {
-            list.push_back({{"number", number},
-                            {"title", title_of_test_case(number)},
-                            {"failures", failures}});
-        }
+    for (const TestCaseCount& row : test_cases_of(run)) {
+        list.push_back({{"number", row.number}, {"title", row.title}, {"failures", row.failures}});
     }
     return list;
 }
@@ -93,9 +105,21 @@ Json phases(const Run& run) {
         }
         list.push_back({{"phase", name_of(phase)},
                         {"verdicts", verdicts},
-                        {"seconds", spread(run.phase_seconds.at(index_of(phase)))}});
+                        {"seconds", spread(run.phase_seconds.at(index_of(phase)))},
+                        {"distribution", distribution(run.phase_series.at(index_of(phase)))}});
     }
     return list;
+}
+
+Json sub_causes(const Run& run, Cause cause) {
+    Json object = Json::object();
+    const auto& counts = run.sub_causes.at(index_of(cause));
+    for (std::size_t i = 1; i < counts.size(); ++i) {
+        if (counts.at(i) != 0) {
+            object[std::string(id_of(static_cast<SubCause>(i)))] = counts.at(i);
+        }
+    }
+    return object;
 }
 
 Json causes(const Run& run) {
@@ -117,6 +141,8 @@ Json causes(const Run& run) {
                         {"failures", count.failures},
                         {"warnings", count.warnings},
                         {"interrupted", count.unrecorded},
+                        {"sub_causes", sub_causes(run, cause)},
+                        {"look_first_at", advice_on(run, cause)},
                         {"first_iteration", count.first_iteration},
                         {"last_iteration", count.last_iteration}});
     }
@@ -126,15 +152,18 @@ Json causes(const Run& run) {
 Json failures(const Run& run) {
     Json list = Json::array();
     for (const Failure& failure : run.failures) {
-        list.push_back({{"iteration", failure.iteration},
-                        {"phase", name_of(failure.phase)},
-                        {"cause", row_of(failure.cause).id},
-                        {"warning", failure.warning},
-                        {"interrupted", failure.unrecorded},
-                        {"concluded", failure.concluded},
-                        {"line", failure.line},
-                        {"console", failure.lines},
-                        {"console_at", failure.shown_at}});
+        list.push_back(
+            {{"iteration", failure.iteration},
+             {"phase", name_of(failure.phase)},
+             {"cause", row_of(failure.cause).id},
+             {"sub_cause",
+              failure.sub_cause == SubCause::none ? Json(nullptr) : Json(id_of(failure.sub_cause))},
+             {"warning", failure.warning},
+             {"interrupted", failure.unrecorded},
+             {"concluded", failure.concluded},
+             {"line", failure.line},
+             {"console", failure.lines},
+             {"console_at", failure.shown_at}});
     }
     return list;
 }
@@ -195,10 +224,24 @@ Json access_points(const Run& run) {
     return list;
 }
 
+Json left_out(const Log& log) {
+    Json object = Json::object();
+    for (std::size_t i = 0; i < run_verdict_count; ++i) {
+        object[std::string(name_of(static_cast<RunVerdict>(i)))] = log.dropped_verdicts.at(i);
+    }
+    return object;
+}
+
 Json one_run(const Run& run) {
+    const Judgement judgement = judge(run);
     return {{"mode", name_of(run.mode)},
             {"end", name_of(run.end)},
-            {"clean", run.is_clean()},
+            {"clean", judgement.is_green()},
+            {"verdict", name_of(judgement.verdict)},
+            {"verdict_words", verdict_sentence(run)},
+            {"missing", judgement.missing},
+            {"weak_passes", weak_passes(run)},
+            {"unknown_tool_lines", run.evidence.unknown.count},
             {"times", name_of(run.times)},
             {"began", text_or_null(run.began)},
             {"seconds", number_or_null(run.seconds)},
@@ -214,6 +257,7 @@ Json one_run(const Run& run) {
             {"failures_without_test_case", run.failures_without_test_case()},
             {"iteration_seconds", spread(run.iteration_seconds)},
             {"throughput", spread(run.throughput)},
+            {"throughput_distribution", distribution(run.throughput_series)},
             {"phases", phases(run)},
             {"causes", causes(run)},
             {"failures", failures(run)},
@@ -235,7 +279,10 @@ std::string write_json(const Log& log) {
         {"version", json_format_version},
         {"console",
          {{"bytes", log.bytes}, {"lines", log.lines}, {"unknown_lines", log.unknown_lines}}},
+        {"verdict", name_of(judge(log))},
+        {"verdict_words", verdict_sentence(log)},
         {"runs_left_out", log.dropped_runs},
+        {"runs_left_out_verdicts", left_out(log)},
         {"runs", std::move(runs)}};
     return document.dump(1, ' ', false, nlohmann::detail::error_handler_t::replace) + "\n";
 }

@@ -8,7 +8,7 @@
 namespace wivex::report {
 
 /// Raised whenever a member changes its meaning or goes away; new members do not raise it.
-constexpr int json_format_version = 1;
+constexpr int json_format_version = 2;
 
 std::string write_json(const Log& log);
 

@@ -1,7 +1,9 @@
 #include "live_view.hpp"
 
 #include "html_text.hpp"
-#include "html_writer.hpp"
+#include "model/test_cases.hpp"
+#include "model/verdict.hpp"
+#include "model/weak_passes.hpp"
 
 #include <algorithm>
 #include <cmath>
@@ -15,7 +17,9 @@ constexpr std::size_t least_columns = 20;
 
 std::string words_of(const Failure& failure) {
     const CauseRow& row = row_of(failure.cause);
-    return std::string(name_of(row.phase)) + ": " + std::string(row.words);
+    const std::string behind(words_of(failure.sub_cause));
+    return std::string(name_of(row.phase)) + ": " + std::string(row.words) +
+           (behind.empty() ? "" : ": " + behind);
 }
 
 // The last failure that ended something, of one iteration or of all.
@@ -65,6 +69,19 @@ std::string bar(std::uint32_t done, std::uint32_t all, std::size_t columns) {
     std::string text = "[" + std::string(full, '#') + std::string(width - full, '.') + "] ";
     const std::string percent = std::to_string(static_cast<int>(share * 100));
     return text + std::string(3 - percent.size(), ' ') + percent + " %";
+}
+
+// What came before on this console and did not pass.
+std::string earlier_runs(const Log& log) {
+    std::uint32_t others = log.dropped_runs;
+    std::uint32_t passed = log.dropped_verdicts.at(static_cast<std::size_t>(RunVerdict::passed));
+    for (std::size_t i = 0; i + 1 < log.runs.size(); ++i) {
+        ++others;
+        passed += judge(log.runs[i]).is_green() ? 1 : 0;
+    }
+    return passed == others ? ""
+                            : count_text(others - passed, "earlier run", "earlier runs") +
+                                  " of this console did not pass";
 }
 
 } // namespace
@@ -150,6 +167,9 @@ std::vector<std::string> LiveView::screen(const RunReader& reader, double now) c
         lines.push_back("last failure: iteration " + std::to_string(failure->iteration) + ", " +
                         words_of(*failure));
     }
+    if (const std::string earlier = earlier_runs(reader.log()); !earlier.empty()) {
+        lines.push_back(earlier);
+    }
     return lines;
 }
 
@@ -170,6 +190,23 @@ std::string LiveView::iteration_line(const Run& run, const Iteration& iteration)
     return line;
 }
 
+// Behind the bound of the details only counts are kept.
+std::string LiveView::news_behind_details(const Run& run) {
+    const auto failed_in_detail = static_cast<std::uint32_t>(
+        std::ranges::count_if(run.iterations, [](const Iteration& iteration) {
+            return iteration.outcome == Outcome::failed || iteration.outcome == Outcome::uncounted;
+        }));
+    const std::uint32_t behind = failed(run) - failed_in_detail;
+    if (behind <= told_failed_behind_) {
+        return {};
+    }
+    const std::uint32_t more = behind - told_failed_behind_;
+    told_failed_behind_ = behind;
+    return fitted(count_text(more, "more iteration", "more iterations") +
+                  " failed, up to iteration " + std::to_string(ended(run) - 1)) +
+           "\n";
+}
+
 // What has happened since the last call and stays on the screen: every iteration as a plain line,
 // or only the failures above a view that is redrawn.
 std::string LiveView::news(const RunReader& reader) {
@@ -181,6 +218,7 @@ std::string LiveView::news(const RunReader& reader) {
     if (runs != told_runs_) {
         told_runs_ = runs;
         told_iterations_ = 0;
+        told_failed_behind_ = 0;
     }
     std::string text;
     for (; told_iterations_ < run->iterations.size(); ++told_iterations_) {
@@ -188,6 +226,9 @@ std::string LiveView::news(const RunReader& reader) {
         if (!options_.redraw || iteration.outcome != Outcome::passed) {
             text += fitted(iteration_line(*run, iteration)) + "\n";
         }
+    }
+    if (run->iterations.size() < ended(*run)) {
+        text += news_behind_details(*run);
     }
     return text;
 }
@@ -209,32 +250,58 @@ std::string LiveView::update(const RunReader& reader, double now) {
 std::string LiveView::finish(const RunReader& reader) {
     std::string text = options_.redraw ? erase() : "";
     drawn_ = 0;
-    text += news(reader);
-    if (reader.run() != nullptr) {
-        text += summary(*reader.run());
+    return text + news(reader) + summary(reader.log());
+}
+
+namespace {
+
+std::string behind(const Run& run, Cause cause) {
+    std::string text;
+    const auto& counts = run.sub_causes.at(index_of(cause));
+    for (std::size_t i = 1; i < counts.size(); ++i) {
+        if (counts.at(i) != 0) {
+            text += std::string(text.empty() ? ": " : ", ") +
+                    std::string(words_of(static_cast<SubCause>(i))) + " (" +
+                    std::to_string(counts.at(i)) + ")";
+        }
     }
     return text;
 }
 
-std::string summary(const Run& run) {
-    std::string text = std::string(title_of(run.mode)) + ": " + verdict_sentence(run) + " (" +
-                       std::string(name_of(run.end)) + ")\n";
-    for (int number = 1; number <= 9; ++number) {
-        const std::uint32_t failures = run.failures_of_test_case(number);
-        if (failures != 0) {
-            text += "  test case " + std::to_string(number) + " (" +
-                    std::string(title_of_test_case(number)) +
-                    "): " + count_text(failures, "failure", "failures") + " recorded\n";
-        }
-    }
+std::string summary_of_causes(const Run& run) {
+    std::string text;
     for (std::size_t i = 0; i < cause_count; ++i) {
         const CauseCount& count = run.causes[i];
         if (count.failures + count.warnings != 0) {
             const CauseRow& row = row_of(static_cast<Cause>(i));
             text += "  " + std::to_string(count.failures + count.warnings) + " x " +
                     std::string(name_of(row.phase)) + ": " + std::string(row.words) +
-                    (count.failures == 0 ? " (warning)" : "") + "\n";
+                    behind(run, static_cast<Cause>(i)) + (count.failures == 0 ? " (warning)" : "") +
+                    "\n";
         }
+    }
+    return text;
+}
+
+} // namespace
+
+std::string summary(const Run& run) {
+    const Judgement judgement = judge(run);
+    std::string text = std::string(title_of(run.mode)) + ": " + verdict_sentence(run) + " (" +
+                       std::string(name_of(run.end)) + ")\n";
+    for (const TestCaseCount& row : test_cases_of(run)) {
+        if (row.failures != 0) {
+            text += "  test case " + std::to_string(row.number) + " (" + std::string(row.title) +
+                    "): " + count_text(row.failures, "failure", "failures") + " recorded\n";
+        }
+    }
+    text += summary_of_causes(run);
+    // The first one stands in the sentence above.
+    for (std::size_t i = 1; i < judgement.missing.size(); ++i) {
+        text += "  not passed: " + judgement.missing[i] + "\n";
+    }
+    for (const std::string& weak : weak_passes(run)) {
+        text += "  note: " + weak + "\n";
     }
     if (run.failures_without_test_case() != 0) {
         text += "  the console does not tell the mode: give it with --mode\n";
@@ -243,6 +310,17 @@ std::string summary(const Run& run) {
         text += "  throughput " + figure_text(run.throughput.least) + " to " +
                 figure_text(run.throughput.most) + " Mbit/s, mean " +
                 figure_text(run.throughput.mean()) + "\n";
+    }
+    return text;
+}
+
+std::string summary(const Log& log) {
+    std::string text;
+    for (const Run& run : log.runs) {
+        text += summary(run);
+    }
+    if (log.runs.size() > 1) {
+        text += verdict_sentence(log) + "\n";
     }
     return text;
 }

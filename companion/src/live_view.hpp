@@ -2,7 +2,7 @@
 // plain line for every iteration.
 #pragma once
 
-#include "run_reader.hpp"
+#include "reader/run_reader.hpp"
 
 #include <cstdint>
 #include <string>
@@ -34,6 +34,7 @@ public:
 
 private:
     std::string news(const RunReader& reader);
+    std::string news_behind_details(const Run& run);
     std::string iteration_line(const Run& run, const Iteration& iteration) const;
     std::vector<std::string> screen(const RunReader& reader, double now) const;
     std::string erase() const;
@@ -44,9 +45,14 @@ private:
     std::size_t drawn_ = 0;
     std::uint64_t told_runs_ = 0;
     std::uint32_t told_iterations_ = 0;
+    /// Failed iterations behind those that are kept in detail.
+    std::uint32_t told_failed_behind_ = 0;
 };
 
 /// The run in a few plain lines, for the end of a terminal session.
 std::string summary(const Run& run);
+
+/// The same of all runs of a console, and the verdict on them together.
+std::string summary(const Log& log);
 
 } // namespace wivex::report

@@ -5,6 +5,7 @@
 #include "unique_file.hpp"
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <CLI/CLI.hpp>
@@ -41,8 +42,10 @@ void declare(CLI::App& app, Arguments& arguments) {
                  "Show the run while it goes on. On a terminal instead of the console.");
     app.add_option("--out", arguments.out, "Write report.html, junit.xml and run.json into DIR.")
         ->type_name("DIR");
-    app.add_option("--iterations", arguments.iterations,
-                   "Iterations that the run will have (the -m of wivex), for the time left.")
+    app.add_option(
+           "--iterations", arguments.iterations,
+           "Iterations that the run will have (the -m of wivex): for the time left, and a run "
+           "with fewer has not passed.")
         ->type_name("N");
     app.add_option("--mode", arguments.mode,
                    "The mode of the run as the option letter of wivex: w, d, g, c, S or A. Only "
@@ -58,7 +61,7 @@ void declare(CLI::App& app, Arguments& arguments) {
                  "Standard input is a saved console: do not take arrival times for its times.");
     app.add_flag("--quiet", arguments.quiet, "Do not pass the console on.");
     app.add_flag("--check", arguments.check,
-                 "Exit with 1 when anything failed or the run did not come to its end.");
+                 "Exit with 1 unless every run passed: what cannot be judged has not.");
     app.set_version_flag("--version", "wivex-report 1.0");
 }
 
@@ -73,6 +76,10 @@ SessionOptions session_options(const Arguments& arguments, bool from_file) {
     options.out = arguments.out;
     options.refresh = from_file ? 0 : arguments.refresh;
     options.check = arguments.check;
+    options.reader.iterations = arguments.iterations;
+    if (from_file) {
+        options.name = arguments.console;
+    }
     options.reader.arrival_times = !from_file && !arguments.saved;
     if (!arguments.mode.empty()) {
         options.reader.mode = mode_of_option(arguments.mode.front());
@@ -95,6 +102,11 @@ int run(const Arguments& arguments) {
         if (!file.is_open()) {
             std::fprintf(stderr, "wivex-report: cannot read %s: %s\n", arguments.console.c_str(),
                          std::strerror(errno));
+            return exit_status::usage;
+        }
+        struct stat status {};
+        if (fstat(file.get(), &status) == 0 && S_ISDIR(status.st_mode)) {
+            std::fprintf(stderr, "wivex-report: %s is a directory\n", arguments.console.c_str());
             return exit_status::usage;
         }
         return run_session(file.get(), options);

@@ -32,6 +32,7 @@ p { margin: .25rem 0; }
 .verdict::before { display: inline-block; width: 1.2em; height: 1.2em; margin-right: .45em;
   border-radius: 50%; text-align: center; line-height: 1.2; color: var(--on); font-weight: 700; }
 .verdict.passed::before { content: "\2713"; background: var(--pass); }
+.verdict.weak::before { content: "!"; background: var(--warn); }
 .verdict.failed::before { content: "\00d7"; background: var(--fail); }
 .verdict.open::before { content: "?"; background: var(--warn); }
 section.card { background: var(--card); border: 1px solid var(--rule); border-radius: .5rem;
@@ -94,11 +95,14 @@ th { font-weight: 500; }
 .ok { color: var(--pass-text); }
 .bad { color: var(--fail-text); font-weight: 600; }
 .amber { color: var(--warn); font-weight: 600; }
+.reasons { margin: 0; padding-left: 1.2rem; }
 details { border-top: 1px solid var(--rule); padding: .55rem 0; }
 section > details:first-of-type { border-top: 0; padding-top: 0; }
 details.more { border: 0; padding: .6rem 0 0; }
 summary { cursor: pointer; }
 summary b { font-weight: 600; }
+.advice { padding-left: 1rem; border-left: 3px solid var(--rule); }
+code { font: .9em ui-monospace, "DejaVu Sans Mono", monospace; }
 details h4 { margin: .8rem 0 .3rem; font-size: .9rem; font-weight: 600; }
 details h4:target { text-decoration: underline; text-decoration-color: var(--line); }
 pre { margin: 0; padding: .6rem .8rem; border: 1px solid var(--rule); border-radius: .35rem;

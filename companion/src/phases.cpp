@@ -27,6 +27,9 @@ constexpr std::array<std::string_view, 4> outcome_names{"passed", "failed", "fai
 constexpr std::array<std::string_view, 7> end_names{
     "open", "finished", "interrupted", "killed", "softap", "not-started", "broke-off"};
 
+constexpr std::array<std::string_view, run_verdict_count> run_verdict_names{
+    "passed", "failed", "interrupted", "unknown"};
+
 constexpr std::array legacy_phases{Phase::scan, Phase::associate, Phase::dhcp, Phase::traffic,
                                    Phase::disconnect};
 constexpr std::array device_phases{Phase::session, Phase::find, Phase::negotiate, Phase::group,
@@ -79,6 +82,10 @@ std::string_view name_of(Outcome outcome) {
 
 std::string_view name_of(RunEnd end) {
     return name_in(end_names, end);
+}
+
+std::string_view name_of(RunVerdict verdict) {
+    return name_in(run_verdict_names, verdict);
 }
 
 std::string_view title_of(Mode mode) {

@@ -48,6 +48,11 @@ enum class RunEnd : std::uint8_t {
     broke_off,
 };
 
+/// On a whole run: see model/verdict.hpp.
+enum class RunVerdict : std::uint8_t { passed, failed, interrupted, unknown };
+
+constexpr std::size_t run_verdict_count = 4;
+
 constexpr std::size_t index_of(Phase phase) {
     return static_cast<std::size_t>(phase);
 }
@@ -66,6 +71,7 @@ std::string_view name_of(Mode mode);
 std::string_view name_of(Verdict verdict);
 std::string_view name_of(Outcome outcome);
 std::string_view name_of(RunEnd end);
+std::string_view name_of(RunVerdict verdict);
 
 /// The mode as a reader calls it, for example "legacy WLAN".
 std::string_view title_of(Mode mode);

@@ -6,8 +6,6 @@ namespace wivex::report {
 
 namespace {
 
-constexpr std::string_view tool_prefix = "[WIFI]";
-
 // A shorter text, or a row of dashes, may end a line of anybody; a shorter line holds none.
 constexpr std::size_t shortest_displaced_text = 11;
 
@@ -155,6 +153,14 @@ std::span<const Finding> Recogniser::read(std::string_view line) {
         read_displaced(line);
     }
     return {found_.data(), count_};
+}
+
+bool Recogniser::looks_like_the_tool(std::string_view line) {
+    if (line.starts_with("ERROR")) {
+        return true;
+    }
+    const std::size_t prefix = line.find(tool_prefix);
+    return prefix == 0 || (prefix != std::string_view::npos && !is_foreign(line.substr(0, prefix)));
 }
 
 bool Recogniser::begins_with_text(std::string_view line) const {

@@ -25,6 +25,9 @@ public:
     /// The texts found in `line`, in their order. The span holds until the next call.
     std::span<const Finding> read(std::string_view line);
 
+    /// True when `line` can only be one of the tool, whether its table has it or not.
+    static bool looks_like_the_tool(std::string_view line);
+
     /// True when `line` begins with one of the tool's texts.
     bool begins_with_text(std::string_view line) const;
 

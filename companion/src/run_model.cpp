@@ -96,21 +96,19 @@ std::uint32_t Run::failures_of_test_case(int test_case) const {
 }
 
 std::uint32_t Run::failures_without_test_case() const {
-    const std::size_t session = index_of(Cause::session_not_open);
-    return mode == Mode::unknown ? causes[session].failures : 0;
+    if (mode != Mode::unknown) {
+        return 0;
+    }
+    return causes[index_of(Cause::session_not_open)].failures +
+           causes[index_of(Cause::session_lost)].failures;
 }
 
 std::uint32_t Run::all_failures() const {
     std::uint32_t sum = failures_without_test_case();
-    for (int test_case = 1; test_case <= 10; ++test_case) {
+    for (int test_case = 1; test_case <= last_test_case; ++test_case) {
         sum += failures_of_test_case(test_case);
     }
     return sum;
-}
-
-bool Run::is_clean() const {
-    const bool ended = end == RunEnd::finished || end == RunEnd::softap;
-    return ended && started > 0 && all_failures() == 0 && count(Outcome::passed) == started;
 }
 
 } // namespace wivex::report

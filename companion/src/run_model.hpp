@@ -4,6 +4,9 @@
 #pragma once
 
 #include "causes.hpp"
+#include "model/evidence.hpp"
+#include "model/series.hpp"
+#include "model/sub_causes.hpp"
 #include "phases.hpp"
 
 #include <array>
@@ -105,6 +108,7 @@ private:
 /// Something that failed, with the console lines that show it.
 struct Failure {
     Cause cause = Cause::none;
+    SubCause sub_cause = SubCause::none;
     Phase phase = Phase::none;
     std::uint32_t iteration = 0;
     /// Number of the console line that told it, from 1.
@@ -163,15 +167,24 @@ struct Run {
     bool result_written = false;
     /// At least one message of the tool's standard error stands in the console.
     bool has_standard_error = false;
+    Evidence evidence;
+    /// Iterations that it was to have; 0: not known.
+    std::uint32_t expected = 0;
 
     std::uint32_t started = 0;
     std::array<std::uint32_t, 4> outcomes{};
     std::uint32_t warned = 0;
     std::array<CauseCount, cause_count> causes{};
+    /// What lies behind the causes, as far as other lines tell.
+    std::array<std::array<std::uint32_t, sub_cause_count>, cause_count> sub_causes{};
+    /// Loopbacks that passed although the driver left their status as it was sent.
+    std::uint32_t untouched_loopbacks = 0;
     std::array<std::array<std::uint32_t, 5>, phase_count> verdicts{};
     std::array<Spread, phase_count> phase_seconds{};
     Spread throughput;
     Spread iteration_seconds;
+    std::array<Series, phase_count> phase_series{};
+    Series throughput_series;
     std::uint32_t clients_served = 0;
 
     std::vector<Iteration> iterations;
@@ -189,14 +202,14 @@ struct Run {
     /// Failures whose test case the console does not tell, because the mode is unknown.
     std::uint32_t failures_without_test_case() const;
     std::uint32_t all_failures() const;
-    /// No failure of any kind, and the run came to its end.
-    bool is_clean() const;
 };
 
 struct Log {
     std::deque<Run> runs;
     /// Earlier runs that were dropped to keep the memory bounded.
     std::uint32_t dropped_runs = 0;
+    /// The verdicts on them.
+    std::array<std::uint32_t, run_verdict_count> dropped_verdicts{};
     std::uint64_t bytes = 0;
     std::uint64_t lines = 0;
     std::uint64_t unknown_lines = 0;

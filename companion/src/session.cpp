@@ -1,6 +1,7 @@
 #include "session.hpp"
 
 #include "bytes.hpp"
+#include "model/verdict.hpp"
 #include "report_files.hpp"
 
 #include <poll.h>
@@ -8,8 +9,10 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <chrono>
 #include <cstdio>
+#include <cstring>
 #include <exception>
 #include <vector>
 
@@ -42,6 +45,7 @@ public:
             }
             const long length = read_some(fd_, buffer);
             if (length <= 0) {
+                read_error_ = length < 0 ? errno : 0;
                 break;
             }
             reader_.feed({buffer.data(), static_cast<std::size_t>(length)}, steady_seconds());
@@ -97,9 +101,7 @@ private:
         if (options_.live_fd >= 0) {
             write_all(options_.live_fd, live_.finish(reader_));
         } else {
-            for (const Run& run : reader_.log().runs) {
-                write_all(options_.summary_fd, summary(run));
-            }
+            write_all(options_.summary_fd, summary(reader_.log()));
         }
         if (!options_.out.empty()) {
             if (writer_ > 0) {
@@ -111,14 +113,17 @@ private:
                 return exit_status::not_written;
             }
         }
-        if (!options_.check) {
-            return exit_status::done;
+        if (reader_.log().runs.empty()) {
+            std::fprintf(stderr, "wivex-report: no run found in %s\n", options_.name.c_str());
+            return exit_status::usage;
         }
-        bool clean = !reader_.log().runs.empty();
-        for (const Run& run : reader_.log().runs) {
-            clean = clean && run.is_clean();
+        if (read_error_ != 0) {
+            std::fprintf(stderr, "wivex-report: cannot read %s to its end: %s\n",
+                         options_.name.c_str(), std::strerror(read_error_));
+            return exit_status::usage;
         }
-        return clean ? exit_status::done : exit_status::run_failed;
+        const bool passed = judge(reader_.log()) == RunVerdict::passed;
+        return passed || !options_.check ? exit_status::done : exit_status::run_failed;
     }
 
     int fd_;
@@ -128,6 +133,7 @@ private:
     double drawn_ = 0;
     double reported_ = 0;
     pid_t writer_ = -1;
+    int read_error_ = 0;
 };
 
 } // namespace

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "live_view.hpp"
-#include "run_reader.hpp"
+#include "reader/run_reader.hpp"
 
 #include <cstdint>
 #include <string>
@@ -13,6 +13,7 @@ namespace wivex::report {
 namespace exit_status {
 constexpr int done = 0;
 constexpr int run_failed = 1;
+/// Also for input that holds no run.
 constexpr int usage = 2;
 constexpr int not_written = 3;
 } // namespace exit_status
@@ -28,7 +29,9 @@ struct SessionOptions {
     int refresh = 60;
     /// Where the summary goes.
     int summary_fd = 2;
-    /// Tell a failed run by the exit status.
+    /// What is read, for messages.
+    std::string name = "standard input";
+    /// Tell a run that has not passed by the exit status.
     bool check = false;
 };
 

@@ -1,7 +1,7 @@
 // Consoles as the tool prints them, for the tests to put together.
 #pragma once
 
-#include "run_reader.hpp"
+#include "reader/run_reader.hpp"
 
 #include <string>
 #include <string_view>
@@ -42,12 +42,40 @@ inline const std::string disconnect =
 inline const std::string legacy_pass =
     checks_pass + scan_and_associate + take_address + traffic + disconnect + session_closes;
 
-inline const std::string end = "[WIFI]ResultFile: /root/WIFIResult Updated\n[WIFI]Cleanup\n";
+inline const std::string refused = checks_pass +
+                                   "Scan Command not successful\n"
+                                   "Fail to send Scan Command!!!\nERROR:SCAN-FAIL\n" +
+                                   session_closes;
+
+inline const std::string client_until_connected =
+    checks_pass + "wpa_state=DISCONNECTED\n\nSent P2P_GROUP_REMOVE wlan0command to "
+                  "wpa_supplicant:\nSUCCESS:P2P_FIND\nSent P2P_FIND command to "
+                  "wpa_supplicant:OK\n\nMATCH FOUND!!!02:00:00:00:00:01\n"
+                  "P2P_CONNECT 02:00:00:00:00:01 pbc join persistent\n"
+                  "SentP2P_CONNECT 02:00:00:00:00:01 pbc join persistentcommand to "
+                  "wpa_supplicant:OK\n\nclient Connected...\n";
+
+inline const std::string device_until_role =
+    checks_pass + "Sent P2P_GROUP_REMOVE wlan0command to wpa_supplicant:\n\n"
+                  "---------------------------------------------------\nSUCCESS:P2P_FIND\n"
+                  "MATCH FOUND!!!02:00:00:00:00:01\n"
+                  "15 seconds waiting for go negotiation request from 02:00:00:00:00:01.\n"
+                  "Didnot receive a P2P-GO-NEG-REQUEST.Sending a connect request.\n"
+                  "P2P_CONNECT 02:00:00:00:00:01 pbc  go_intent=15\nOK\n\n"
+                  "Sent P2P_CONNECT 02:00:00:00:00:01 pbc  go_intent=15 command to "
+                  "wpa_supplicant:OK\n\n[WIFI]Testing for client\n";
+
+inline const std::string clean_up =
+    "[WIFI]Cleanup\n[WIFI]Set value of sigterm_var\n[WIFI]Closing the ctrl sockets\n"
+    "[WIFI]Closing the Event sockets\n[WIFI]Reset Value of sigterm_var\n";
+
+inline const std::string end = "[WIFI]ResultFile: /root/WIFIResult Updated\n" + clean_up;
 
 inline const std::string interrupt =
     "[WIFI] Got ^C. Writing results to file before quitting.Please hold on...\n"
     "[WIFI]ResultFile: /root/WIFIResult Updated\n"
-    "[WIFI] Before resultFile.flush call \n[WIFI]Cleanup\n";
+    "[WIFI] Before resultFile.flush call \n" +
+    clean_up + "[WIFI] Done..\n";
 
 inline wivex::report::Log read(std::string_view console,
                                wivex::report::ReaderOptions options = {}) {

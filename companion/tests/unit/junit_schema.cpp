@@ -76,14 +76,17 @@ std::string check_properties(pugi::xml_node list) {
 std::string check_counts(pugi::xml_node suite) {
     unsigned tests = 0;
     unsigned failures = 0;
+    unsigned errors = 0;
     unsigned skipped = 0;
     for (const pugi::xml_node test : suite.children("testcase")) {
         ++tests;
         failures += test.child("failure").empty() ? 0 : 1;
         skipped += test.child("skipped").empty() ? 0 : 1;
+        errors += test.child("error").empty() ? 0 : 1;
     }
     const bool right = suite.attribute("tests").as_uint() == tests &&
                        suite.attribute("failures").as_uint() == failures &&
+                       suite.attribute("errors").as_uint() == errors &&
                        suite.attribute("skipped").as_uint() == skipped;
     return right ? "" : "the counts of a testsuite are wrong";
 }

@@ -1,6 +1,7 @@
 // From a console to the model of its runs.
 
 #include "consoles.hpp"
+#include "model/verdict.hpp"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -29,7 +30,7 @@ TEST(RunReader, splits_a_run_into_iterations_that_count_from_0) {
     EXPECT_EQ(run.iterations[2].number, 2U);
     EXPECT_EQ(run.end, RunEnd::finished);
     EXPECT_TRUE(run.result_written);
-    EXPECT_TRUE(run.is_clean());
+    EXPECT_TRUE(judge(run).is_green());
 }
 
 TEST(RunReader, names_the_phases_of_the_legacy_mode) {
@@ -134,14 +135,6 @@ TEST(RunReader, lets_the_legacy_mode_go_on_without_an_address) {
     EXPECT_EQ(run.iterations.at(0).phase(Phase::dhcp).verdict, Verdict::warned);
 }
 
-const std::string client_until_connected =
-    checks_pass + "wpa_state=DISCONNECTED\n\nSent P2P_GROUP_REMOVE wlan0command to "
-                  "wpa_supplicant:\nSUCCESS:P2P_FIND\nSent P2P_FIND command to "
-                  "wpa_supplicant:OK\n\nMATCH FOUND!!!02:00:00:00:00:01\n"
-                  "P2P_CONNECT 02:00:00:00:00:01 pbc join persistent\n"
-                  "SentP2P_CONNECT 02:00:00:00:00:01 pbc join persistentcommand to "
-                  "wpa_supplicant:OK\n\nclient Connected...\n";
-
 TEST(RunReader, fails_the_client_mode_without_an_address) {
     const auto run = read_run(banner + client_until_connected +
                               "Executing dhclient...\nudhcpc -i wlan0 --now.\n"
@@ -163,16 +156,6 @@ TEST(RunReader, passes_the_client_mode_when_the_group_is_gone) {
         EXPECT_EQ(run.iterations.at(0).phase(phase).verdict, Verdict::passed) << name_of(phase);
     }
 }
-
-const std::string device_until_role =
-    checks_pass + "Sent P2P_GROUP_REMOVE wlan0command to wpa_supplicant:\n\n"
-                  "---------------------------------------------------\nSUCCESS:P2P_FIND\n"
-                  "MATCH FOUND!!!02:00:00:00:00:01\n"
-                  "15 seconds waiting for go negotiation request from 02:00:00:00:00:01.\n"
-                  "Didnot receive a P2P-GO-NEG-REQUEST.Sending a connect request.\n"
-                  "P2P_CONNECT 02:00:00:00:00:01 pbc  go_intent=15\nOK\n\n"
-                  "Sent P2P_CONNECT 02:00:00:00:00:01 pbc  go_intent=15 command to "
-                  "wpa_supplicant:OK\n\n[WIFI]Testing for client\n";
 
 TEST(RunReader, follows_the_device_mode_as_owner_and_as_client) {
     const auto run = read_run(
@@ -197,7 +180,7 @@ TEST(RunReader, leaves_out_what_the_own_group_mode_does_not_count) {
     EXPECT_EQ(run.mode, Mode::go);
     EXPECT_EQ(failures(run, 7), 0U);
     EXPECT_EQ(run.count(Outcome::uncounted), 1U);
-    EXPECT_FALSE(run.is_clean());
+    EXPECT_FALSE(judge(run).is_green());
 }
 
 TEST(RunReader, takes_an_interrupted_own_group_for_served) {
@@ -254,72 +237,7 @@ TEST(RunReader, takes_a_cut_off_console_for_unfinished) {
     EXPECT_EQ(run.count(Outcome::passed), 1U);
     EXPECT_EQ(run.count(Outcome::unfinished), 1U);
     EXPECT_EQ(run.end, RunEnd::open);
-    EXPECT_FALSE(run.is_clean());
-}
-
-// ---- The scan mode
-
-TEST(RunReader, does_not_believe_names_of_access_points) {
-    const auto run = read_run(banner + checks_pass +
-                              "[WIFI]Got NL80211_CMD_NEW_SCAN_RESULTS.\n[WIFI]Scan is done.\n"
-                              "[WIFI]Number of APs founds are 3\n[WIFI]SCAN FAIL\n"
-                              "[WIFI]### LOOPBACK FAIL ###\n[WIFI]MODULE CONNECTED\n"
-                              "[WIFI]ssid prefix define for check=SCAN\n[WIFI]SCAN FAIL\n"
-                              "[WIFI]APs found with matching prefix are 1\n"
-                              "[WIFI]AP scan result dump to file /tmp/ap_status.txt\n"
-                              "[WIFI]SCAN SUCCESS\n" +
-                              end);
-    EXPECT_EQ(run.all_failures(), 0U);
-    EXPECT_EQ(run.started, 1U);
-    EXPECT_EQ(run.count(Outcome::passed), 1U);
-    ASSERT_THAT(run.access_points, SizeIs(3));
-    EXPECT_EQ(run.access_points[0].ssid, "SCAN FAIL");
-}
-
-TEST(RunReader, counts_only_new_names_of_a_listing_that_grows) {
-    const std::string scan = checks_pass + "[WIFI]Number of APs founds are ";
-    const auto run = read_run(banner + scan +
-                              "1\n[WIFI]a\n[WIFI]No ssid defined for check\n"
-                              "[WIFI]SCAN SUCCESS\n" +
-                              scan +
-                              "2\n[WIFI]a\n[WIFI]a\n[WIFI]No ssid defined for check\n"
-                              "[WIFI]SCAN SUCCESS\n" +
-                              end);
-    ASSERT_THAT(run.access_points, SizeIs(1));
-    EXPECT_EQ(run.access_points[0].times_seen, 2U);
-}
-
-TEST(RunReader, hears_an_interrupt_in_the_middle_of_a_listing) {
-    const auto run =
-        read_run(banner + checks_pass + "[WIFI]Number of APs founds are 9\n[WIFI]a\n" + interrupt);
-    EXPECT_EQ(run.end, RunEnd::interrupted);
-}
-
-TEST(RunReader, counts_a_failed_scan) {
-    const auto run = read_run(banner + checks_pass +
-                              "[WIFI]do_scan_trigger() failed with -95.\n[WIFI]SCAN FAIL\n" + end);
-    EXPECT_EQ(run.mode, Mode::scan);
-    EXPECT_EQ(failures(run, 5), 1U);
-}
-
-TEST(RunReader, warns_of_an_empty_listing_and_a_missing_prefix) {
-    const auto run = read_run(banner + checks_pass +
-                              "[WIFI]Number of APs founds are 0\n"
-                              "[WIFI]ssid prefix define for check=x\n"
-                              "[WIFI]APs found with matching prefix are 0\n"
-                              "[WIFI]AP with prefix not found\n"
-                              "[WIFI]SCAN SUCCESS\n" +
-                              checks_pass + "[WIFI]SCAN SUCCESS AND RUN IN SHIELD ROOM\n" + end);
-    EXPECT_EQ(run.count(Outcome::passed), 2U);
-    EXPECT_EQ(run.warned, 2U);
-}
-
-TEST(RunReader, takes_signals_from_the_supplicants_listing) {
-    const auto run = read_run(banner + checks_pass +
-                              "02:00:00:00:01:00\t2412\t-40\t[WPA2-PSK-CCMP][ESS]\tline-ap\n"
-                              "02:00:00:00:01:00\t2412\t-44\t[WPA2-PSK-CCMP][ESS]\tline-ap\n");
-    ASSERT_THAT(run.access_points, SizeIs(1));
-    EXPECT_DOUBLE_EQ(run.access_points[0].signal.mean(), -42);
+    EXPECT_FALSE(judge(run).is_green());
 }
 
 // ---- MAC texts, softAP, starts and ends
@@ -384,148 +302,6 @@ TEST(RunReader, keeps_only_the_last_runs) {
     const Log log = read(console);
     EXPECT_THAT(log.runs, SizeIs(most_runs));
     EXPECT_EQ(log.dropped_runs, 12U);
-}
-
-// ---- Disturbed consoles
-
-TEST(RunReader, reads_a_console_that_begins_in_the_middle) {
-    const auto run = read_run("ul...\n" + disconnect + session_closes + legacy_pass + end);
-    EXPECT_EQ(run.started, 2U);
-    EXPECT_EQ(run.count(Outcome::passed), 2U);
-}
-
-TEST(RunReader, reads_a_serial_console_with_carriage_returns_and_noise) {
-    std::string console = banner + legacy_pass + legacy_pass + end;
-    std::string serial;
-    for (const char c : console) {
-        serial += c == '\n' ? std::string("\r\n") : std::string(1, c);
-    }
-    serial.insert(serial.find("[WIFI]MODULE"), std::string("\0\xff\x80", 3));
-    const auto run = read_run(serial);
-    EXPECT_EQ(run.count(Outcome::passed), 2U);
-}
-
-TEST(RunReader, counts_lines_of_others) {
-    const Log log = read(banner + "usb 1-1: new high-speed USB device\n" + legacy_pass + end);
-    EXPECT_EQ(log.unknown_lines, 1U);
-}
-
-TEST(RunReader, reads_the_same_from_single_bytes_as_from_the_whole) {
-    const std::string console = banner + legacy_pass + device_until_role + interrupt;
-    RunReader reader;
-    for (const char c : console) {
-        reader.feed(std::string_view(&c, 1));
-    }
-    reader.finish();
-    const wivex::report::Run& run = reader.log().runs.back();
-    const auto whole = read_run(console);
-    EXPECT_EQ(run.started, whole.started);
-    EXPECT_EQ(run.outcomes, whole.outcomes);
-    EXPECT_EQ(run.verdicts, whole.verdicts);
-}
-
-// ---- Times
-
-TEST(RunReader, takes_the_arrival_of_lines_for_their_times) {
-    RunReader reader({Mode::unknown, true});
-    reader.feed(banner, 100);
-    reader.feed(checks_pass, 100);
-    reader.feed("Scan Command Sent Successfully...\nScan_Results Command Sent Successfully...\n",
-                103.5);
-    reader.feed("Call to SELECT_NETWORK is Successful...\n", 105);
-    reader.feed(disconnect + session_closes, 106);
-    reader.feed(legacy_pass, 108);
-    reader.feed(end, 110);
-    reader.finish(110);
-    const wivex::report::Run& run = reader.log().runs.back();
-    EXPECT_EQ(run.times, TimeSource::arrival);
-    EXPECT_FLOAT_EQ(run.iterations.at(0).phase(Phase::scan).seconds, 3.5F);
-    EXPECT_FLOAT_EQ(run.iterations.at(0).phase(Phase::associate).seconds, 1.5F);
-    EXPECT_FLOAT_EQ(run.iterations.at(0).seconds, 6);
-    EXPECT_FLOAT_EQ(run.iterations.at(1).start, 8);
-    EXPECT_FLOAT_EQ(run.seconds, 10);
-}
-
-TEST(RunReader, does_not_take_the_times_of_the_disk_for_those_of_the_run) {
-    RunReader reader({Mode::unknown, true});
-    reader.feed(banner + legacy_pass + legacy_pass + end, 50);
-    reader.finish(51);
-    const wivex::report::Run& run = reader.log().runs.back();
-    EXPECT_EQ(run.times, TimeSource::none);
-    EXPECT_TRUE(std::isnan(run.iterations.at(0).phase(Phase::scan).seconds));
-    EXPECT_EQ(run.phase_seconds.at(index_of(Phase::scan)).count, 0U);
-}
-
-TEST(RunReader, takes_times_from_the_stamps_of_a_logging_tool) {
-    std::string console;
-    int line = 0;
-    const std::string plain = banner + legacy_pass + end;
-    for (std::size_t at = 0; at < plain.size(); ++line) {
-        const std::size_t newline = plain.find('\n', at);
-        console += "2024-06-12T10:00:" + std::to_string(10 + line) + " " +
-                   plain.substr(at, newline + 1 - at);
-        at = newline + 1;
-    }
-    const auto run = read_run(console);
-    EXPECT_EQ(run.times, TimeSource::stamps);
-    EXPECT_EQ(run.began, "2024-06-12 10:00:11");
-    EXPECT_EQ(run.count(Outcome::passed), 1U);
-    EXPECT_FLOAT_EQ(run.iterations.at(0).phase(Phase::dhcp).seconds, 4);
-}
-
-TEST(RunReader, goes_on_past_midnight) {
-    RunReader reader;
-    const auto stamped = [&](const std::string& time, const std::string& text) {
-        reader.feed(time + " " + text + "\n");
-    };
-    stamped("23:59:50", "[WIFI]WIVEX2");
-    stamped("23:59:55", "[WIFI]MODULE CONNECTED");
-    stamped("00:00:05", "[WIFI]WIFI DRIVER READY");
-    stamped("00:00:06", "[WIFI]ResultFile: x Updated");
-    reader.finish();
-    EXPECT_FLOAT_EQ(reader.log().runs.back().seconds, 16);
-    EXPECT_FLOAT_EQ(reader.log().runs.back().iterations.at(0).phase(Phase::driver).seconds, 10);
-}
-
-// ---- Now
-
-TEST(RunReader, tells_the_phase_that_is_under_way) {
-    RunReader reader({Mode::unknown, true});
-    reader.feed(banner + checks_pass + scan_and_associate + "Executing dhclient...\n", 5);
-    EXPECT_TRUE(reader.now().in_iteration);
-    EXPECT_EQ(reader.now().phase, Phase::dhcp);
-    reader.feed("Command to udhcpc is successful...\n", 7);
-    EXPECT_EQ(reader.now().phase, Phase::traffic);
-    EXPECT_DOUBLE_EQ(reader.now().phase_since, 7);
-    reader.feed("[  3]  0.0- 1.0 sec  11.0 MBytes  92.3 Mbits/sec\n", 8);
-    EXPECT_DOUBLE_EQ(reader.now().megabits_per_second, 92.3F);
-}
-
-// ---- Bounds
-
-TEST(RunReader, stays_of_bounded_size_in_an_endless_run) {
-    RunReader reader;
-    reader.feed(banner);
-    const std::string failing =
-        checks_pass + "Fail to send Scan Command!!!\nERROR:SCAN-FAIL\n" + session_closes;
-    constexpr std::uint32_t iterations = 20000;
-    for (std::uint32_t i = 0; i < iterations; ++i) {
-        reader.feed(i % 4 == 0 ? failing : legacy_pass);
-    }
-    reader.feed(end);
-    reader.finish();
-    const wivex::report::Run& run = reader.log().runs.back();
-    EXPECT_EQ(run.started, iterations);
-    EXPECT_EQ(failures(run, 8), iterations / 4);
-    EXPECT_EQ(run.iterations.size(), most_detailed_iterations);
-    EXPECT_EQ(run.failures.size(), most_detailed_failures_of_cause);
-    EXPECT_LE(run.timeline.slices().size(), most_slices);
-    std::uint32_t counted = 0;
-    for (const Slice& slice : run.timeline.slices()) {
-        EXPECT_EQ(slice.first, counted);
-        counted += slice.iterations;
-    }
-    EXPECT_EQ(counted, iterations);
 }
 
 } // namespace

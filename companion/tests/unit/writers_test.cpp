@@ -5,7 +5,7 @@
 #include "json_writer.hpp"
 #include "junit_schema.hpp"
 #include "junit_writer.hpp"
-#include "live_view.hpp"
+#include "model/verdict.hpp"
 #include "report_files.hpp"
 
 #include <gmock/gmock.h>
@@ -25,10 +25,6 @@ using testing::HasSubstr;
 using testing::Not;
 using testing::StartsWith;
 
-const std::string refused = checks_pass +
-                            "Scan Command not successful\n"
-                            "Fail to send Scan Command!!!\nERROR:SCAN-FAIL\n" +
-                            session_closes;
 const std::string mixed = banner + legacy_pass + refused + legacy_pass + end;
 
 // Several kinds of consoles, for what must hold for all of them.
@@ -67,7 +63,7 @@ TEST(Json, is_versioned_and_whole_for_every_console) {
     for (const std::string& console : consoles()) {
         const auto document = nlohmann::json::parse(write_json(read(console)));
         EXPECT_EQ(document.at("format"), "wivex-report");
-        EXPECT_EQ(document.at("version"), 1);
+        EXPECT_EQ(document.at("version"), 2);
         EXPECT_EQ(document.at("console").at("bytes"), console.size());
         EXPECT_TRUE(document.at("runs").is_array());
     }
@@ -107,7 +103,7 @@ TEST(Junit, fits_the_published_schema_for_every_console) {
 TEST(Junit, has_a_test_case_for_every_phase_of_every_iteration) {
     const pugi::xml_document document = parsed(write_junit(read(mixed)));
     const pugi::xml_node suite = document.child("testsuites").child("testsuite");
-    EXPECT_EQ(suite.attribute("tests").as_int(), 7 + 3 + 7);
+    EXPECT_EQ(suite.attribute("tests").as_int(), 7 + 3 + 7 + 1);
     EXPECT_EQ(suite.attribute("failures").as_int(), 1);
     const pugi::xml_node failed =
         suite.find_child([](pugi::xml_node node) { return !node.child("failure").empty(); });
@@ -121,7 +117,7 @@ TEST(JunitSchema, refuses_what_does_not_fit) {
     EXPECT_NE(junit_problem(parsed("<testsuite/>")), "");
     EXPECT_NE(junit_problem(parsed("<testsuites><testcase/></testsuites>")), "");
     std::string text = write_junit(read(mixed));
-    text.replace(text.find("tests=\"17\""), 10, "tests=\"16\"");
+    text.replace(text.find("tests=\"18\""), 10, "tests=\"17\"");
     EXPECT_NE(junit_problem(parsed(text)), "");
 }
 
@@ -181,6 +177,106 @@ TEST(Html, asks_for_the_mode_when_the_console_does_not_tell_it) {
                 HasSubstr("Give the mode with --mode"));
 }
 
+// ---- One verdict
+
+bool page_is_green(const std::string& page) {
+    return page.find("<h2 class=\"verdict passed\">") != std::string::npos ||
+           page.find("<h2 class=\"verdict weak\">") != std::string::npos;
+}
+
+// Of a single run, or of none.
+TEST(Verdict, is_the_same_in_every_output) {
+    std::vector<std::string> all = consoles();
+    all.push_back(banner + legacy_pass + end);
+    all.push_back(banner + legacy_pass + interrupt);
+    all.push_back(banner + legacy_pass + clean_up);
+    all.push_back(banner + legacy_pass + "[WIFI]Nobody knows this\n" + end);
+    for (const std::string& console : all) {
+        const Log log = read(console);
+        if (log.runs.size() > 1) {
+            continue;
+        }
+        const bool green = judge(log) == RunVerdict::passed;
+        EXPECT_EQ(page_is_green(write_html(log)), green) << console.substr(0, 400);
+        const pugi::xml_document junit = parsed(write_junit(log));
+        const pugi::xml_node suite = junit.child("testsuites").child("testsuite");
+        EXPECT_EQ(suite.attribute("errors").as_int() == 0, green) << console.substr(0, 400);
+        const auto document = nlohmann::json::parse(write_json(log));
+        EXPECT_EQ(document.at("verdict") == "passed", green);
+        for (const auto& run : document.at("runs")) {
+            EXPECT_EQ(run.at("clean").get<bool>(), green);
+            EXPECT_EQ(run.at("missing").empty(), green);
+        }
+        EXPECT_EQ(write_html(log).find("ok\">passed") != std::string::npos, green);
+    }
+}
+
+TEST(Junit, counts_the_iterations_behind_those_that_it_lists) {
+    std::string console = banner;
+    for (std::size_t i = 0; i < most_detailed_iterations + 1000; ++i) {
+        console += i < most_detailed_iterations ? legacy_pass : refused;
+    }
+    const pugi::xml_document document = parsed(write_junit(read(console + end)));
+    const pugi::xml_node suite = document.child("testsuites").child("testsuite");
+    EXPECT_EQ(junit_problem(document), "");
+    EXPECT_EQ(suite.attribute("failures").as_int(), 2) << "all of them, and their scan";
+    const pugi::xml_node failed =
+        suite.find_child([](pugi::xml_node node) { return !node.child("failure").empty(); });
+    EXPECT_STREQ(failed.attribute("name").value(), "iterations 5000 to 5999");
+    EXPECT_STREQ(failed.child("failure").attribute("message").value(), "1000 of 1000 failed");
+}
+
+TEST(Junit, remembers_the_runs_that_were_left_out) {
+    std::string console = banner + refused + end;
+    for (int i = 0; i < 10; ++i) {
+        console += banner + legacy_pass + end;
+    }
+    const pugi::xml_document document = parsed(write_junit(read(console)));
+    EXPECT_EQ(junit_problem(document), "");
+    const pugi::xml_node suite = document.child("testsuites").last_child();
+    EXPECT_STREQ(suite.attribute("name").value(), "wivex runs left out");
+    EXPECT_EQ(suite.attribute("errors").as_int(), 1);
+    EXPECT_THAT(write_html(read(console)), HasSubstr("3 earlier runs on this console are left out: "
+                                                     "2 passed, 1 failed."));
+}
+
+TEST(Junit, does_not_call_a_failure_uncounted_when_the_mode_is_unknown) {
+    const std::string text =
+        write_junit(read(banner + checks_pass + "unable to open sockets\n" + end));
+    EXPECT_THAT(text, HasSubstr("the console does not tell the mode"));
+    EXPECT_THAT(text, Not(HasSubstr("not counted in the result file")));
+}
+
+TEST(Html, draws_the_share_that_failed) {
+    std::string console = banner;
+    for (int i = 0; i < 64 * 512; ++i) {
+        console +=
+            i % 64 < 5 ? checks_pass + "[WIFI]SCAN FAIL\n" : checks_pass + "[WIFI]SCAN SUCCESS\n";
+    }
+    EXPECT_THAT(write_html(read(console + end)), HasSubstr("--share:max(2px,7.8%)"));
+}
+
+TEST(Html, says_how_many_failures_of_a_cause_are_not_shown) {
+    std::string console = banner;
+    for (int i = 0; i < 200; ++i) {
+        console += refused;
+    }
+    EXPECT_THAT(write_html(read(console + end)), HasSubstr("199 more, 99 of them shown"));
+}
+
+TEST(Html, says_what_the_line_of_the_softap_mode_means) {
+    const std::string page =
+        write_html(read(banner + checks_pass + "[WIFI]ERROR:create softAP problem\n"));
+    EXPECT_THAT(page, HasSubstr("[WIFI]ERROR:create softAP problem"));
+    EXPECT_THAT(page, HasSubstr("The line is inverted: it says that the driver was ready"));
+}
+
+TEST(Html, shows_every_line_of_the_tool_that_is_not_known) {
+    const std::string page =
+        write_html(read(banner + legacy_pass + "[WIFI]New <one>\n[WIFI]New two\n" + end));
+    EXPECT_THAT(page, HasSubstr("[WIFI]New &lt;one&gt;\n[WIFI]New two\n</pre>"));
+}
+
 // ---- Files
 
 TEST(ReportFiles, makes_its_directory_and_leaves_three_files) {
@@ -197,68 +293,6 @@ TEST(ReportFiles, makes_its_directory_and_leaves_three_files) {
 
 TEST(ReportFiles, tells_why_it_cannot_write) {
     EXPECT_THAT(write_report(read(mixed), "/dev/null/report"), HasSubstr("/dev/null/report"));
-}
-
-// ---- The live view
-
-std::vector<std::string> lines_of(const std::string& text) {
-    std::vector<std::string> lines;
-    for (std::size_t at = 0; at < text.size();) {
-        const std::size_t newline = std::min(text.find('\n', at), text.size());
-        lines.push_back(text.substr(at, newline - at));
-        at = newline + 1;
-    }
-    return lines;
-}
-
-TEST(LiveView, fits_a_terminal_of_80_columns) {
-    RunReader reader({Mode::unknown, true});
-    LiveView view({500, true, 80});
-    reader.feed(banner + legacy_pass, 0);
-    reader.feed(refused, 20);
-    reader.feed(checks_pass + scan_and_associate + take_address, 40);
-    reader.feed("[  3]  0.0- 1.0 sec  11.0 MBytes  92.3 Mbits/sec\n", 41);
-    const std::string text = view.update(reader, 44);
-    EXPECT_THAT(text, HasSubstr("legacy WLAN"));
-    EXPECT_THAT(text, HasSubstr("iteration 2 (3 of 500)"));
-    EXPECT_THAT(text, HasSubstr("passed 1   failed 1"));
-    EXPECT_THAT(text, HasSubstr("now: traffic for 4 s   throughput 92.3 Mbit/s"));
-    EXPECT_THAT(text, HasSubstr("left: about 2 h 45 min"));
-    EXPECT_THAT(text, HasSubstr("last failure: iteration 1, scan: SCAN refused"));
-    for (const std::string& line : lines_of(text)) {
-        EXPECT_LT(line.size(), 80U) << line;
-    }
-}
-
-TEST(LiveView, redraws_over_what_it_drew) {
-    RunReader reader;
-    LiveView view({0, true, 80});
-    reader.feed(banner + checks_pass);
-    const std::size_t drawn = lines_of(view.update(reader, 0)).size();
-    EXPECT_THAT(view.update(reader, 1), StartsWith("\r\x1b[" + std::to_string(drawn) + "A\x1b[J"));
-}
-
-TEST(LiveView, prints_plain_lines_where_there_is_no_terminal) {
-    RunReader reader({Mode::unknown, true});
-    LiveView view({3, false, 80});
-    reader.feed(banner + legacy_pass, 0);
-    reader.feed(refused, 20);
-    std::string text = view.update(reader, 20);
-    EXPECT_EQ(text, "iteration 0 (1 of 3) passed, 0 s, 94.0 Mbit/s\n");
-    reader.feed(end, 40);
-    text = view.update(reader, 40);
-    EXPECT_EQ(text, "iteration 1 (2 of 3) failed, 0 s, scan: SCAN refused\n");
-    EXPECT_THAT(text, Not(HasSubstr("\x1b")));
-}
-
-TEST(LiveView, ends_with_a_summary) {
-    RunReader reader;
-    LiveView view({0, false, 80});
-    reader.feed(mixed);
-    reader.finish();
-    EXPECT_THAT(view.finish(reader), HasSubstr("legacy WLAN: 1 of 3 iterations failed (finished)\n"
-                                               "  test case 8 (legacy WLAN): 1 failure recorded\n"
-                                               "  1 x scan: SCAN refused\n"));
 }
 
 } // namespace

@@ -1,0 +1,23 @@
+// The test cases of the result file, as a run filled them.
+#pragma once
+
+#include "run_model.hpp"
+
+#include <cstdint>
+#include <string_view>
+#include <vector>
+
+namespace wivex::report {
+
+struct TestCaseCount {
+    /// 1 to `last_test_case`.
+    int number = 0;
+    std::string_view title;
+    /// As the result file counts them.
+    std::uint32_t failures = 0;
+};
+
+/// The test cases that took part in `run`, in the order of the result file.
+std::vector<TestCaseCount> test_cases_of(const Run& run);
+
+} // namespace wivex::report

@@ -1,0 +1,15 @@
+// The parts of the page that show figures: phases and their times, throughput.
+#pragma once
+
+#include "run_model.hpp"
+
+#include <string>
+
+namespace wivex::report {
+
+std::string phases_card(const Run& run, const std::string& prefix);
+
+/// Empty when no throughput was measured.
+std::string throughput_card(const Run& run, const std::string& prefix);
+
+} // namespace wivex::report
