@@ -10,9 +10,12 @@ namespace {
 // Of several rows of a cause the first whose text stands on the console holds.
 constexpr auto rows = std::to_array<AdviceRow>({
     {Cause::module_absent, Mode::unknown, "ERROR:Module not inserted.",
-     "`cat /proc/bus/usb/devices`: is it there (usbfs), does a line say `Vendor=... ProdID=...` of "
-     "the module? Is `device_type` exactly `USB`, or else `usbdevlist` the right file? Then cable "
-     "and supply. With `PCIE` this check always fails: no line of that list can match"},
+     "does a line of the list say `Vendor=... ProdID=...` of the module? The list of kernels from "
+     "3.5 on is `/sys/kernel/debug/usb/devices`: debugfs must be mounted (`mount -t debugfs none "
+     "/sys/kernel/debug`), `usbdevlist` name this file and `device_type` be neither `USB` nor `PCIE` "
+     "but, for example, `usb`. That of older kernels is `/proc/bus/usb/devices` (usbfs), with "
+     "`device_type=USB`. Then cable and supply. With `PCIE` this check always fails: no line of that "
+     "list can match"},
     {Cause::driver_absent, Mode::unknown, "ERROR:WiFi driver is not insmoded properly",
      "`lsmod`, `dmesg`, `ls /sys/class/net`; are both keys spelt right, without a blank or "
      "carriage return behind them?"},
@@ -67,6 +70,8 @@ constexpr auto rows = std::to_array<AdviceRow>({
     {Cause::loopback_failed, Mode::unknown, "Debugfs Mount Error", "does the kernel have debugfs?"},
     {Cause::loopback_failed, Mode::unknown, "phy_addr is NULL", "is ath6kl loaded?"},
     {Cause::loopback_failed, Mode::unknown, "File Error :", "did the module leave the bus?"},
+    {Cause::loopback_failed, Mode::unknown, "Unable to start shell",
+     "memory and process limit of the device"},
     {Cause::scan_failed, Mode::unknown, "Failed to allocate netlink socket.",
      "memory of the device"},
     {Cause::scan_failed, Mode::unknown, "ERROR: Failed to allocate", "memory of the device"},
@@ -86,6 +91,8 @@ constexpr auto rows = std::to_array<AdviceRow>({
     {Cause::scan_failed, Mode::unknown, "nl_send_auto_complete failed from execute_scan_nl_command",
      "memory; `dmesg`"},
     {Cause::scan_failed, Mode::unknown, "ERROR: nl_recvmsgs_default() returned", "memory; `dmesg`"},
+    {Cause::scan_failed, Mode::unknown, "File: Input/output error",
+     "the file that `-D` names: can it be read to its end?"},
     {Cause::session_not_open, Mode::unknown, "Unable to open sockets!!",
      "does the supplicant run on this interface; is its `ctrl_interface` the folder of "
      "`ctrl_iface`; run as root; is `/tmp` writable?"},
@@ -111,6 +118,9 @@ constexpr auto rows = std::to_array<AdviceRow>({
      "or of a kind that is not known. `ssid`: 32 bytes at most"},
     {Cause::network_not_selected, Mode::unknown, "SELECT_NETWORK Command is",
      "restart the supplicant"},
+    {Cause::network_not_selected, Mode::unknown, "reason=WRONG_KEY",
+     "`go_passphrase`, to the letter: a blank or a carriage return at the end of its line belongs to "
+     "it"},
     {Cause::network_not_selected, Mode::unknown, "Unable to Connect Time out!!!",
      "pass phrase, signal, security of the access point; `-u` shows the supplicant's reasons"},
     {Cause::iperf_client, Mode::unknown, "Unable to run Iperf in Client mode!!!",

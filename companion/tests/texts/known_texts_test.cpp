@@ -100,6 +100,8 @@ constexpr auto instances = std::to_array<Instance>({
      "Sent P2P_CONNECT 02:00:00:00:00:01 pbc  go_intent=7 command to wpa_supplicant:OK"},
     {"Sent x command to wpa_supplicant:x", "Sent P2P_FIND command to wpa_supplicant:OK"},
     {"Sent x command to wpa_supplicant:x", "Sent P2P_LISTEN command to wpa_supplicant:OK"},
+    {"ERROR: x does not fit into a netlink message.",
+     "ERROR: NL80211_CMD_GET_SCAN does not fit into a netlink message."},
     {"x fail", "search_device_P2P fail"},
     {"x fail", "stop_search_device_P2P fail"},
 });
@@ -179,7 +181,7 @@ TEST(SourceTexts, joins_neighbouring_literals_and_splits_lines) {
 TEST(SourceTexts, follows_wrappers_tables_and_errors) {
     EXPECT_THAT(lines_in(R"(print_debug("[WIFI]only with -u\n");)"),
                 testing::ElementsAre("[WIFI]only with -u"));
-    EXPECT_THAT(lines_in(R"(print_errno("[WIFI]Open error");)"),
+    EXPECT_THAT(lines_in(R"(print_error("[WIFI]Open error", errno);)"),
                 testing::ElementsAre("[WIFI]Open error: No such file or directory"));
     EXPECT_THAT(lines_in(R"({"psk", "SET_NETWORK Command for psk is not successful\n"},)"),
                 testing::ElementsAre("SET_NETWORK Command for psk is not successful"));

@@ -207,8 +207,8 @@ void add_call(std::vector<SourceText>& list, const std::string& function,
         }
         return;
     }
-    // A wrapper of them passes its texts on; the error of `errno` stands behind them.
-    const std::string behind = function == "print_errno" ? ": No such file or directory" : "";
+    // A wrapper of them passes its texts on; the error of the system stands behind them.
+    const std::string behind = function == "print_error" ? ": No such file or directory" : "";
     for (const std::vector<std::string>& alternatives : arguments) {
         for (const std::string& text : alternatives) {
             add_lines(list, text + behind, where);
