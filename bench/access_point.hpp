@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The world at the other end of the air: a real DHCP server and a real iperf server.
 #pragma once
 

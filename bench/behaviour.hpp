@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // How a well-behaved supplicant answers: a small model with one access point and one peer.
 #pragma once
 

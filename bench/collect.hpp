@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What is left behind of a run: files, usage, and names of sockets.
 #pragma once
 

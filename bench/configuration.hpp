@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The configuration file that the bench gives the tool.
 #pragma once
 

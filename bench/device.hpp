@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The device's world: its root folder, its interface, its supplicant, and the tool itself.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The root folder of the device's world: the machine's programs, and private copies of everything
 // that the tool reads or writes.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A gate between two processes: one waits until the other opens it.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Network interfaces of the worlds.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // wivex-bench: runs the unchanged tool in a private world, against simulated and real counterparts.
 
 #include "access_point.hpp"

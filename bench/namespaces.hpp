@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Private namespaces: processes in worlds of their own, as root or as an ordinary user.
 #pragma once
 

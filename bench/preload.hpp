@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Libraries that the world loads before the tool.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A scenario: what the bench plays to the tool, read from one small text file.
 //
 // Each line's first word names who it speaks of; README.md lists them all. Lines of actors that

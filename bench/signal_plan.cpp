@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "signal_plan.hpp"
 
 #include "text.hpp"

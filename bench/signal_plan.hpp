@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Signals that the bench sends to the tool at planned moments.
 #pragma once
 

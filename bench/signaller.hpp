@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Sends the planned signals that do not wait for a command.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The simulated supplicant: serves the control sockets "wlan0" and "p2p0" as a scenario says, and
 // where it says nothing as a well-behaved supplicant would.
 #pragma once

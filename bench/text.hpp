@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Small text helpers of the bench: escapes, quoted words, whole files.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Which times something comes, as a scenario counts them.
 #pragma once
 

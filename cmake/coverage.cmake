@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # Counts the lines and branches of src/ that run; "./dev coverage" builds with it and reports.
 #
 # Only the tool's own rooms count. A process that ends through _exit would keep its counters to

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # Toolchain file for Debian's cross compilers: give the target as -DWIVEX_TRIPLET=arm-linux-gnueabihf.
 set(CMAKE_TRY_COMPILE_PLATFORM_VARIABLES WIVEX_TRIPLET)
 

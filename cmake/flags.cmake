@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # Flags of every target, and what the shipped binary adds to them. The user's own (CXXFLAGS, LDFLAGS, a
 # toolchain file) stand before these and hold where both speak of one thing.
 

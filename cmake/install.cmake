@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # What goes where, in GNU's folders, for a package of any kind. The component "tool" is wivex, the
 # component "companion" is wivex-report.
 

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # Runs over the folder that becomes a package: Debian wants manual pages and changelogs compressed, and
 # without a time stamp, so that equal contents are equal files.
 find_program(GZIP gzip REQUIRED)

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # Sourced: what each target architecture is called by the compiler and by Debian.
 # use_architecture NAME  sets arch, debian_arch, triplet, suffix (of a package's name), crossing,
 #                        compiler_package and strip (the program's name).

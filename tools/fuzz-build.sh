@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # Sourced after packages.sh: the build of the fuzz targets, in build-fuzz.
 
 configure_fuzz_build() {

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # Sourced by the dev commands: install Debian packages that are missing.
 # need_packages NAME...  installs what is not installed yet; stops when one cannot be had.
 

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # Sourced: every command answers -h and --help before it does anything, and refuses what it does not
 # know. The command defines usage(), which prints its text.
 # answer_help WORDS...      prints the usage and ends when one of the words asks for it

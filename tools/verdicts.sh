@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # Sourced: the statements of a suite. Needs out, the folder of its logs.
 # verdict WHAT COMMAND...   prints "ok WHAT", or "not ok WHAT" and the last lines of the command's output,
 #                           which stands in a log of its own. The command ends at its first failure: no

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What can be heard on the air and how the kernel's scan goes, as a scenario's "air" lines say it.
 #pragma once
 

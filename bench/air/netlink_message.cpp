@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "air/netlink_message.hpp"
 
 #include <linux/genetlink.h>

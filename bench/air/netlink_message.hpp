@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Netlink messages as the kernel lays them out, byte by byte.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The simulated nl80211: a preloaded library that puts itself in the place of the tool's generic
 // netlink socket. The tool's own library speaks to it as to the kernel.
 

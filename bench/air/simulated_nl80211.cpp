@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "air/simulated_nl80211.hpp"
 
 #include <linux/genetlink.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The kernel's generic netlink as the tool meets it: the controller, and nl80211 for one interface.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "chip/chip.hpp"
 
 #include "chip/diag_device.hpp"

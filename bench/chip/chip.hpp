@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The simulated chip: what it shows of itself in the device's world.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What the simulated chip shows of itself, as a scenario's "chip" lines say it.
 #pragma once
 

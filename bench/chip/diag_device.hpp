@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The DIAG device of the simulated chip: the file "/proc/cld/athdiagpfs".
 #pragma once
 

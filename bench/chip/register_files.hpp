@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The register files of the simulated chip in a private debugfs tree.
 #pragma once
 

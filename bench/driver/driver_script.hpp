@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What the simulated driver answers, as a scenario's "driver" lines say it.
 #pragma once
 

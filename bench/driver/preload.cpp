@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The simulated driver: a preloaded library in front of the requests that no ordinary kernel
 // answers.
 //

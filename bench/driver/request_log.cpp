@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "driver/request_log.hpp"
 
 #include <fcntl.h>

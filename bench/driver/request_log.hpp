@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The log of the simulated driver: the exact bytes of every request that it was handed.
 //
 // A request is a line with its number, a line for each block of bytes, and a line with the result.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Any bytes as a console: read in chunks of any size, shown live and reported. Besides not
 // crashing, the counts have to agree with each other and the files have to be well-formed.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Reading and writing of bytes that survives interrupts and short writes.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Why something failed: every failure that the console can tell of, and how often the tool's
 // result file counts it.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The pictures of the page: the strip of iterations and curves over the iterations. Plain HTML
 // and SVG; everything that a picture shows also stands in its text alternative.
 #pragma once

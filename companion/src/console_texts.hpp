@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The texts of the tool's console and what each of them means. The one place to change when the
 // tool learns a new line.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Figures that stand in console lines of other programs: iperf's rates, access points of a scan
 // listing, time stamps that a logging tool put before each line.
 #pragma once

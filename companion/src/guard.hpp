@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Keeps the run safe from the report. The process that reads the tool's pipe only moves bytes: to
 // standard output and to a second process, which does everything that can fail. When that one
 // crashes, hangs or is killed, the bytes keep moving.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Small pieces of HTML: escaped text and numbers as a reader likes them.
 #pragma once
 

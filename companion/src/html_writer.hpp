@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // report.html: one page for people, complete in itself: no network, no font, no file beside it.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // run.json: the model for programs. docs/report-json.md describes every member.
 #pragma once
 

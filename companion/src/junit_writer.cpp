@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "junit_writer.hpp"
 
 #include "html_text.hpp"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Cuts a stream of bytes into console lines, in bounded memory whatever the bytes are.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "live_view.hpp"
 
 #include "html_text.hpp"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The live view: a few lines that a terminal of 80 columns redraws, or, where there is none, one
 // plain line for every iteration.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // wivex-report: shows a run of wivex while it goes on, and reports it afterwards.
 
 #include "guard.hpp"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The fixed parts of the page: its style and its few lines of script.
 #pragma once
 

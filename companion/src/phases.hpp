@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What a run consists of: its modes, the phases of an iteration, and the verdicts.
 #pragma once
 

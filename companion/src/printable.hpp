@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Console bytes made safe to show: valid UTF-8 without control characters.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Finds the tool's own texts in a console line, also when another writer's bytes stand before
 // them or two texts share a line.
 #pragma once

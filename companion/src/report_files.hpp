@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Puts the report into its directory. A file appears there complete or not at all.
 #pragma once
 

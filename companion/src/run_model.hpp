@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What was learnt of the runs on a console. Plain records of bounded size: exact counts for the
 // whole run, details for the first iterations and failures, and a timeline that gets coarser as
 // the run gets longer.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // One use of the program: a console read from a descriptor, shown live, reported at its end and,
 // for a long run, in between.
 #pragma once

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # Sourced: what a device is made of. Package names are Debian's.
 
 kernel_meta_package() {

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # Sourced: build the part of a device that stays the same from run to run: kernel, modules, daemons.
 # build_image ARCH  leaves the two files that a machine boots at out/ARCH/kernel and out/ARCH/image.
 # They are links into the cache, where an image stands under a key made of all that it is built from.

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # Sourced: put a device together and switch it on.
 #
 # prepare_device ARCH        installs what this machine lacks, builds the tool and the device's image.

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # Sourced: fetch the packages that a device is made of, and keep them by version.
 # Nothing of them is installed on this machine; the image builder takes single files out of them.
 #

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // as-kernel-3-2 COMMAND...: run a command that finds no system call younger than Linux 3.2: each
 // fails as on a kernel that does not know it. For 32-bit ARM; elsewhere it says so and ends with
 // status 1.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // control-script SOCKET: drive a supplicant or access point through its control socket by a small
 // script on standard input. One step a line; blank lines and lines that begin with # are skipped.
 //

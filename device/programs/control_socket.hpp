@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A datagram connection to a control socket of a supplicant or access point.
 #pragma once
 

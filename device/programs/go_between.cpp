@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // go-between SOCKET SUPPLICANT: serve the path SOCKET as the supplicant's own control socket at the
 // path SUPPLICANT would be served, for clients that know one command more than this supplicant:
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // move-radio INTERFACE NAMESPACE_FILE: move the radio that an interface belongs to, with all its
 // interfaces, into a network namespace (a bound file such as /run/netns/room). Exit status 0 or 1.
 #include <fcntl.h>

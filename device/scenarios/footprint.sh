@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # What the tool needs of a small device: little memory, and as one file nothing else at all.
 
 factory_line() {

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # The module on the bus, its driver and its interface.
 
 ready_world() {

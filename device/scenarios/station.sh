@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # The station and its access point: what the air, the pass phrase and the security settings do.
 
 station_world() {

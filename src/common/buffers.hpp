@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Sizes of the buffers through which all supplicant work passes.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The console: every line that the tool prints goes through here.
 //
 // Standard output is line-buffered whatever it is connected to. A reader that has stopped reading

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "common/console_helper.hpp"
 
 #include "common/unique_fd.hpp"

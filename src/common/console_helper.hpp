@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Writes to console files in a process of its own.
 //
 // A write to a file on a file system that hangs cannot be interrupted, not even by SIGKILL. So the

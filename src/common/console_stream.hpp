@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // One of the two output streams, written as its reader lets it be.
 //
 // A reader that has stopped reading cannot wedge the run, whatever the stream is: the process waits

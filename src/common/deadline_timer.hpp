@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A time-out in whole seconds of the wall clock.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The numbers under which failures are returned and recorded.
 //
 // One number can have several names: the checks, the station and P2P operations and the scripted

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Files, read and written so that none of them can wedge the run.
 //
 // A FIFO without a reader, a mount that hangs, a driver's file that sleeps: whichever call is

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A text of bounded length that never allocates; what does not fit is cut.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // When SIGINT and SIGTERM may land.
 //
 // Their handler prints, writes files and frees memory, so it must never land inside the allocator,

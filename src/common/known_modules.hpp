@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The modules that the tool knows, and the chip family that each belongs to.
 #pragma once
 

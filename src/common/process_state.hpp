@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // All state that belongs to the process and not to a caller.
 //
 // The termination handler must reach the results, the options and the supplicant connections

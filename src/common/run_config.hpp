@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The settings of a run, as the configuration file gives them.
 //
 // Every field is the text behind the key of the same name, taken as it stands, and empty unless the

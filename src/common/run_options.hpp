@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The options of a run and its state, as every room reads them.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What a scan test answers. The numbers are those of the marker lines of its status file, negated.
 #pragma once
 

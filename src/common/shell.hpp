@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Shell command lines, run so that an interrupt is handled at once while they run.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What is remembered of a test case: which codes occurred in which iterations.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The waiting room: the one door through which the program waits.
 //
 // A wait sleeps until there is something to do, so it costs next to no processor time; standard

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Waiting for a supplicant event, with or without a deadline.
 //
 // Each wait first reads what is queued and then sleeps until the next message or the next second of

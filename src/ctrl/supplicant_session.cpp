@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "ctrl/supplicant_session.hpp"
 
 #include "common/buffers.hpp"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The one conversation that a test holds with the supplicant: a command connection whose replies
 // are judged, and an attached event connection whose messages are matched.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Client of the supplicant's control interface: one connection is one Unix datagram socket on which
 // text commands go out and text replies and event messages come back. Nothing else in the program
 // touches these sockets.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "diag/access_points.hpp"
 
 namespace wivex {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The access points that the scans of this process have found.
 #pragma once
 

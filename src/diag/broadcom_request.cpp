@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "diag/broadcom_request.hpp"
 
 #include "common/waiting.hpp"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Requests to the bcmdhd driver: the one place that knows their record.
 //
 // A request names a driver variable ("iovar"). Its buffer holds the name, a NUL and the values that

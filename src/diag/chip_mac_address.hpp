@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The MAC address in the chip, as each family keeps it. Each reader returns false, having said why,
 // when the check is to fail.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "diag/diag_device.hpp"
 
 #include "common/console.hpp"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Target memory of the QCA combo module, through its DIAG device: a file whose offset is a target
 // address.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The SSID in the information elements of a beacon or probe response, and how it is printed.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "diag/loopback_ath6kl.hpp"
 
 #include "common/buffers.hpp"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Bus loopback of the QCA 11n module, through the debugfs files of the ath6kl driver.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Bus loopback of Broadcom modules, through variables of the bcmdhd driver.
 #pragma once
 

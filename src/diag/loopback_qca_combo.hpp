@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Bus loopback of the QCA combo module, through a private request of its driver.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The MAC address check (-M): the address that the kernel reports must be the one in the chip.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Hardware addresses as text: six two-digit hex bytes separated by ":".
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Netlink objects with owners, and sockets whose waits for the kernel an interrupt can end.
 //
 // The library waits inside its receive function: for an answer, for the next part of a long one,

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // nl80211 messages as typed values. Nothing above this file sees an attribute.
 #pragma once
 

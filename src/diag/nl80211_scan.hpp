@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A scan of the interface wlan0 straight through the kernel, without the supplicant.
 #pragma once
 

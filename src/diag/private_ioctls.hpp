@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The table of private wireless-extension requests that a driver describes itself with.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Target registers of the ath6kl driver, through its files in debugfs and shell commands.
 //
 // Writing an address to "reg_addr" selects a register; reading "reg_dump" yields a line such as

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The way to the driver: a socket that serves as handle, and the name of the interface.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "diag/scan_listing.hpp"
 
 #include "diag/mac_text.hpp"

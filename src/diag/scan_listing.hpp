@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The listing of a scan: three lines for each BSS. Nothing here allocates, since it runs while the
 // netlink library hands out its messages.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "modes/addressing.hpp"
 
 #include "common/console.hpp"

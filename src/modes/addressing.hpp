@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // How the modes give the interface its address, in either role.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The access-point status file: one access point a line, "BSSID/signal/status/SSID", or a marker
 // line when a run ended without any.
 #pragma once

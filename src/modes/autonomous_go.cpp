@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "modes/autonomous_go.hpp"
 
 #include "common/buffers.hpp"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Legacy WLAN test (-w): one association with an ordinary access point, from scan to disconnect.
 #pragma once
 

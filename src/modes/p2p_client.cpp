@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "modes/p2p_client.hpp"
 
 #include "common/buffers.hpp"

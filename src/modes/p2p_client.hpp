@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // P2P client test (-c): joins the persistent group of the configured peer and leaves it again.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // P2P device test (-d): one group formed with the configured peer by GO negotiation, in whichever
 // role the negotiation gives.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // How every scripted mode makes sure of its supplicant session.
 #pragma once
 

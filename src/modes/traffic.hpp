@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The traffic measurement that the client-side modes share.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Steps that are handed to the device's shell: addresses, DHCP and iperf.
 //
 // Command lines are plain concatenations of fixed texts and configuration values. Except for the

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "ops/p2p.hpp"
 
 #include "common/buffers.hpp"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Wi-Fi Direct operations: each sends one P2P command to the supplicant and judges its reply.
 //
 // The caller owns the reply buffer; it must have room for one byte more than the `capacity` it

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Station operations: each is one step of an association, sent to the supplicant as text commands.
 //
 // Every operation needs an open session; without one it says so and returns

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Vendor id and product ids of the known modules, by bus and chip vendor.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The command line: options into `run_options` and `compare_previous`.
 #pragma once
 

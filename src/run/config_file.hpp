@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The configuration file: one "key=value" a line, "#" and "//" begin a comment line.
 #pragma once
 

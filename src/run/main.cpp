@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // wivex: proves the Wi-Fi module, driver and supplicant of the device it runs on.
 
 #include "common/console.hpp"

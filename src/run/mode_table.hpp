@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What an option letter chooses: one row a check and a mode.
 //
 // The command line sets the row's flag, start creates its record, the run loop runs it and records

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Is a known module on the bus, and is its interface there and up? Both are read from files of the
 // kernel, never asked of the supplicant.
 #pragma once

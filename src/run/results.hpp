@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Recording what happened, and the result file.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The iterations of a run: checks first, then one test mode, and the recording of what went wrong.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What happens once, before the first iteration.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // How a run ends: the clean-up, and the handler that ends it early.
 #pragma once
 

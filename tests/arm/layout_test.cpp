@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Driver requests in the layout of the 32-bit device, byte by byte, and the verdicts there.
 
 #include "bench_run.hpp"

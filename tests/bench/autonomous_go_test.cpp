@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Autonomous GO test (-g) on the bench. It never ends by itself, so every run is interrupted.
 
 #include "bench_run.hpp"

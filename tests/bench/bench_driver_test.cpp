@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The bench's own driver and chip: their scenario lines, and what they leave alone.
 
 #include "bench_run.hpp"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Runs the unchanged tool on the rehearsal bench and hands back all that it left.
 //
 //     const BenchRun run = Bench("scan-refused").args({"-w", "-m", "1"}).run();

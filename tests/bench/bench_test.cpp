@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The bench itself: its world is private, its counterparts do what a scenario says.
 
 #include "bench_run.hpp"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Files whose opening never ends, as on a network mount that hangs: a named pipe with nobody at its
 // other end stands for them. An interrupt ends the run all the same.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "chip_rehearsal.hpp"
 
 #include <utility>

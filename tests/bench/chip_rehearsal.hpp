@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A run of the diagnostics modes on the bench, with what they leave.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The command line, as the whole program obeys it.
 
 #include "bench_run.hpp"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What a run prints to, with the reader that sits at its other end: one that takes all, one that
 // is slow, one that has stopped.
 //

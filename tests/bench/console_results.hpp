@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The result file of a run, told from its console alone.
 #pragma once
 

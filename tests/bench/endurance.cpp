@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Lets runs of many iterations go on and watches what the tool costs meanwhile: resident memory,
 // descriptors, processor time.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Draws what "endurance" printed: memory, descriptors and processor time over the iterations.
 //
 //     endurance_plot < endurance.txt > endurance.svg

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Console texts that many runs have in common.
 #pragma once
 

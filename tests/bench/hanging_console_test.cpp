@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A console that is a file on a file system that hangs.
 
 #include "bench_run.hpp"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A folder on a file system of our own that can be made to hang, as a network mount does whose
 // server is gone: a write to its one file then waits where not even SIGKILL reaches it.
 #pragma once

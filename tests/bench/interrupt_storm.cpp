@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Interrupts runs of all modes at random moments: while they compute, wait, are in a request, in
 // the driver or have a child; with a console that stalls or is slow, with files that never open,
 // by a signal or by ^C at a terminal. Each run must end soon, leave no socket, and an interrupted

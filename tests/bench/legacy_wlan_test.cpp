@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The legacy WLAN test from the first line of the console to the result file.
 
 #include "bench_run.hpp"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The loopback test (-l) against the simulated driver and chip.
 
 #include "chip_rehearsal.hpp"

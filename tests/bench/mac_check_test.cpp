@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The MAC address check (-M) against the simulated driver and chip.
 
 #include "chip_rehearsal.hpp"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A machine in trouble: no room, no descriptors, no memory, no programs, no kernel files. Each time
 // there is a message and a verdict, and every result that could be written is written.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // P2P client test (-c) on the bench.
 
 #include "bench_run.hpp"

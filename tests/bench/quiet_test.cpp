@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What waiting costs, how fast it ends, and how output reaches a reader meanwhile.
 
 #include "bench_run.hpp"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Module and driver as the kernel's files show them, and what the run makes of it.
 
 #include "bench_run.hpp"

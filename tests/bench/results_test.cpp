@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The result file of whole runs.
 
 #include "bench_run.hpp"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Scan test (-S) on the bench: true generic netlink messages, answered by a simulated nl80211.
 
 #include "bench_run.hpp"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Runs whose reader is slow or has stopped, whatever standard output and standard error are: an
 // interrupt ends them soon, with their result file, and loses nothing for a reader that is alive.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The processes of a run: how it is started, read and waited for.
 
 #include "bench_run.hpp"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // How a storm interrupts a run: each kind draws a run, does to it what it is named after, and
 // judges what the run left.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "storm_lives.hpp"
 
 #include "bench_run.hpp"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The kinds of runs that a storm interrupts: all modes, alone and mixed, passing and failing.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "storm_verdict.hpp"
 
 #include "console_results.hpp"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What an interrupted run must have left, told from its console alone.
 #pragma once
 

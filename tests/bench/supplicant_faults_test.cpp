@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A supplicant in trouble, in every mode that talks to it: each fault has its verdict.
 
 #include "bench_run.hpp"

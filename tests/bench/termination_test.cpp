@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Runs that are ended early, by ^C or by a kill, wherever they stand.
 
 #include "bench_run.hpp"

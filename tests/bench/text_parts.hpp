@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Parts of a text: its lines, and what stands in it.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Linked into the coverage build alone: keeps the counters of runs that would lose them.
 
 #include <sys/resource.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The system calls of a run, as the tracer wrote them down with their stacks.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What is learned of a run's system calls.
 
 #include "call_log.hpp"

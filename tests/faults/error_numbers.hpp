@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The errors that a system call can give.
 #pragma once
 

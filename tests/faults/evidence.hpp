@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What a run shows and leaves, compared with the run in which nothing failed.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The runs whose system calls fail one by one: every mode of the tool, each chip, and both ways to
 // end a run early.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Which calls fail how: everything that a mode's calls can give, or a choice of it.
 #pragma once
 

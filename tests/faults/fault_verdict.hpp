@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Whether a run, one of whose system calls failed, ended as a run may end.
 #pragma once
 

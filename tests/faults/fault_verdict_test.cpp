@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A judge that could not say "bad" would be worth nothing: each kind of bad end, and the legal ends
 // beside it.
 

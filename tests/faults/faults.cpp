@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Every system call of the unchanged tool fails once, in every mode, with each error that the call
 // can give. The tool runs on the bench; its calls behind the banner are learned from a run in which
 // nothing fails.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The command line: arguments are separated by zero bytes. A run that is let in has a mode and at
 // least one iteration.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The configuration file: no value reaches further than its line, and those that follow from others
 // do follow.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Answers of a hostile driver to private requests: the input is what the driver writes into the
 // caller's buffers and what it claims about them. No table of its requests is longer than what the
 // driver was given to fill, and its counts decide the verdict.

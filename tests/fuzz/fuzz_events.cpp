@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Event messages and their matchers: each line group, separated by a zero byte, is one message.
 
 #include "common/process_state.hpp"

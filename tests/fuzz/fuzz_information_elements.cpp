@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Information elements of any access point, down to the line of the listing. What is printed is
 // printable, stays on its line and says which bytes were sent.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What the driver's register files may yield, and the address bytes that are taken from it.
 
 #include "diag/mac_text.hpp"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Replies to commands: the first byte chooses the operation, the rest is the supplicant's answer.
 
 #include "common/buffers.hpp"

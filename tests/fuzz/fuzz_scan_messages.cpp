@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The kernel's side of a scan: each part of the input, two bytes of length and then the bytes, is
 // what one receive on the netlink socket yields. Length 0 is a note that messages were lost, length
 // 65535 an error of the socket, which no dump survives. Behind the input the kernel ends in good

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The supplicant's scan listing: is the network found in it, and with which security? The first
 // byte chooses diagnostics, then the name up to a newline, then the reply. What is found is
 // compared with a plain reading of the reply.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "fuzz_session.hpp"
 
 #include "common/process_state.hpp"

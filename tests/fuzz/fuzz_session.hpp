@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A session whose other end is in the hands of a fuzz target: replies and events are queued before
 // the code under test asks for them.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The access-point status file of an earlier run. What was read and is written comes back as it
 // was, up to the first line that the format itself cannot carry.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A file in memory that a fuzz target can give to the tool and look into.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What a fuzz target demands beyond not crashing.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "counterpart.hpp"
 
 #include "common/run_config.hpp"

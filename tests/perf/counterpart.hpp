@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The other end of a control socket, in a process of its own: answers each command, and sends
 // events when it is told to.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Clocks, medians and the line that every measurement prints.
 #pragma once
 

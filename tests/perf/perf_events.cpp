@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Draining and matching queued events, against a bare receive loop over the same queue.
 
 #include "common/buffers.hpp"

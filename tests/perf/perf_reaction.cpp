@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // From the sending of an event to the arrival of the next command, as the supplicant sees it.
 
 #include "common/buffers.hpp"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A command through the session, against a bare send and receive on a connection of the same kind.
 
 #include "common/buffers.hpp"

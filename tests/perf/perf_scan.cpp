@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A scan's dump with its listing, against a bare dump of the library that only counts. To be
 // started by the bench in place of the tool, on a scenario with a full table of access points.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // From the start of the tool to its first line, against the start and end of a program that does
 // nothing. Takes the tool's path.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Processor time of each kind of wait over 60 seconds, against the same wait as a polling loop.
 
 #include "common/deadline_timer.hpp"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Tells at the end of a run how long it was awake: its whole time without what it spent in the
 // calls that only wait. Loaded before the tool by the bench.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Catches what the process writes to descriptors 1 and 2, whichever way it writes.
 #pragma once
 

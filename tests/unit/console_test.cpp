@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "common/console.hpp"
 #include "common/interrupts.hpp"
 #include "console_capture.hpp"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "ctrl/event_wait.hpp"
 #include "session_fixture.hpp"
 

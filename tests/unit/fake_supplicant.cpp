@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "fake_supplicant.hpp"
 
 #include <fcntl.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A supplicant for unit tests: a control socket whose answers a test chooses.
 //
 // Every command is answered "OK\n" unless the test says otherwise. Clients that sent "ATTACH" get

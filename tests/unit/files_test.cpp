@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "common/files.hpp"
 #include "common/interrupts.hpp"
 #include "scratch.hpp"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "console_capture.hpp"
 #include "ops/host_tools.hpp"
 #include "scratch.hpp"

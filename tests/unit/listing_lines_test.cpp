@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Which lines of the supplicant's scan listing are searched and, with debug, shown.
 
 #include "common/process_state.hpp"

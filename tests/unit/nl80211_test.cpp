@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "diag/netlink.hpp"
 #include "diag/nl80211.hpp"
 

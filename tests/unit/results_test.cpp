@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "common/process_state.hpp"
 #include "console_capture.hpp"
 #include "run/results.hpp"

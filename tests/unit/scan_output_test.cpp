@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "diag/nl80211_scan.hpp"
 #include "fake_supplicant.hpp"
 #include "modes/scan.hpp"

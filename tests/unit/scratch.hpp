@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Small helpers of the unit tests: a directory that goes away again, files, clocks, children.
 #pragma once
 

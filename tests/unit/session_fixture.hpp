@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // An open session with a fake supplicant at its other end, for whatever works on a session.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "modes/session_setup.hpp"
 #include "session_fixture.hpp"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What runs out in the middle of a run: descriptors, processes, and what each operation makes of
 // it.
 

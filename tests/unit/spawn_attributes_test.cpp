@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A child that could not be made interruptible is not started at all.
 
 #include "common/shell.hpp"

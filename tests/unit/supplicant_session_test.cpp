@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "common/buffers.hpp"
 #include "common/process_state.hpp"
 #include "common/shell.hpp"

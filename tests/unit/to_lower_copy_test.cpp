@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "diag/to_lower_copy.hpp"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What stands behind the tool's texts, taken apart: the one place that knows how the tool writes
 // its ids, addresses and paths.
 #pragma once

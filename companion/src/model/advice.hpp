@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Where to look first when something failed: the last column of docs/failure-codes.md, word for
 // word. A test compares the two, so that they stay one.
 #pragma once

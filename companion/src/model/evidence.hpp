@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What a console shows of a run's frame: a run can only have passed when all of it is there.
 #pragma once
 

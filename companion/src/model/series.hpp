@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A figure over the iterations of a run: where it was least and most, how it is spread, and whether
 // it drifts. Of bounded size: a long run keeps every second, fourth, ... value.
 #pragma once

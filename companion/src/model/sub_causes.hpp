@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What lies behind a failure: other programs' lines tell more than the tool's own. Events of the
 // supplicant stand on the console when the tool runs with -u, those of its children always.
 #pragma once

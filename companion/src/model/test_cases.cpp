@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "model/test_cases.hpp"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The test cases of the result file, as a run filled them.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The verdict on a run: defined here and nowhere else. Whatever is shown, written or returned as a
 // status asks for it here.
 //

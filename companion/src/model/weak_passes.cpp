@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "model/weak_passes.hpp"
 
 #include "html_text.hpp"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Passes that prove little: the tool counts them, and the report says what they leave open.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "reader/failure_keeper.hpp"
 
 #include "printable.hpp"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Keeps what a reader wants to see of a failure: the lines before it and the one behind it.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What each text of the tool does to the model.
 
 #include "console/arguments.hpp"

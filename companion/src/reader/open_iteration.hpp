@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The iteration that is being read: its phases and their times, what it has shown so far, and
 // what its outcome is when it ends.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The last few console lines, kept to show what came before a failure. Of fixed size: it is
 // written for every line of the console.
 #pragma once

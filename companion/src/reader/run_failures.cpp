@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // When a failure counts.
 
 #include "reader/run_reader.hpp"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "reader/run_reader.hpp"
 
 #include "figures.hpp"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Reads a console and builds the model of its runs: splits it into iterations and phases and
 // counts failures as the tool records them.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Where runs and iterations begin and end.
 
 #include "model/verdict.hpp"

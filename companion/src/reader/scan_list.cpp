@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "reader/scan_list.hpp"
 
 #include "console_texts.hpp"

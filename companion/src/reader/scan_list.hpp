@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The names of access points on the console of a scan. They are anybody's: "SCAN FAIL" may be one.
 // The tool says how many follow, and those with the prefix begin with it.
 #pragma once

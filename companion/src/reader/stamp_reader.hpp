@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Time stamps that a logging tool put before the lines of a console: found, taken away, and read
 // as a clock that runs on past midnight.
 #pragma once

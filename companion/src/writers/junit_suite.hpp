@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // One testsuite of junit.xml: keeps the order of its elements and its counts as the published
 // schema wants them.
 #pragma once

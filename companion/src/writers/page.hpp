@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What all parts of the page are made of.
 #pragma once
 

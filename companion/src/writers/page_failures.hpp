@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The part of the page that shows what failed: by cause, with the console lines that tell it.
 #pragma once
 

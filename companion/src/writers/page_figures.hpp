@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The parts of the page that show figures: phases and their times, throughput.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // For every scenario of the bench and every mode: the failures that the report counts from the
 // console are those of the result file that the tool wrote.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Real consoles with the result files that belong to them: the bench tests leave them here, and the
 // test of false greens disturbs them.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What can happen to a console between the tool and its reader.
 #pragma once
 

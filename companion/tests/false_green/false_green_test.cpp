@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The test of the tests: whatever happens to a console on its way, a run whose result file holds a
 // failure, is missing or was not announced is never shown as good. Tries every recorded console of
 // the bench in tens of thousands of disturbed forms, and says how many.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // No line of the tool passes in silence: every text that its source prints stands in the report's
 // table, or here by name with the reason why it means nothing.
 

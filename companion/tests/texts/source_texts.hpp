@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Finds every text that the tool can print by reading its source: all calls of the print functions,
 // with literals that reach them through a table.
 #pragma once

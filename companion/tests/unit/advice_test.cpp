@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Where to look first: the report and docs/failure-codes.md say the same, word for word.
 
 #include "consoles.hpp"

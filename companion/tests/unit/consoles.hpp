@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Consoles as the tool prints them, for the tests to put together.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The structure of the commonly published JUnit schema, checked by hand: which elements stand
 // where and in which order, which attributes they must have, and the form of their values.
 #pragma once

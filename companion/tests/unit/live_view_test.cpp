@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What a terminal shows while a run goes on, and at its end.
 
 #include "consoles.hpp"

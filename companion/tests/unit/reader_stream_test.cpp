@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Consoles that are disturbed, timed, read while the run goes on, or endless.
 
 #include "consoles.hpp"

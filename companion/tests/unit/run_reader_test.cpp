@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // From a console to the model of its runs.
 
 #include "consoles.hpp"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // From the console of a scan to the model of its run.
 
 #include "consoles.hpp"

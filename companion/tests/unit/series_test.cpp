@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What figures over the iterations say: spread and trend.
 
 #include "model/series.hpp"

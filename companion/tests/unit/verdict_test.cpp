@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Which run has passed, and which has not: the one verdict that every output asks for.
 
 #include "consoles.hpp"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What the report's files hold, read back with the parsers of their formats.
 
 #include "consoles.hpp"

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # Sourced first: what every other file of this folder uses.
 
 # fail REASON  ends the scenario, or whatever else this shell does.

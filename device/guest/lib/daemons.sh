@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # Sourced: daemons by name. Their output goes to $logs/NAME. Needs basics.sh.
 
 logs=/run/logs

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # Sourced: what a scenario expects. A miss prints what stood there instead and ends the scenario.
 
 # expect_result LINE...  the result file holds exactly these lines.

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # Sourced: run the tool as a person at the device would. Needs basics.sh.
 # $here is the folder that keeps what it printed: the files stdout and stderr.
 program=wivex # or wivex-static, the same in one file without dependencies

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # Sourced: the world around the tool. Needs basics.sh and daemons.sh.
 # The device keeps wlan0; every other station stands in a room: a network namespace with a radio of
 # its own, so that all they have in common with the device is the air.

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # The chip's own back doors, on a kernel whose radio does not have them; and the address check.
 
 # A radio that is up, beside the module with these USB ids.

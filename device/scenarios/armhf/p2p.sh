@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # Wi-Fi Direct with a peer: a second supplicant with a radio of its own, driven by a script.
 # The peer's part in each scenario is written down as the steps that it follows.
 

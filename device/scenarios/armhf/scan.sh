@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # The scan through the kernel: names on the air, and the access points followed from run to run.
 
 scan_world() {
