@@ -13,9 +13,11 @@ constexpr auto rows = std::to_array<AdviceRow>({
     {Cause::module_absent, Mode::unknown, "ERROR:Module not inserted.",
      "does a line of the list say `Vendor=... ProdID=...` of the module? The list of kernels from "
      "3.5 on is `/sys/kernel/debug/usb/devices`: debugfs must be mounted (`mount -t debugfs none "
-     "/sys/kernel/debug`), `usbdevlist` name this file and `device_type` be neither `USB` nor `PCIE` "
+     "/sys/kernel/debug`), `usbdevlist` name this file and `device_type` be neither `USB` nor "
+     "`PCIE` "
      "but, for example, `usb`. That of older kernels is `/proc/bus/usb/devices` (usbfs), with "
-     "`device_type=USB`. Then cable and supply. With `PCIE` this check always fails: no line of that "
+     "`device_type=USB`. Then cable and supply. With `PCIE` this check always fails: no line of "
+     "that "
      "list can match"},
     {Cause::driver_absent, Mode::unknown, "ERROR:WiFi driver is not insmoded properly",
      "`lsmod`, `dmesg`, `ls /sys/class/net`; are both keys spelt right, without a blank or "
@@ -120,7 +122,8 @@ constexpr auto rows = std::to_array<AdviceRow>({
     {Cause::network_not_selected, Mode::unknown, "SELECT_NETWORK Command is",
      "restart the supplicant"},
     {Cause::network_not_selected, Mode::unknown, "reason=WRONG_KEY",
-     "`go_passphrase`, to the letter: a blank or a carriage return at the end of its line belongs to "
+     "`go_passphrase`, to the letter: a blank or a carriage return at the end of its line belongs "
+     "to "
      "it"},
     {Cause::network_not_selected, Mode::unknown, "Unable to Connect Time out!!!",
      "pass phrase, signal, security of the access point; `-u` shows the supplicant's reasons"},

@@ -38,8 +38,6 @@ constexpr auto meaningless = std::to_array<Meaningless>({
     {"[WIFI]x", "the name of an access point: as many as were announced, or with the prefix"},
     {"do_scan_trigger", "an argument: the name of a function"},
     {"execute_scan_nl_command", "an argument: the name of a function"},
-    {"NL80211_CMD_GET_SCAN", "an argument: its line has a row"},
-    {"NL80211_CMD_TRIGGER_SCAN", "an argument: its line has a row"},
     {" dBm", "goes to the scan listing"},
     {" ", "a part of a command"},
     {"udhcpd ", "a part of a command"},
