@@ -54,14 +54,14 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const fuzz::MemoryFile earlier;
     earlier.fill(fuzz::text_of(data, size));
     const auto known = std::make_unique<StatusTable>();
-    require(wivex::read_status_file(earlier.path(), wivex::Links::follow, *known) == 0);
+    require(wivex::read_status_file(earlier.path(), wivex::Links::follow, *known).error == 0);
     require(known->size() <= wivex::status_table_capacity);
     check_first(fuzz::text_of(data, size), *known);
 
     const fuzz::MemoryFile later;
     require(wivex::write_status_file(later.path(), wivex::Links::follow, *known, 0) == 0);
     const auto again = std::make_unique<StatusTable>();
-    require(wivex::read_status_file(later.path(), wivex::Links::follow, *again) == 0);
+    require(wivex::read_status_file(later.path(), wivex::Links::follow, *again).error == 0);
 
     std::size_t index = 0;
     for (const AccessPoint& access_point : known->all()) {
