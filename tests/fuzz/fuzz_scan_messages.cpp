@@ -158,10 +158,10 @@ int nanosleep(const timespec* /*duration*/, timespec* /*left*/) {
     return 0;
 }
 
-// The listing stays in memory.
-int open(const char* path, int flags, ...) {
+// The listing stays in memory. The tool is built for large files: this is what its `open` calls.
+int open64(const char* path, int flags, ...) {
     using Open = int (*)(const char*, int, ...);
-    static const auto open_file = reinterpret_cast<Open>(dlsym(RTLD_NEXT, "open"));
+    static const auto open_file = reinterpret_cast<Open>(dlsym(RTLD_NEXT, "open64"));
     if (std::string_view(path) != wivex::scan_listing) {
         return open_file(path, flags, 0666);
     }

@@ -24,15 +24,17 @@ bool contains(std::string_view text, std::string_view part) {
     return text.find(part) != std::string_view::npos;
 }
 
+// Each line counts up to its zero byte; the zero byte does not end the listing.
 bool is_listed(const std::string& name, std::string_view reply) {
-    const std::string_view kept = reply.substr(0, longest_reply);
-    const std::string text(kept.substr(0, kept.find('\0')));
+    const std::string listing(reply.substr(0, longest_reply));
+    const std::string_view text(listing.c_str());
     if (contains(text, "FAIL") || contains(text, "UNKNOWN COMMAND") || !contains(text, "bssid")) {
         return false;
     }
-    std::istringstream lines(text);
+    std::istringstream lines(listing);
     for (std::string line; std::getline(lines, line);) {
-        if (!name.empty() && contains(line.substr(0, longest_line), name)) {
+        const std::string searched(line.substr(0, longest_line).c_str());
+        if (!name.empty() && contains(searched, name)) {
             return true;
         }
     }
