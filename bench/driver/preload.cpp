@@ -284,10 +284,11 @@ private:
     alignas(ifreq) std::array<std::uint8_t, std::max(sizeof(ifreq), sizeof(iwreq))> bytes_{};
 };
 
-// The numbers with which an ordinary kernel refuses what only the driver of the module knows.
+// The numbers with which an ordinary kernel, or an emulator in front of it, refuses what only the
+// driver of the module knows.
 bool is_unknown_request(int number) {
     return number == EOPNOTSUPP || number == EINVAL || number == ENOTTY || number == EPERM ||
-           number == ENODEV;
+           number == ENODEV || number == ENOSYS;
 }
 
 bool is_for_wlan0(const void* argument) {
