@@ -86,13 +86,14 @@ void print_version() {
 
 // Chooses the mode of a letter; false when there is none.
 bool choose_mode(int letter) {
-    for (const ModeRow& mode : mode_table()) {
-        if (mode.letter == letter) {
-            run_options.*(mode.chosen) = 1;
-            return true;
-        }
+    const auto modes = mode_table();
+    const auto mode = std::find_if(modes.begin(), modes.end(),
+                                   [letter](const ModeRow& row) { return row.letter == letter; });
+    if (mode == modes.end()) {
+        return false;
     }
-    return false;
+    run_options.*(mode->chosen) = 1;
+    return true;
 }
 
 // Takes one option; false when the program is to stop.

@@ -13,7 +13,6 @@ namespace faults {
 namespace {
 
 using bench_test::BenchRun;
-using bench_test::contains;
 using bench_test::contains_one_of;
 using bench_test::lines_of;
 

@@ -13,7 +13,6 @@ namespace {
 
 using namespace report_test;
 using namespace wivex::report;
-using testing::SizeIs;
 
 // ---- Disturbed consoles
 
