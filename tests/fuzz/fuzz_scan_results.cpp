@@ -33,7 +33,8 @@ bool is_listed(const std::string& name, std::string_view reply) {
     }
     std::istringstream lines(listing);
     for (std::string line; std::getline(lines, line);) {
-        const std::string searched(line.substr(0, longest_line).c_str());
+        const std::string_view kept = std::string_view(line).substr(0, longest_line);
+        const std::string_view searched = kept.substr(0, kept.find('\0'));
         if (!name.empty() && contains(searched, name)) {
             return true;
         }
