@@ -10,9 +10,9 @@
 #include <sys/vfs.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <array>
 #include <atomic>
+#include <cerrno>
 #include <csignal>
 
 namespace wivex::console_helper {

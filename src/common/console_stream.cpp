@@ -125,9 +125,8 @@ std::size_t ConsoleStream::write_some(std::string_view text, Waiting waiting) {
     if (given_up_) {
         return text.size();
     }
-    const bool helped = served();
     const std::string_view part = text.substr(0, console_helper::longest_text);
-    if (helped) {
+    if (served()) {
         if (console_helper::busy() && !wait_for_helper(waiting)) {
             return given_up_ ? text.size() : 0;
         }
@@ -141,9 +140,7 @@ std::size_t ConsoleStream::write_some(std::string_view text, Waiting waiting) {
 
 void ConsoleStream::settle(Waiting waiting) {
     while (served() && console_helper::busy() && !given_up_) {
-        if (!wait_for_helper(waiting) && waiting == Waiting::not_at_all) {
-            return;
-        }
+        wait_for_helper(waiting);
     }
 }
 

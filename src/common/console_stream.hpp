@@ -32,7 +32,7 @@ public:
     /// whole length when the text cannot be written and is dropped.
     std::size_t write_some(std::string_view text, Waiting waiting);
 
-    /// Waits until all that was taken is where it belongs.
+    /// Waits until all that was taken is where it belongs; not to be called with `not_at_all`.
     void settle(Waiting waiting);
 
 private:

@@ -3,7 +3,6 @@
 
 #include "common/buffers.hpp"
 #include "common/console.hpp"
-#include "common/deadline_timer.hpp"
 #include "common/process_state.hpp"
 #include "common/waiting.hpp"
 #include "ctrl/event_wait.hpp"
