@@ -10,9 +10,6 @@ namespace wivex {
 /// Supplicant replies and events are read into buffers of this many bytes.
 inline constexpr std::size_t REPLY_BUFFER_SIZE = 1248;
 
-/// What callers offer of such a buffer, so that a terminator always fits behind the reply.
-inline constexpr std::size_t reply_capacity = REPLY_BUFFER_SIZE - 1;
-
 /// Commands are formatted into buffers of this size; what does not fit is cut.
 inline constexpr std::size_t command_buffer_size = 128;
 

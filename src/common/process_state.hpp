@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
-// All state that belongs to the process and not to a caller.
+// The state of the process that several rooms share.
 //
 // The termination handler must reach the results, the options and the supplicant connections
-// wherever the run stands, so they are process-wide by design; they stand here and nowhere else.
+// wherever the run stands, so they are process-wide by design. What one file alone needs for the
+// whole process (the text on its way to the console, the held signals, the kept status probes, the
+// table of scans) is private to that file.
 #pragma once
 
 #include "common/run_options.hpp"

@@ -1,20 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ctrl/event_wait.hpp"
 
-#include "common/process_state.hpp"
-#include "common/waiting.hpp"
-#include "ctrl/wpa_ctrl.hpp"
-
 namespace wivex {
-
-namespace {
-
-void wait_for_message() {
-    const int fd = event_connection == nullptr ? -1 : wpa_ctrl_get_fd(*event_connection);
-    wait_readable_or_next_second(fd);
-}
-
-} // namespace
 
 bool await_event(SupplicantSession& session, DeadlineTimer& timer, const char* event,
                  EventMatcher matcher, const char* argument) {
@@ -22,7 +9,7 @@ bool await_event(SupplicantSession& session, DeadlineTimer& timer, const char* e
         if (timer.expired()) {
             return false;
         }
-        wait_for_message();
+        session.waitForMessage();
     }
     return true;
 }
@@ -37,7 +24,7 @@ bool await_event_in_time(SupplicantSession& session, std::int32_t seconds, const
 
 void await_event_forever(SupplicantSession& session, const char* event) {
     while (session.waitForEvent(event) != 1) {
-        wait_for_message();
+        session.waitForMessage();
     }
 }
 
@@ -45,7 +32,7 @@ int await_event_any(SupplicantSession& session, DeadlineTimer& timer, const char
                     EventMatcher matcher, std::span<const char* const> candidates) {
     int found = session.waitForEventAny(event, matcher, candidates);
     while (found < 0 && !timer.expired()) {
-        wait_for_message();
+        session.waitForMessage();
         found = session.waitForEventAny(event, matcher, candidates);
     }
     return found;

@@ -5,7 +5,7 @@
 #include "common/console.hpp"
 #include "common/interrupts.hpp"
 #include "common/process_state.hpp"
-#include "common/text.hpp"
+#include "common/waiting.hpp"
 #include "ctrl/wpa_ctrl.hpp"
 
 #include <array>
@@ -46,32 +46,32 @@ void close_connection(wpa_ctrl*& connection) {
     wpa_ctrl_close(std::exchange(connection, nullptr));
 }
 
-bool is_refusal(const char* reply) {
-    return contains(reply, "FAIL") || contains(reply, "UNKNOWN COMMAND");
+bool is_refusal(const Reply& reply) {
+    return reply.contains("FAIL") || reply.contains("UNKNOWN COMMAND");
 }
 
-bool request_accepted(wpa_ctrl& connection, std::string_view command, char* reply,
-                      std::size_t& length) {
-    const int result = wpa_ctrl_request(connection, command, reply, length);
-    reply[length] = '\0';
+bool request_accepted(wpa_ctrl& connection, std::string_view command, Reply& reply) {
+    std::size_t length = reply.capacity();
+    const int result = wpa_ctrl_request(connection, command, reply.data(), length);
+    reply.end_at(length);
     return result >= 0 && !is_refusal(reply);
 }
 
 // Reads the next queued message that contains `event`; false when there is none.
-bool read_event(const char* event, ReplyBuffer& message) {
+bool read_event(const char* event, Reply& message) {
     if (event_connection == nullptr) {
         return false;
     }
     for (int count = 1;; ++count) {
-        std::size_t length = reply_capacity;
+        std::size_t length = message.capacity();
         if (wpa_ctrl_recv(*event_connection, message.data(), length) < 0) {
             return false;
         }
-        message[length] = '\0';
+        message.end_at(length);
         if (run_options.debug != 0) {
-            print_out("%s\n", message.data());
+            print_out("%s\n", message.c_str());
         }
-        if (contains(message.data(), event)) {
+        if (message.contains(event)) {
             return true;
         }
         if (count % messages_between_interrupts == 0) {
@@ -80,14 +80,14 @@ bool read_event(const char* event, ReplyBuffer& message) {
     }
 }
 
-bool checkInterfaceStatus(const std::string& path, char* reply, std::size_t& length) {
+bool checkInterfaceStatus(const std::string& path, Reply& reply) {
     wpa_ctrl* const probe = wpa_ctrl_open(path.c_str());
     if (probe == nullptr) {
         print_err("Unable to check wlan staus.\n");
         return false;
     }
-    const bool accepted = request_accepted(*probe, "STATUS", reply, length);
-    print_out("%s\n", reply);
+    const bool accepted = request_accepted(*probe, "STATUS", reply);
+    print_out("%s\n", reply.c_str());
     if (!accepted) {
         wpa_ctrl_close(probe);
         return false;
@@ -142,9 +142,8 @@ void SupplicantSession::close() {
     open_ = false;
 }
 
-bool SupplicantSession::sendCommand(std::string_view command, char* reply, std::size_t& length) {
-    if (command_connection == nullptr ||
-        !request_accepted(*command_connection, command, reply, length)) {
+bool SupplicantSession::sendCommand(std::string_view command, Reply& reply) {
+    if (command_connection == nullptr || !request_accepted(*command_connection, command, reply)) {
         return false;
     }
     last_command_ = command;
@@ -152,23 +151,25 @@ bool SupplicantSession::sendCommand(std::string_view command, char* reply, std::
 }
 
 int SupplicantSession::waitForEvent(const char* event, EventMatcher matcher, const char* argument) {
-    ReplyBuffer message{};
+    ReplyBuffer buffer{};
+    Reply message(buffer);
     if (!read_event(event, message)) {
         return 0;
     }
-    return matcher == nullptr ? 1 : matcher(message.data(), argument);
+    return matcher == nullptr ? 1 : matcher(message.c_str(), argument);
 }
 
 int SupplicantSession::waitForEventAny(const char* event, EventMatcher matcher,
                                        std::span<const char* const> candidates) {
-    ReplyBuffer message{};
+    ReplyBuffer buffer{};
+    Reply message(buffer);
     if (!read_event(event, message) || matcher == nullptr) {
         return -1;
     }
     int index = 0;
     for (const char* candidate : candidates) {
         print_out("[WIFI]Testing for %s\n", candidate);
-        if (matcher(message.data(), candidate) != 0) {
+        if (matcher(message.c_str(), candidate) != 0) {
             return index;
         }
         ++index;
@@ -176,12 +177,17 @@ int SupplicantSession::waitForEventAny(const char* event, EventMatcher matcher,
     return -1;
 }
 
-bool SupplicantSession::checkWlanStatus(const RunConfig& config, char* reply, std::size_t& length) {
-    return checkInterfaceStatus(config.ctrl_iface + "/wlan0", reply, length);
+void SupplicantSession::waitForMessage() {
+    const int fd = event_connection == nullptr ? -1 : wpa_ctrl_get_fd(*event_connection);
+    wait_readable_or_next_second(fd);
 }
 
-bool SupplicantSession::checkP2pStatus(const RunConfig& config, char* reply, std::size_t& length) {
-    return checkInterfaceStatus(config.ctrl_iface + "/p2p0", reply, length);
+bool SupplicantSession::checkWlanStatus(const RunConfig& config, Reply& reply) {
+    return checkInterfaceStatus(config.ctrl_iface + "/wlan0", reply);
+}
+
+bool SupplicantSession::checkP2pStatus(const RunConfig& config, Reply& reply) {
+    return checkInterfaceStatus(config.ctrl_iface + "/p2p0", reply);
 }
 
 } // namespace wivex

@@ -6,9 +6,9 @@
 // only ever one live session in a process.
 #pragma once
 
+#include "common/reply.hpp"
 #include "common/run_config.hpp"
 
-#include <cstddef>
 #include <span>
 #include <string>
 #include <string_view>
@@ -36,10 +36,9 @@ public:
         return !open_;
     }
 
-    /// Sends `command` and terminates the reply. `length` gives the capacity of `reply`, which must
-    /// have room for one byte more, and receives the reply's length. Returns false when there is no
-    /// reply or it contains "FAIL" or "UNKNOWN COMMAND" anywhere.
-    bool sendCommand(std::string_view command, char* reply, std::size_t& length);
+    /// Sends `command` and ends `reply` behind what came back, or at its capacity when nothing did.
+    /// Returns false when there is no reply or it contains "FAIL" or "UNKNOWN COMMAND" anywhere.
+    bool sendCommand(std::string_view command, Reply& reply);
 
     /// Reads queued messages until one contains `event`; those before it are lost. Never waits.
     /// Returns 0 when none does, else 1 or what `matcher` says of the message and `argument`.
@@ -51,12 +50,15 @@ public:
     int waitForEventAny(const char* event, EventMatcher matcher,
                         std::span<const char* const> candidates);
 
-    /// One-shot "STATUS" of the interface wlan0 or p2p0 on a connection of its own. The reply is
-    /// printed. `length` as in `sendCommand`. Returns true when the supplicant answered well.
-    bool checkWlanStatus(const RunConfig& config, char* reply, std::size_t& length);
-    bool checkP2pStatus(const RunConfig& config, char* reply, std::size_t& length);
+    /// Sleeps until a message can be read or the wall clock shows its next second.
+    void waitForMessage();
 
-    /// The last command that was accepted.
+    /// One-shot "STATUS" of the interface wlan0 or p2p0 on a connection of its own. The reply is
+    /// printed and ended as in `sendCommand`. Returns true when the supplicant answered well.
+    bool checkWlanStatus(const RunConfig& config, Reply& reply);
+    bool checkP2pStatus(const RunConfig& config, Reply& reply);
+
+    /// The last command that was accepted. Part of the interface; nothing here asks for it.
     const std::string& lastCommand() const {
         return last_command_;
     }

@@ -52,7 +52,7 @@ int wpa_ctrl_detach(wpa_ctrl& ctrl);
 /// in `buffer`), or -1 when nothing is there.
 int wpa_ctrl_recv(wpa_ctrl& ctrl, char* buffer, std::size_t& length);
 
-/// True when a message can be received now.
+/// True when a message can be received now. Part of the interface; nothing here calls it.
 bool wpa_ctrl_pending(const wpa_ctrl& ctrl);
 
 int wpa_ctrl_get_fd(const wpa_ctrl& ctrl);

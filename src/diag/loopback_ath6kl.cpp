@@ -129,7 +129,7 @@ int loopback_ath6kl(const RunConfig& /*config*/) {
         return 0;
     }
     PhyName phy{};
-    if (find_phy_name(phy) == nullptr) {
+    if (!find_phy_name(phy)) {
         print_err("[WIFI]phy_addr is NULL\n");
         return 0;
     }

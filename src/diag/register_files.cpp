@@ -137,26 +137,26 @@ bool remove_dump(const AddressWord& word) {
 
 } // namespace
 
-char* find_phy_name(PhyName& out) {
+bool find_phy_name(PhyName& out) {
     const Directory root = open_directory(phy_root);
     if (!root) {
         print_out("[WIFI]Cannot open file %s\n", phy_root);
-        return nullptr;
+        return false;
     }
     while (const dirent* entry = next_entry(root)) {
         const std::string_view name = entry->d_name;
         if (name.find("phy") != std::string_view::npos) {
             name.copy(out.data(), out.size() - 1);
-            return out.data();
+            return true;
         }
     }
     if (const int error = errno; error != 0) {
         print_error("readdir_r", error);
-        return nullptr;
+        return false;
     }
     print_out("[WIFI]readdir_r returns NULL because either no directory left or there is no "
               "directory in dir\n");
-    return nullptr;
+    return false;
 }
 
 std::string fit_command(std::string text) {
@@ -179,7 +179,7 @@ RegisterDump parse_register_dump(std::string_view text) {
 
 int read_fw_mac_ath6kl(std::string& out) {
     PhyName phy{};
-    if (find_phy_name(phy) == nullptr) {
+    if (!find_phy_name(phy)) {
         print_out("[WIFI]phy_addr is NULL\n");
         return 0;
     }

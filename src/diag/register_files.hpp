@@ -18,8 +18,8 @@ inline constexpr const char* phy_root = "/sys/kernel/debug/ieee80211";
 using PhyName = std::array<char, 128>;
 
 /// Copies the name of the first phy directory to `out`: the first name with "phy" anywhere in it,
-/// in directory order. Returns `out.data()`, or null after a message when there is none.
-char* find_phy_name(PhyName& out);
+/// in directory order. Returns false after a message when there is none.
+bool find_phy_name(PhyName& out);
 
 /// Shell commands and paths of the register files are built in buffers of 128 bytes: returns the
 /// part of `text` that fits.

@@ -12,6 +12,7 @@
 #include "ops/host_tools.hpp"
 #include "ops/p2p.hpp"
 
+#include <array>
 #include <string>
 
 namespace wivex {
@@ -21,37 +22,29 @@ namespace {
 constexpr int group_started_timeout_seconds = 30;
 constexpr int station_timeout_seconds = 30;
 
-// Deliberately small: the replies are not used.
+// Deliberately small.
 constexpr std::size_t small_reply_capacity = 32;
 
-// The reply buffer of the test and its one capacity. Only commands that the test sends itself
-// change the capacity: it then holds the length of their reply.
-struct Reply {
-    ReplyBuffer text{};
-    std::size_t capacity = small_reply_capacity;
-};
-
 void print_status_of_interfaces(SupplicantSession& session, const RunConfig& config) {
-    ReplyBuffer reply{};
-    std::size_t length = reply_capacity;
-    if (session.checkWlanStatus(config, reply.data(), length)) {
-        print_out("wlan0 status %s\n", reply.data());
+    ReplyBuffer buffer{};
+    Reply reply(buffer);
+    if (session.checkWlanStatus(config, reply)) {
+        print_out("wlan0 status %s\n", reply.c_str());
     }
-    length = reply_capacity;
-    if (session.checkP2pStatus(config, reply.data(), length)) {
-        print_out("p2p0 status %s\n", reply.data());
+    if (session.checkP2pStatus(config, reply)) {
+        print_out("p2p0 status %s\n", reply.c_str());
     }
 }
 
 bool start_group(SupplicantSession& session, const RunConfig& config, Reply& reply) {
     const std::string command =
         "P2P_GROUP_ADD ssid=" + config.go_ssid + " passphrase=" + config.go_passphrase;
-    if (!session.sendCommand(command, reply.text.data(), reply.capacity)) {
+    if (!session.sendCommand(command, reply)) {
         print_err("unable to start p2p group %s \n", config.go_ssid.c_str());
         return false;
     }
     if (run_options.debug != 0) {
-        print_out("%s%s\n", command.c_str(), reply.text.data());
+        print_out("%s%s\n", command.c_str(), reply.c_str());
     }
     if (!await_event_in_time(session, group_started_timeout_seconds, "P2P-GROUP-STARTED")) {
         print_err("Unable to get P2P-GROUP-STARTED event.Possible reason P2P group not started\n");
@@ -75,11 +68,10 @@ bool station_connects(SupplicantSession& session) {
 }
 
 // Serves one push-button request; `client_count` counts the stations that connected.
-void serve_request(SupplicantSession& session, const RunConfig& config, Reply& reply,
+void serve_request(SupplicantSession& session, const RunConfig& config, Reply reply,
                    int& client_count) {
     await_event_forever(session, "P2P-PROV-DISC-PBC-REQ");
-    reply.capacity = small_reply_capacity;
-    if (!session.sendCommand("WPS_PBC", reply.text.data(), reply.capacity)) {
+    if (!session.sendCommand("WPS_PBC", reply)) {
         print_err("unable to send   WPS_PBC \n");
         return;
     }
@@ -89,8 +81,9 @@ void serve_request(SupplicantSession& session, const RunConfig& config, Reply& r
         return;
     }
     print_err("Client not able to connect...continuing \n");
-    // The loop goes on waiting for requests although the group is gone: kept.
-    p2pGroupRemove(session, config.interface_name, reply.text.data(), reply.capacity);
+    // The loop goes on waiting for requests although the group is gone, and the room for this reply
+    // is the length of the last one: kept.
+    p2pGroupRemove(session, config.interface_name, reply.limited_to(reply.length()));
     wait_for(1);
 }
 
@@ -104,8 +97,9 @@ ErrorCode autonomous_go_test(RunConfig& config) {
     if (run_options.debug != 0) {
         print_status_of_interfaces(session, config);
     }
-    Reply reply;
-    p2pGroupRemove(session, config.interface_name, reply.text.data(), reply.capacity);
+    std::array<char, small_reply_capacity + 1> buffer{};
+    Reply reply(buffer);
+    p2pGroupRemove(session, config.interface_name, reply);
     if (!start_group(session, config, reply)) {
         return error_code::group_not_started;
     }

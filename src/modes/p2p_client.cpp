@@ -22,28 +22,29 @@ constexpr int connected_timeout_seconds = 60;
 constexpr std::size_t removal_reply_capacity = 4096;
 constexpr const char* method = "pbc";
 
-using LargeReply = std::array<char, removal_reply_capacity + 1>;
+using LargeReplyBuffer = std::array<char, removal_reply_capacity + 1>;
 
-bool connect(SupplicantSession& session, const RunConfig& config, char* reply) {
-    if (p2pConnectJoin(session, config.p2p_target_device_mac.c_str(), method, reply,
-                       reply_capacity) != 0) {
+bool connect(SupplicantSession& session, const RunConfig& config, Reply reply) {
+    if (p2pConnectJoin(session, config.p2p_target_device_mac.c_str(), method, reply) != 0) {
         return false;
     }
     return await_event_in_time(session, connected_timeout_seconds, "CTRL-EVENT-CONNECTED");
 }
 
-ErrorCode join_group(SupplicantSession& session, const RunConfig& config, char* reply) {
+ErrorCode join_group(SupplicantSession& session, const RunConfig& config, Reply reply) {
     if (connect(session, config, reply)) {
         print_out("client Connected...\n");
         return error_code::passed;
     }
     print_out("CONNECT:TEST CASE FAIL\n");
-    p2pGroupRemove(session, config.interface_name, reply, reply_capacity);
+    p2pGroupRemove(session, config.interface_name, reply);
     return error_code::p2p_connect_failed;
 }
 
-ErrorCode leave_group(SupplicantSession& session, const RunConfig& config, char* reply) {
-    if (p2pGroupRemove(session, config.interface_name, reply, removal_reply_capacity) != 0) {
+ErrorCode leave_group(SupplicantSession& session, const RunConfig& config) {
+    LargeReplyBuffer buffer{};
+    const Reply reply(buffer);
+    if (p2pGroupRemove(session, config.interface_name, reply) != 0) {
         print_out("disconnect:TEST CASE FAIL\n");
         return error_code::group_removal_failed;
     }
@@ -55,7 +56,8 @@ ErrorCode leave_group(SupplicantSession& session, const RunConfig& config, char*
 } // namespace
 
 ErrorCode p2p_client_test(RunConfig& config) {
-    LargeReply reply{};
+    ReplyBuffer buffer{};
+    Reply reply(buffer);
 
     SupplicantSession session(config);
     if (!session_created(session)) {
@@ -64,17 +66,16 @@ ErrorCode p2p_client_test(RunConfig& config) {
     if (!peer_configured(config)) {
         return error_code::peer_not_configured;
     }
-    std::size_t status_length = reply_capacity;
-    session.checkWlanStatus(config, reply.data(), status_length);
+    session.checkWlanStatus(config, reply);
     if (!session_open_or_reopened(session, config)) {
         return error_code::session_lost;
     }
-    p2pGroupRemove(session, config.interface_name, reply.data(), reply_capacity);
-    if (p2pFind(session, reply.data(), reply_capacity, config.p2p_target_device_mac.c_str()) != 0) {
+    p2pGroupRemove(session, config.interface_name, reply);
+    if (p2pFind(session, reply, config.p2p_target_device_mac.c_str()) != 0) {
         print_out("P2P FIND FAIL \n");
         return error_code::p2p_find_failed;
     }
-    if (const ErrorCode failure = join_group(session, config, reply.data())) {
+    if (const ErrorCode failure = join_group(session, config, reply)) {
         return failure;
     }
     if (const ErrorCode failure = take_address(config)) {
@@ -83,7 +84,7 @@ ErrorCode p2p_client_test(RunConfig& config) {
     if (const ErrorCode failure = measure_traffic(config)) {
         return failure;
     }
-    if (const ErrorCode failure = leave_group(session, config, reply.data())) {
+    if (const ErrorCode failure = leave_group(session, config)) {
         return failure;
     }
     wait_for(run_options.iteration_interval);

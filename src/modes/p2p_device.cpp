@@ -37,8 +37,8 @@ int negotiation_wait_seconds(const RunConfig& config) {
     return std::atoi(config.starting_go_intent.c_str()) + rand_r(&seed) % longest_extra_wait;
 }
 
-void clear_old_group(SupplicantSession& session, const RunConfig& config, char* reply) {
-    p2pGroupRemove(session, config.interface_name, reply, reply_capacity);
+void clear_old_group(SupplicantSession& session, const RunConfig& config, Reply reply) {
+    p2pGroupRemove(session, config.interface_name, reply);
     wait_for(settle_seconds);
     print_out("\n---------------------------------------------------\n");
 }
@@ -59,7 +59,7 @@ int wait_for_role(SupplicantSession& session) {
 }
 
 // Gives the peer time to take its address, then ends the group.
-ErrorCode serve_as_owner(SupplicantSession& session, const RunConfig& config, char* reply) {
+ErrorCode serve_as_owner(SupplicantSession& session, const RunConfig& config, Reply reply) {
     print_out("GO\n");
     if (const ErrorCode failure = serve_addresses(config)) {
         return failure;
@@ -67,7 +67,7 @@ ErrorCode serve_as_owner(SupplicantSession& session, const RunConfig& config, ch
     DeadlineTimer timer;
     timer.start(owner_pause_seconds);
     wait_until_expired(timer);
-    p2pGroupRemove(session, config.interface_name, reply, reply_capacity);
+    p2pGroupRemove(session, config.interface_name, reply);
     wait_for(settle_seconds);
     return error_code::passed;
 }
@@ -83,7 +83,7 @@ ErrorCode join_as_client(SupplicantSession& session, const RunConfig& config) {
     return error_code::passed;
 }
 
-ErrorCode act_in_role(SupplicantSession& session, const RunConfig& config, int role, char* reply) {
+ErrorCode act_in_role(SupplicantSession& session, const RunConfig& config, int role, Reply reply) {
     if (role == owner) {
         return serve_as_owner(session, config, reply);
     }
@@ -99,7 +99,8 @@ ErrorCode act_in_role(SupplicantSession& session, const RunConfig& config, int r
 ErrorCode p2p_device_test(RunConfig& config) {
     const char* const peer = config.p2p_target_device_mac.c_str();
     const std::string go_intent = config.starting_go_intent.substr(0, go_intent_length);
-    ReplyBuffer reply{};
+    ReplyBuffer buffer{};
+    const Reply reply(buffer);
 
     SupplicantSession session(config);
     if (!session_created(session)) {
@@ -111,18 +112,18 @@ ErrorCode p2p_device_test(RunConfig& config) {
     if (!session_open_or_reopened(session, config)) {
         return error_code::session_lost;
     }
-    clear_old_group(session, config, reply.data());
-    if (p2pFind(session, reply.data(), reply_capacity, peer) != 0) {
+    clear_old_group(session, config, reply);
+    if (p2pFind(session, reply, peer) != 0) {
         print_out("P2P FIND Fail \n");
         return error_code::p2p_find_failed;
     }
     wait_for_negotiation_request(session, config);
-    if (p2pConnectPbc(session, peer, method, go_intent, reply.data(), reply_capacity) != 0) {
+    if (p2pConnectPbc(session, peer, method, go_intent, reply) != 0) {
         print_out("connect:TEST CASE FAIL\n");
         return error_code::p2p_connect_failed;
     }
     const int role = wait_for_role(session);
-    if (const ErrorCode failure = act_in_role(session, config, role, reply.data())) {
+    if (const ErrorCode failure = act_in_role(session, config, role, reply)) {
         return failure;
     }
     wait_for(run_options.iteration_interval);

@@ -5,11 +5,9 @@
 #include "common/console.hpp"
 #include "common/deadline_timer.hpp"
 #include "common/process_state.hpp"
-#include "common/text.hpp"
 #include "ctrl/event_wait.hpp"
 
 #include <array>
-#include <cstring>
 #include <string_view>
 
 namespace wivex {
@@ -19,29 +17,24 @@ namespace {
 constexpr int succeeded = 0;
 constexpr int failed = -1;
 constexpr int find_timeout_seconds = 60;
-
-bool send(SupplicantSession& session, const std::string& command, char* reply,
-          std::size_t capacity) {
-    std::memset(reply, 0, capacity + 1);
-    return session.sendCommand(command, reply, capacity);
-}
+constexpr std::size_t longest_event_line = REPLY_BUFFER_SIZE - 1;
 
 // The style without blanks: the command runs into the words on both sides.
-void print_sent(const std::string& command, const char* reply) {
-    print_out("Sent%scommand to wpa_supplicant:%s\n", command.c_str(), reply);
+void print_sent(const std::string& command, const Reply& reply) {
+    print_out("Sent%scommand to wpa_supplicant:%s\n", command.c_str(), reply.c_str());
 }
 
-void print_sent_spaced(const std::string& command, const char* reply) {
-    print_out("Sent %s command to wpa_supplicant:%s\n", command.c_str(), reply);
+void print_sent_spaced(const std::string& command, const Reply& reply) {
+    print_out("Sent %s command to wpa_supplicant:%s\n", command.c_str(), reply.c_str());
 }
 
 // A command with the plain success line, and a failure line that names `verb` without a newline.
 int send_plain(SupplicantSession& session, const std::string& command, const char* verb,
-               char* reply, std::size_t capacity) {
+               Reply reply) {
     if (session.isInvalid()) {
         return failed;
     }
-    if (!send(session, command, reply, capacity)) {
+    if (!session.sendCommand(command, reply.cleared())) {
         print_out("Failed to send %s command to wpa_supplicant", verb);
         return failed;
     }
@@ -57,22 +50,14 @@ bool peer_given(const char* peer) {
     return true;
 }
 
-// A reply of the operations that look only for a short answer.
-struct ShortReply {
-    std::array<char, 10> text{};
-
-    char* data() {
-        return text.data();
-    }
-    std::size_t capacity() const {
-        return text.size() - 1;
-    }
-};
+// Of the replies to these operations only a short answer counts.
+using ShortReplyBuffer = std::array<char, 10>;
 
 ErrorCode search(SupplicantSession& session, const char* name) {
-    ShortReply reply;
-    p2pFlush(session, reply.data(), reply.capacity());
-    if (p2pFind(session, reply.data(), reply.capacity(), nullptr) == failed) {
+    ShortReplyBuffer buffer{};
+    const Reply reply(buffer);
+    p2pFlush(session, reply);
+    if (p2pFind(session, reply, nullptr) == failed) {
         print_out("%s fail\n", name);
         return error_code::p2p_find_failed;
     }
@@ -94,7 +79,7 @@ int parseP2pEvent(const char* message, const char* peer) {
         rest.remove_prefix(1);
         const std::string_view line = rest.substr(0, rest.find('\n'));
         rest.remove_prefix(line.size() < rest.size() ? line.size() + 1 : line.size());
-        if (line.substr(0, reply_capacity).find(peer) != std::string_view::npos) {
+        if (line.substr(0, longest_event_line).find(peer) != std::string_view::npos) {
             print_out("MATCH FOUND!!!%s\n", peer);
             return 1;
         }
@@ -102,20 +87,20 @@ int parseP2pEvent(const char* message, const char* peer) {
     return 0;
 }
 
-int p2pFlush(SupplicantSession& session, char* reply, std::size_t capacity) {
-    return send_plain(session, "P2P_FLUSH", "P2P_FLUSH", reply, capacity);
+int p2pFlush(SupplicantSession& session, Reply reply) {
+    return send_plain(session, "P2P_FLUSH", "P2P_FLUSH", reply);
 }
 
-int p2pFind(SupplicantSession& session, char* reply, std::size_t capacity, const char* peer) {
+int p2pFind(SupplicantSession& session, Reply reply, const char* peer) {
     if (session.isInvalid()) {
         return failed;
     }
     const std::string command = "P2P_FIND";
-    if (!send(session, command, reply, capacity)) {
-        print_out("Failed to send P2P_FIND command to wpa_supplicant%s\n", reply);
+    if (!session.sendCommand(command, reply.cleared())) {
+        print_out("Failed to send P2P_FIND command to wpa_supplicant%s\n", reply.c_str());
         return failed;
     }
-    if (!contains(reply, "OK")) {
+    if (!reply.contains("OK")) {
         print_out("FAILED:P2P_FIND\n");
         return failed;
     }
@@ -130,32 +115,31 @@ int p2pFind(SupplicantSession& session, char* reply, std::size_t capacity, const
     return succeeded;
 }
 
-int p2pStopFind(SupplicantSession& session, char* reply, std::size_t capacity) {
-    return send_plain(session, "P2P_STOP_FIND", "P2P_STOP_FIND", reply, capacity);
+int p2pStopFind(SupplicantSession& session, Reply reply) {
+    return send_plain(session, "P2P_STOP_FIND", "P2P_STOP_FIND", reply);
 }
 
-int p2pConnectJoin(SupplicantSession& session, const char* peer, const char* method, char* reply,
-                   std::size_t capacity) {
+int p2pConnectJoin(SupplicantSession& session, const char* peer, const char* method, Reply reply) {
     if (session.isInvalid() || !peer_given(peer)) {
         return failed;
     }
     const std::string command =
         std::string("P2P_CONNECT ") + peer + " " + method + " join persistent";
     print_out("%s\n", command.c_str());
-    return send_plain(session, command, "P2P_CONNECT", reply, capacity);
+    return send_plain(session, command, "P2P_CONNECT", reply);
 }
 
 int p2pConnectPbc(SupplicantSession& session, const char* peer, const char* /*method*/,
-                  const std::string& go_intent, char* reply, std::size_t capacity) {
+                  const std::string& go_intent, Reply reply) {
     if (session.isInvalid() || !peer_given(peer)) {
         return failed;
     }
-    // Two blanks before go_intent: the command is compared as text on the other side.
+    // Two blanks before go_intent: kept.
     const std::string command =
         std::string("P2P_CONNECT ") + peer + " pbc " + " go_intent=" + go_intent;
     print_out("%s\n", command.c_str());
-    const bool accepted = send(session, command, reply, capacity);
-    print_out("%s\n", reply);
+    const bool accepted = session.sendCommand(command, reply.cleared());
+    print_out("%s\n", reply.c_str());
     if (!accepted) {
         print_out("Failed to send P2P_CONNECT command to wpa_supplicant\n");
         return failed;
@@ -164,38 +148,36 @@ int p2pConnectPbc(SupplicantSession& session, const char* peer, const char* /*me
     return succeeded;
 }
 
-int p2pGroupAdd(SupplicantSession& session, char* reply, std::size_t capacity) {
-    return send_plain(session, "P2P_GROUP_ADD", "P2P_GROUP_ADD", reply, capacity);
+int p2pGroupAdd(SupplicantSession& session, Reply reply) {
+    return send_plain(session, "P2P_GROUP_ADD", "P2P_GROUP_ADD", reply);
 }
 
 int p2pGroupAddSecured(SupplicantSession& session, const std::string& ssid,
-                       const std::string& passphrase, char* reply, std::size_t capacity) {
+                       const std::string& passphrase, Reply reply) {
     return send_plain(session, "P2P_GROUP_ADD ssid=" + ssid + " passphrase=" + passphrase,
-                      "P2P_GROUP_ADD", reply, capacity);
+                      "P2P_GROUP_ADD", reply);
 }
 
 int p2pGroupAddOnChannel(SupplicantSession& session, const std::string& ssid,
-                         const std::string& passphrase, int frequency, char* reply,
-                         std::size_t capacity) {
+                         const std::string& passphrase, int frequency, Reply reply) {
     return send_plain(session,
                       "P2P_GROUP_ADD ssid=" + ssid + " passphrase=" + passphrase +
                           " freq=" + std::to_string(frequency),
-                      "P2P_GROUP_ADD", reply, capacity);
+                      "P2P_GROUP_ADD", reply);
 }
 
-int p2pGroupRemove(SupplicantSession& session, const std::string& interface, char* reply,
-                   std::size_t capacity) {
+int p2pGroupRemove(SupplicantSession& session, const std::string& interface, Reply reply) {
     if (session.isInvalid()) {
         return failed;
     }
     const std::string command = "P2P_GROUP_REMOVE " + interface;
-    if (!send(session, command, reply, capacity)) {
+    if (!session.sendCommand(command, reply.cleared())) {
         print_out("Failed to send P2P_GROUP_REMOVE command to wpa_supplicant");
         return failed;
     }
     print_out("Sent %scommand to wpa_supplicant:\n", command.c_str());
     if (run_options.debug != 0) {
-        print_out("%s\n", reply);
+        print_out("%s\n", reply.c_str());
     }
     return succeeded;
 }
@@ -212,18 +194,19 @@ ErrorCode listen_device_P2P(SupplicantSession& session) {
     if (session.isInvalid()) {
         return failed;
     }
-    ShortReply reply;
-    p2pFlush(session, reply.data(), reply.capacity());
+    ShortReplyBuffer buffer{};
+    Reply reply(buffer);
+    p2pFlush(session, reply);
     const std::string command = "P2P_LISTEN";
-    if (!send(session, command, reply.data(), reply.capacity())) {
+    if (!session.sendCommand(command, reply.cleared())) {
         print_out("listen_device_P2P fail\n");
     }
-    if (!contains(reply.data(), "OK")) {
+    if (!reply.contains("OK")) {
         print_out("FAILED:P2P_LISTEN\n");
         return error_code::p2p_listen_failed;
     }
     print_out("SUCCESS:P2P_LISTEN\n");
-    print_sent(command, reply.data());
+    print_sent(command, reply);
     return succeeded;
 }
 

@@ -30,24 +30,11 @@ bool is_open(const SupplicantSession& session) {
     return true;
 }
 
-// A reply with room for its terminator, zeroed before each command.
-struct Reply {
-    ReplyBuffer text{};
-    std::size_t length = reply_capacity;
-
-    bool contains(const char* part) const {
-        return wivex::contains(text.data(), part);
-    }
-};
-
-bool send(SupplicantSession& session, const char* command, Reply& reply) {
-    reply = Reply{};
-    return session.sendCommand(command, reply.text.data(), reply.length);
-}
-
+// Sends a command of whose reply only the verdict counts.
 bool send(SupplicantSession& session, const char* command) {
-    Reply reply;
-    return send(session, command, reply);
+    ReplyBuffer buffer{};
+    Reply reply(buffer);
+    return session.sendCommand(command, reply);
 }
 
 void take_proto(std::string_view line, std::string& proto) {
@@ -137,9 +124,10 @@ ErrorCode cmd_to_scan(SupplicantSession& session) {
     if (!is_open(session)) {
         return error_code::session_not_open;
     }
-    Reply reply;
+    ReplyBuffer buffer{};
+    Reply reply(buffer);
     int busy_replies = 0;
-    while (!send(session, "SCAN", reply)) {
+    while (!session.sendCommand("SCAN", reply.cleared())) {
         if (reply.contains("FAIL-BUSY")) {
             ++busy_replies;
             continue;
@@ -163,12 +151,13 @@ bool cmd_to_scan_results(SupplicantSession& session, std::string& listing) {
     if (session.isInvalid()) {
         return false;
     }
-    Reply reply;
-    if (!send(session, "SCAN_RESULTS", reply) || !reply.contains("bssid")) {
+    ReplyBuffer buffer{};
+    Reply reply(buffer);
+    if (!session.sendCommand("SCAN_RESULTS", reply) || !reply.contains("bssid")) {
         print_err("scan_results Command not successful\n");
         return false;
     }
-    listing.append(reply.text.data(), reply.text.size());
+    listing.append(buffer.data(), buffer.size());
     return true;
 }
 
@@ -206,14 +195,15 @@ int cmd_to_addnetwork(SupplicantSession& session) {
     if (!send(session, command.data())) {
         print_err("REMOVE_NETWORK Command is  not successful\n");
     }
-    Reply reply;
-    if (!send(session, "ADD_NETWORK", reply)) {
+    ReplyBuffer buffer{};
+    Reply reply(buffer);
+    if (!session.sendCommand("ADD_NETWORK", reply)) {
         print_err("ADD_NETWORK Command not successful\n");
         return error_code::add_network_failed;
     }
     // Anything but a bare "0" is network 0: after "REMOVE_NETWORK all" the supplicant answers
     // "0\n".
-    if (std::string_view(reply.text.data()) != "0") {
+    if (std::string_view(reply.c_str()) != "0") {
         return 0;
     }
     print_err("Fail to receive Network Id\n");

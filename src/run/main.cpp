@@ -21,7 +21,7 @@ namespace wivex {
 namespace {
 
 void finish() {
-    write_result_file(run_options.results, run_options.result_stream);
+    write_result_file(run_options.results, run_options.result_file, run_options.result_stream);
     cleanup();
 }
 

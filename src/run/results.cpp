@@ -2,7 +2,6 @@
 #include "run/results.hpp"
 
 #include "common/console.hpp"
-#include "common/process_state.hpp"
 
 #include <cstring>
 #include <iterator>
@@ -51,12 +50,12 @@ std::int32_t failure_count(const TestCaseResult& result) {
     return sum;
 }
 
-const char* result_path() {
-    if (run_options.result_file.empty()) {
+const char* result_path(const std::string& chosen_path) {
+    if (chosen_path.empty()) {
         return default_result_file;
     }
-    print_out("[WIFI]user file name is %s\n", run_options.result_file.c_str());
-    return run_options.result_file.c_str();
+    print_out("[WIFI]user file name is %s\n", chosen_path.c_str());
+    return chosen_path.c_str();
 }
 
 void write_verdicts(const TestCaseResults& results, FileWriter& file) {
@@ -100,8 +99,9 @@ void record_test_case(TestCaseResults& results, int index, ErrorCode code,
     }
 }
 
-void write_result_file(const TestCaseResults& results, ResultStream& stream) {
-    const char* const path = result_path();
+void write_result_file(const TestCaseResults& results, const std::string& chosen_path,
+                       ResultStream& stream) {
+    const char* const path = result_path(chosen_path);
     stream.file = FileWriter(open_to_write(path));
     stream.failed = !stream.file;
     if (stream.failed) {

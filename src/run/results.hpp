@@ -6,6 +6,7 @@
 
 #include <array>
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 namespace wivex {
@@ -59,8 +60,9 @@ void record_failure(TestCaseResults& results, ErrorCode code, std::uint32_t iter
 /// Records the outcome of a scripted mode; a pass is code 0. Indices other than 5 to 9 are ignored.
 void record_test_case(TestCaseResults& results, int index, ErrorCode code, std::uint32_t iteration);
 
-/// Writes one line for each enabled test case to the result file, replacing what was there. A file
-/// that cannot be opened is reported and marks `stream` as failed.
-void write_result_file(const TestCaseResults& results, ResultStream& stream);
+/// Writes one line for each enabled test case to the file `chosen_path` (empty: the default), in
+/// place of what was there. A file that cannot be opened is reported and marks `stream` as failed.
+void write_result_file(const TestCaseResults& results, const std::string& chosen_path,
+                       ResultStream& stream);
 
 } // namespace wivex

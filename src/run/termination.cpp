@@ -23,7 +23,7 @@ void write_results_of_interrupted_run() {
     if (stream.failed) {
         return;
     }
-    write_result_file(run_options.results, stream);
+    write_result_file(run_options.results, run_options.result_file, stream);
     print_out("[WIFI] Before resultFile.flush call \n");
     if (run_options.debug != 0) {
         print_out("[WIFI]resultFile.flush() called\n");

@@ -13,7 +13,8 @@
 namespace {
 
 void run_operation(unsigned choice, wivex::SupplicantSession& session) {
-    wivex::ReplyBuffer reply{};
+    wivex::ReplyBuffer buffer{};
+    const wivex::Reply reply(buffer);
     wivex::RunConfig config;
     config.go_ssid = "ab";
     switch (choice % 6) {
@@ -27,14 +28,13 @@ void run_operation(unsigned choice, wivex::SupplicantSession& session) {
         wivex::cmd_to_setnetwork(session, config, static_cast<int>(choice));
         return;
     case 3:
-        wivex::p2pFlush(session, reply.data(), wivex::reply_capacity);
+        wivex::p2pFlush(session, reply);
         return;
     case 4:
-        wivex::p2pGroupRemove(session, "wlan0", reply.data(), choice);
+        wivex::p2pGroupRemove(session, "wlan0", reply.limited_to(choice));
         return;
     default:
-        wivex::p2pConnectPbc(session, "02:00:00:00:00:01", "pbc", "7", reply.data(),
-                             wivex::reply_capacity);
+        wivex::p2pConnectPbc(session, "02:00:00:00:00:01", "pbc", "7", reply);
     }
 }
 

@@ -22,12 +22,11 @@ constexpr int events_a_batch = 10;
 constexpr int batches = 10'000;
 
 void queue_events(wivex::SupplicantSession& session) {
-    wivex::ReplyBuffer reply;
-    std::size_t length = wivex::reply_capacity;
-    session.sendCommand("EVENT " + std::to_string(events_a_batch), reply.data(), length);
+    wivex::ReplyBuffer buffer;
+    wivex::Reply reply(buffer);
+    session.sendCommand("EVENT " + std::to_string(events_a_batch), reply);
     // The next answer comes when all events of this one have been sent.
-    length = wivex::reply_capacity;
-    session.sendCommand("PING", reply.data(), length);
+    session.sendCommand("PING", reply);
 }
 
 void drain_bare(int fd) {

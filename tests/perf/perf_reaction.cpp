@@ -16,13 +16,12 @@ namespace {
 constexpr int samples = 1000;
 
 double reaction_microseconds(wivex::SupplicantSession& session) {
-    wivex::ReplyBuffer reply{};
-    std::size_t length = wivex::reply_capacity;
-    session.sendCommand("EVENT 1", reply.data(), length);
+    wivex::ReplyBuffer buffer{};
+    wivex::Reply reply(buffer);
+    session.sendCommand("EVENT 1", reply);
     wivex::await_event_forever(session, "CTRL-EVENT-BSS-ADDED");
-    length = wivex::reply_capacity;
-    session.sendCommand("DELAY", reply.data(), length);
-    return std::atof(reply.data());
+    session.sendCommand("DELAY", reply);
+    return std::atof(reply.c_str());
 }
 
 } // namespace

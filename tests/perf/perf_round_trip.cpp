@@ -30,9 +30,9 @@ void bare_round_trip(int fd) {
 }
 
 void session_round_trip(wivex::SupplicantSession& session) {
-    wivex::ReplyBuffer reply;
-    std::size_t length = wivex::reply_capacity;
-    session.sendCommand("PING", reply.data(), length);
+    wivex::ReplyBuffer buffer;
+    wivex::Reply reply(buffer);
+    session.sendCommand("PING", reply);
 }
 
 template <typename RoundTrip>

@@ -14,7 +14,7 @@
 namespace {
 
 using testing::ElementsAre;
-using wivex::reply_capacity;
+using wivex::Reply;
 using wivex::ReplyBuffer;
 using wivex::SupplicantSession;
 using wivex::test_support::ConsoleCapture;
@@ -43,30 +43,31 @@ protected:
     wivex::RunConfig config;
     std::optional<SupplicantSession> session;
     std::optional<ConsoleCapture> console;
-    ReplyBuffer reply{};
+    ReplyBuffer buffer{};
+    Reply reply{buffer};
 };
 
 TEST_F(P2pOperations, flush_prints_its_command_between_the_words_without_blanks) {
-    EXPECT_EQ(wivex::p2pFlush(*session, reply.data(), reply_capacity), 0);
+    EXPECT_EQ(wivex::p2pFlush(*session, reply), 0);
     EXPECT_THAT(supplicant->spoken(), ElementsAre("P2P_FLUSH"));
     EXPECT_EQ(console->out(), "SentP2P_FLUSHcommand to wpa_supplicant:OK\n\n");
 }
 
 TEST_F(P2pOperations, refused_flush_prints_a_line_without_a_newline) {
     supplicant->answer("P2P_FLUSH", {"FAIL\n"});
-    EXPECT_EQ(wivex::p2pFlush(*session, reply.data(), reply_capacity), -1);
+    EXPECT_EQ(wivex::p2pFlush(*session, reply), -1);
     EXPECT_EQ(console->out(), "Failed to send P2P_FLUSH command to wpa_supplicant");
 }
 
 TEST_F(P2pOperations, stop_find_sends_its_command) {
-    EXPECT_EQ(wivex::p2pStopFind(*session, reply.data(), reply_capacity), 0);
+    EXPECT_EQ(wivex::p2pStopFind(*session, reply), 0);
     EXPECT_THAT(supplicant->spoken(), ElementsAre("P2P_STOP_FIND"));
     EXPECT_EQ(console->out(), "SentP2P_STOP_FINDcommand to wpa_supplicant:OK\n\n");
 }
 
 TEST_F(P2pOperations, find_returns_when_the_peer_was_found) {
     supplicant->event_after("P2P_FIND", "<3>P2P-DEVICE-FOUND 02:00:00:00:00:01 name='x'");
-    EXPECT_EQ(wivex::p2pFind(*session, reply.data(), reply_capacity, peer), 0);
+    EXPECT_EQ(wivex::p2pFind(*session, reply, peer), 0);
     EXPECT_EQ(console->out(), "SUCCESS:P2P_FIND\n"
                               "Sent P2P_FIND command to wpa_supplicant:OK\n\n"
                               "MATCH FOUND!!!02:00:00:00:00:01\n");
@@ -75,23 +76,23 @@ TEST_F(P2pOperations, find_returns_when_the_peer_was_found) {
 TEST_F(P2pOperations, find_passes_over_other_peers) {
     supplicant->event_after("P2P_FIND", "<3>P2P-DEVICE-FOUND 02:00:00:00:00:09");
     supplicant->event_after("P2P_FIND", "<3>P2P-DEVICE-FOUND 02:00:00:00:00:01");
-    EXPECT_EQ(wivex::p2pFind(*session, reply.data(), reply_capacity, peer), 0);
+    EXPECT_EQ(wivex::p2pFind(*session, reply, peer), 0);
 }
 
 TEST_F(P2pOperations, busy_find_fails_with_the_reply_in_its_line) {
     supplicant->answer("P2P_FIND", {"FAIL-BUSY\n"});
-    EXPECT_EQ(wivex::p2pFind(*session, reply.data(), reply_capacity, peer), -1);
+    EXPECT_EQ(wivex::p2pFind(*session, reply, peer), -1);
     EXPECT_EQ(console->out(), "Failed to send P2P_FIND command to wpa_supplicantFAIL-BUSY\n\n");
 }
 
 TEST_F(P2pOperations, find_whose_reply_holds_no_ok_fails) {
     supplicant->answer("P2P_FIND", {"what\n"});
-    EXPECT_EQ(wivex::p2pFind(*session, reply.data(), reply_capacity, peer), -1);
+    EXPECT_EQ(wivex::p2pFind(*session, reply, peer), -1);
     EXPECT_EQ(console->out(), "FAILED:P2P_FIND\n");
 }
 
 TEST_F(P2pOperations, join_names_peer_and_method) {
-    EXPECT_EQ(wivex::p2pConnectJoin(*session, peer, "pbc", reply.data(), reply_capacity), 0);
+    EXPECT_EQ(wivex::p2pConnectJoin(*session, peer, "pbc", reply), 0);
     EXPECT_THAT(supplicant->spoken(),
                 ElementsAre("P2P_CONNECT 02:00:00:00:00:01 pbc join persistent"));
     EXPECT_EQ(console->out(), "P2P_CONNECT 02:00:00:00:00:01 pbc join persistent\n"
@@ -101,19 +102,19 @@ TEST_F(P2pOperations, join_names_peer_and_method) {
 
 TEST_F(P2pOperations, refused_join_prints_a_line_without_a_newline) {
     supplicant->answer("P2P_CONNECT 02:00:00:00:00:01 pbc join persistent", {"FAIL\n"});
-    EXPECT_EQ(wivex::p2pConnectJoin(*session, peer, "pbc", reply.data(), reply_capacity), -1);
+    EXPECT_EQ(wivex::p2pConnectJoin(*session, peer, "pbc", reply), -1);
     EXPECT_EQ(console->out(), "P2P_CONNECT 02:00:00:00:00:01 pbc join persistent\n"
                               "Failed to send P2P_CONNECT command to wpa_supplicant");
 }
 
 TEST_F(P2pOperations, join_without_a_peer_sends_nothing) {
-    EXPECT_EQ(wivex::p2pConnectJoin(*session, nullptr, "pbc", reply.data(), reply_capacity), -1);
+    EXPECT_EQ(wivex::p2pConnectJoin(*session, nullptr, "pbc", reply), -1);
     EXPECT_THAT(supplicant->spoken(), ElementsAre());
     EXPECT_EQ(console->out(), "Peer address is NULL!!");
 }
 
 TEST_F(P2pOperations, push_button_connect_ignores_its_method_and_keeps_both_blanks) {
-    EXPECT_EQ(wivex::p2pConnectPbc(*session, peer, "keypad", "7", reply.data(), reply_capacity), 0);
+    EXPECT_EQ(wivex::p2pConnectPbc(*session, peer, "keypad", "7", reply), 0);
     EXPECT_THAT(supplicant->spoken(),
                 ElementsAre("P2P_CONNECT 02:00:00:00:00:01 pbc  go_intent=7"));
     EXPECT_EQ(console->out(), "P2P_CONNECT 02:00:00:00:00:01 pbc  go_intent=7\n"
@@ -124,74 +125,69 @@ TEST_F(P2pOperations, push_button_connect_ignores_its_method_and_keeps_both_blan
 
 TEST_F(P2pOperations, refused_push_button_connect_prints_the_reply_and_a_whole_line) {
     supplicant->answer("P2P_CONNECT 02:00:00:00:00:01 pbc  go_intent=7", {"FAIL\n"});
-    EXPECT_EQ(wivex::p2pConnectPbc(*session, peer, "pbc", "7", reply.data(), reply_capacity), -1);
+    EXPECT_EQ(wivex::p2pConnectPbc(*session, peer, "pbc", "7", reply), -1);
     EXPECT_EQ(console->out(), "P2P_CONNECT 02:00:00:00:00:01 pbc  go_intent=7\n"
                               "FAIL\n\n"
                               "Failed to send P2P_CONNECT command to wpa_supplicant\n");
 }
 
 TEST_F(P2pOperations, push_button_connect_without_a_peer_sends_nothing) {
-    EXPECT_EQ(wivex::p2pConnectPbc(*session, nullptr, "pbc", "7", reply.data(), reply_capacity),
-              -1);
+    EXPECT_EQ(wivex::p2pConnectPbc(*session, nullptr, "pbc", "7", reply), -1);
     EXPECT_EQ(console->out(), "Peer address is NULL!!");
 }
 
 TEST_F(P2pOperations, group_add_sends_its_command) {
-    EXPECT_EQ(wivex::p2pGroupAdd(*session, reply.data(), reply_capacity), 0);
+    EXPECT_EQ(wivex::p2pGroupAdd(*session, reply), 0);
     EXPECT_THAT(supplicant->spoken(), ElementsAre("P2P_GROUP_ADD"));
     EXPECT_EQ(console->out(), "SentP2P_GROUP_ADDcommand to wpa_supplicant:OK\n\n");
 }
 
 TEST_F(P2pOperations, secured_group_add_names_ssid_and_pass_phrase) {
-    EXPECT_EQ(
-        wivex::p2pGroupAddSecured(*session, "DIRECT-x", "12345678", reply.data(), reply_capacity),
-        0);
+    EXPECT_EQ(wivex::p2pGroupAddSecured(*session, "DIRECT-x", "12345678", reply), 0);
     EXPECT_THAT(supplicant->spoken(),
                 ElementsAre("P2P_GROUP_ADD ssid=DIRECT-x passphrase=12345678"));
 }
 
 TEST_F(P2pOperations, group_add_on_a_channel_names_the_frequency) {
-    EXPECT_EQ(wivex::p2pGroupAddOnChannel(*session, "DIRECT-x", "12345678", 2437, reply.data(),
-                                          reply_capacity),
-              0);
+    EXPECT_EQ(wivex::p2pGroupAddOnChannel(*session, "DIRECT-x", "12345678", 2437, reply), 0);
     EXPECT_THAT(supplicant->spoken(),
                 ElementsAre("P2P_GROUP_ADD ssid=DIRECT-x passphrase=12345678 freq=2437"));
 }
 
 TEST_F(P2pOperations, group_removal_prints_no_reply) {
-    EXPECT_EQ(wivex::p2pGroupRemove(*session, "wlan0", reply.data(), reply_capacity), 0);
+    EXPECT_EQ(wivex::p2pGroupRemove(*session, "wlan0", reply), 0);
     EXPECT_THAT(supplicant->spoken(), ElementsAre("P2P_GROUP_REMOVE wlan0"));
     EXPECT_EQ(console->out(), "Sent P2P_GROUP_REMOVE wlan0command to wpa_supplicant:\n");
 }
 
 TEST_F(P2pOperations, group_removal_prints_the_reply_when_debugging) {
     wivex::run_options.debug = 1;
-    EXPECT_EQ(wivex::p2pGroupRemove(*session, "wlan0", reply.data(), reply_capacity), 0);
+    EXPECT_EQ(wivex::p2pGroupRemove(*session, "wlan0", reply), 0);
     EXPECT_EQ(console->out(), "Sent P2P_GROUP_REMOVE wlan0command to wpa_supplicant:\nOK\n\n");
 }
 
 TEST_F(P2pOperations, refused_group_removal_prints_a_line_without_a_newline) {
     supplicant->answer("P2P_GROUP_REMOVE wlan0", {"FAIL\n"});
-    EXPECT_EQ(wivex::p2pGroupRemove(*session, "wlan0", reply.data(), reply_capacity), -1);
+    EXPECT_EQ(wivex::p2pGroupRemove(*session, "wlan0", reply), -1);
     EXPECT_EQ(console->out(), "Failed to send P2P_GROUP_REMOVE command to wpa_supplicant");
 }
 
 TEST_F(P2pOperations, cut_the_reply_at_the_capacity_they_are_given) {
     supplicant->answer("P2P_GROUP_REMOVE wlan0", {"0123456789"});
-    EXPECT_EQ(wivex::p2pGroupRemove(*session, "wlan0", reply.data(), 4), 0);
-    EXPECT_STREQ(reply.data(), "0123");
+    EXPECT_EQ(wivex::p2pGroupRemove(*session, "wlan0", reply.limited_to(4)), 0);
+    EXPECT_STREQ(reply.c_str(), "0123");
 }
 
 TEST_F(P2pOperations, print_nothing_without_an_open_session) {
     session->close();
     console->out();
-    EXPECT_EQ(wivex::p2pFlush(*session, reply.data(), reply_capacity), -1);
-    EXPECT_EQ(wivex::p2pFind(*session, reply.data(), reply_capacity, peer), -1);
-    EXPECT_EQ(wivex::p2pStopFind(*session, reply.data(), reply_capacity), -1);
-    EXPECT_EQ(wivex::p2pConnectJoin(*session, peer, "pbc", reply.data(), reply_capacity), -1);
-    EXPECT_EQ(wivex::p2pConnectPbc(*session, peer, "pbc", "7", reply.data(), reply_capacity), -1);
-    EXPECT_EQ(wivex::p2pGroupAdd(*session, reply.data(), reply_capacity), -1);
-    EXPECT_EQ(wivex::p2pGroupRemove(*session, "wlan0", reply.data(), reply_capacity), -1);
+    EXPECT_EQ(wivex::p2pFlush(*session, reply), -1);
+    EXPECT_EQ(wivex::p2pFind(*session, reply, peer), -1);
+    EXPECT_EQ(wivex::p2pStopFind(*session, reply), -1);
+    EXPECT_EQ(wivex::p2pConnectJoin(*session, peer, "pbc", reply), -1);
+    EXPECT_EQ(wivex::p2pConnectPbc(*session, peer, "pbc", "7", reply), -1);
+    EXPECT_EQ(wivex::p2pGroupAdd(*session, reply), -1);
+    EXPECT_EQ(wivex::p2pGroupRemove(*session, "wlan0", reply), -1);
     EXPECT_EQ(wivex::listen_device_P2P(*session), -1);
     EXPECT_EQ(console->out(), "");
 }

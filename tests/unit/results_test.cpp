@@ -173,7 +173,7 @@ protected:
     }
 
     std::string written() {
-        write_result_file(results_, stream_);
+        write_result_file(results_, run_options.result_file, stream_);
         return test_support::read_file(run_options.result_file);
     }
 

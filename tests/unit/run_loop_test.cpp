@@ -229,7 +229,7 @@ TEST_F(RunLoop, files_code_14) {
             return 100;
         }
         run();
-        write_result_file(run_options.results, run_options.result_stream);
+        write_result_file(run_options.results, run_options.result_file, run_options.result_stream);
         return 0;
     });
     EXPECT_EQ(test_support::end_of_child(child, milliseconds(9000)), 0);

@@ -73,14 +73,13 @@ protected:
     }
 
     bool send(const char* command) {
-        reply_.fill('#');
-        length_ = reply_capacity;
-        return session_->sendCommand(command, reply_.data(), length_);
+        buffer_.fill('#');
+        return session_->sendCommand(command, reply_);
     }
 
     std::optional<SupplicantSession> session_;
-    ReplyBuffer reply_{};
-    std::size_t length_ = 0;
+    ReplyBuffer buffer_{};
+    Reply reply_{buffer_};
 };
 
 // ---- opening and closing -----------------------------------------------------------------------
@@ -216,8 +215,8 @@ TEST_F(Session, whose_attach_stays_unanswered_closes_after_10_seconds) {
 TEST_F(OpenSession, accepts_a_reply_and_terminates_it) {
     supplicant_.answer("ADD_NETWORK", {"0\n"});
     EXPECT_TRUE(send("ADD_NETWORK"));
-    EXPECT_EQ(length_, 2U);
-    EXPECT_STREQ(reply_.data(), "0\n");
+    EXPECT_EQ(reply_.length(), 2U);
+    EXPECT_STREQ(reply_.c_str(), "0\n");
     EXPECT_EQ(session_->lastCommand(), "ADD_NETWORK");
     EXPECT_EQ(console_.out(), "");
     const auto received = supplicant_.received();
@@ -229,8 +228,8 @@ TEST_F(OpenSession, fails_on_a_busy_supplicant_and_keeps_the_reply_for_the_calle
     supplicant_.answer("SCAN", {"FAIL-BUSY\n"});
     EXPECT_TRUE(send("PING"));
     EXPECT_FALSE(send("SCAN"));
-    EXPECT_STREQ(reply_.data(), "FAIL-BUSY\n");
-    EXPECT_EQ(length_, 10U);
+    EXPECT_STREQ(reply_.c_str(), "FAIL-BUSY\n");
+    EXPECT_EQ(reply_.length(), 10U);
     EXPECT_EQ(session_->lastCommand(), "PING");
     EXPECT_EQ(console_.out(), "");
     EXPECT_EQ(console_.err(), "");
@@ -245,21 +244,21 @@ TEST_F(OpenSession, judges_replies_by_what_they_contain) {
     supplicant_.answer("F", {""});
     EXPECT_FALSE(send("A"));
     EXPECT_FALSE(send("B"));
-    EXPECT_STREQ(reply_.data(), "bssid=1\nssid=MY-FAIL-SAFE\n");
+    EXPECT_STREQ(reply_.c_str(), "bssid=1\nssid=MY-FAIL-SAFE\n");
     EXPECT_FALSE(send("C"));
     EXPECT_FALSE(send("D"));
     EXPECT_EQ(session_->lastCommand(), "");
     EXPECT_TRUE(send("E"));
     EXPECT_TRUE(send("F"));
-    EXPECT_STREQ(reply_.data(), "");
+    EXPECT_STREQ(reply_.c_str(), "");
     EXPECT_EQ(session_->lastCommand(), "F");
 }
 
 TEST_F(OpenSession, cuts_a_reply_at_1247_bytes) {
     supplicant_.answer("STATUS", {std::string(2000, 'r')});
     EXPECT_TRUE(send("STATUS"));
-    EXPECT_EQ(length_, 1247U);
-    EXPECT_EQ(std::string(reply_.data()), std::string(1247, 'r'));
+    EXPECT_EQ(reply_.length(), 1247U);
+    EXPECT_EQ(std::string(reply_.c_str()), std::string(1247, 'r'));
 }
 
 TEST_F(OpenSession, does_not_see_a_failure_behind_1247_bytes) {
@@ -272,15 +271,15 @@ TEST_F(OpenSession, does_not_see_a_failure_behind_1247_bytes) {
 TEST_F(OpenSession, fails_when_the_supplicant_has_died_and_terminates_at_the_capacity) {
     supplicant_.die();
     EXPECT_FALSE(send("PING"));
-    EXPECT_EQ(length_, 1247U);
-    EXPECT_EQ(reply_[1247], '\0');
+    EXPECT_EQ(reply_.length(), 1247U);
+    EXPECT_EQ(buffer_[1247], '\0');
     EXPECT_EQ(session_->lastCommand(), "");
 }
 
 TEST_F(OpenSession, skips_events_on_the_command_connection) {
     supplicant_.answer("SCAN", {"<3>FAIL", "OK\n"});
     EXPECT_TRUE(send("SCAN"));
-    EXPECT_STREQ(reply_.data(), "OK\n");
+    EXPECT_STREQ(reply_.c_str(), "OK\n");
 }
 
 // ---- events ------------------------------------------------------------------------------------
@@ -421,14 +420,12 @@ TEST_F(OpenSession, prints_the_messages_of_a_candidate_wait_with_debug) {
 class StatusProbe : public OpenSession {
 protected:
     bool probe_wlan() {
-        reply_.fill('#');
-        length_ = reply_capacity;
-        return session_->checkWlanStatus(config_, reply_.data(), length_);
+        buffer_.fill('#');
+        return session_->checkWlanStatus(config_, reply_);
     }
     bool probe_p2p() {
-        reply_.fill('#');
-        length_ = reply_capacity;
-        return session_->checkP2pStatus(config_, reply_.data(), length_);
+        buffer_.fill('#');
+        return session_->checkP2pStatus(config_, reply_);
     }
 };
 
@@ -436,8 +433,8 @@ TEST_F(StatusProbe, asks_wlan0_on_a_connection_that_stays_open) {
     FakeSupplicant wlan0(directory_ / "wlan0");
     wlan0.answer("STATUS", {"wpa_state=COMPLETED\n"});
     EXPECT_TRUE(probe_wlan());
-    EXPECT_STREQ(reply_.data(), "wpa_state=COMPLETED\n");
-    EXPECT_EQ(length_, 20U);
+    EXPECT_STREQ(reply_.c_str(), "wpa_state=COMPLETED\n");
+    EXPECT_EQ(reply_.length(), 20U);
     EXPECT_EQ(console_.out(), "wpa_state=COMPLETED\n\n");
     EXPECT_EQ(console_.err(), "");
     ASSERT_EQ(wlan0.received().size(), 1U);
