@@ -100,6 +100,15 @@ struct NetworkField {
     const char* refusal;
 };
 
+// The id has a blank behind it: kept.
+bool format_network_command(CommandBuffer& command, const char* name, int id, const char* end) {
+    if (std::snprintf(command.data(), command.size(), "%s %d ", name, id) < 0) {
+        print_err("Fail to Create Command %s %d%s", name, id, end);
+        return false;
+    }
+    return true;
+}
+
 bool set_field(SupplicantSession& session, int id, const NetworkField& field) {
     CommandBuffer command{};
     const char* const quote = field.quoted ? "\"" : "";
@@ -242,8 +251,7 @@ ErrorCode cmd_to_selectnetwork(SupplicantSession& session, int id) {
         return error_code::session_not_open;
     }
     CommandBuffer command{};
-    if (std::snprintf(command.data(), command.size(), "SELECT_NETWORK %d ", id) < 0) {
-        print_err("Fail to Create Command SELECT_NETWORK %d", id);
+    if (!format_network_command(command, "SELECT_NETWORK", id, "")) {
         return error_code::select_network_failed;
     }
     if (!send(session, command.data())) {
@@ -262,8 +270,7 @@ ErrorCode cmd_to_disablenetwork(SupplicantSession& session, int id) {
         return error_code::session_not_open;
     }
     CommandBuffer command{};
-    if (std::snprintf(command.data(), command.size(), "DISABLE_NETWORK %d ", id) < 0) {
-        print_err("Fail to Create Command DISABLE_NETWORK %d\n", id);
+    if (!format_network_command(command, "DISABLE_NETWORK", id, "\n")) {
         return error_code::select_network_failed;
     }
     print_out("%s\n", command.data());
