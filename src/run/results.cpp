@@ -2,6 +2,7 @@
 #include "run/results.hpp"
 
 #include "common/console.hpp"
+#include "common/error_code.hpp"
 
 #include <cstring>
 #include <iterator>
@@ -20,17 +21,18 @@ void add_record(TestCaseResult& result, ErrorCode code, std::uint32_t iteration)
 
 int owner_of(ErrorCode code) {
     switch (code) {
-    case 1:
+    case error_code::module_absent:
         return test_case::module;
-    case 2:
-    case 3:
+    case error_code::driver_not_loaded:
+    case error_code::interface_down:
         return test_case::driver;
-    case 4:
+    case error_code::mac_address_differs:
         return test_case::mac_address;
-    case 5:
+    case error_code::loopback_failed:
         return test_case::loopback;
-    case 6:
-    case 7:
+    case error_code::scan_test_failed:
+    case error_code::kernel_scan_failed:
+    // Nothing records these two: kept.
     case 8:
     case 9:
         return test_case::scan;
@@ -78,8 +80,8 @@ void enable_test_case(TestCaseResults& results, int index) {
     TestCaseResult& result = results.at(static_cast<std::size_t>(index));
     result.enabled = 1;
     for (ErrorCode code = 0; code <= highest_code; ++code) {
-        // Code 4 gets its entry only when it is recorded.
-        if (code != 4) {
+        // This code gets its entry only when it is recorded: kept.
+        if (code != error_code::mac_address_differs) {
             result.failures[code] = FailureEntry{};
         }
     }
