@@ -6,7 +6,7 @@
 
 namespace bench {
 
-/// Puts the device into the private /proc of the calling process's namespaces, with the words of
+/// Puts the file into the private /proc of the calling process's namespaces, with the words of
 /// `script` at their addresses. A kernel's own /proc takes no new entry, so it gives way to a
 /// directory of links to it. Throws std::system_error.
 void add_diag_device(const ChipScript& script);

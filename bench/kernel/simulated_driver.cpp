@@ -81,6 +81,65 @@ int describe_requests(const PrivateTable& table, iw_point& data) {
     return 0;
 }
 
+// What the request asks for; nothing when only the kernel knows.
+std::optional<DriverRequest> meaning_of(unsigned long request, const void* argument) {
+    switch (request) {
+    case SIOCDEVPRIVATE: {
+        const auto& record =
+            *reinterpret_cast<const VariableRecord*>(static_cast<const ifreq*>(argument)->ifr_data);
+        const auto* const name = reinterpret_cast<const char*>(record.buffer);
+        return DriverRequest{RequestKind::variable,
+                             std::string(name, strnlen(name, variable_buffer_size))};
+    }
+    case SIOCGIFHWADDR:
+        return DriverRequest{RequestKind::address, ""};
+    case SIOCGIWPRIV:
+        return DriverRequest{RequestKind::table, ""};
+    case private_get_request:
+        return DriverRequest{RequestKind::command,
+                             std::to_string(static_cast<const iwreq*>(argument)->u.data.flags)};
+    default:
+        return std::nullopt;
+    }
+}
+
+void answer_variable(const DriverAnswer& answer, const ifreq& request, RequestEntry& entry) {
+    const auto& record = *reinterpret_cast<const VariableRecord*>(request.ifr_data);
+    entry.add_block("ifreq", octets_of(request), pointer_at(offsetof(ifreq, ifr_data)));
+    entry.add_block("record", octets_of(record), pointer_at(offsetof(VariableRecord, buffer)));
+    entry.add_block("buffer", {record.buffer, variable_buffer_size});
+    copy_answer(answer, record.buffer, variable_buffer_size);
+}
+
+void answer_address(const DriverAnswer& answer, ifreq& request, RequestEntry& entry) {
+    entry.add_block("ifreq", octets_of(request));
+    copy_answer(answer, reinterpret_cast<std::uint8_t*>(request.ifr_hwaddr.sa_data),
+                sizeof(request.ifr_hwaddr.sa_data));
+}
+
+void log_wireless(const iwreq& request, RequestEntry& entry) {
+    entry.add_block("iwreq", octets_of(request), pointer_at(offsetof(iwreq, u.data.pointer)));
+}
+
+// A table that is too small for the caller turns the answer into a refusal.
+void answer_table(const PrivateTable& table, DriverAnswer& answer, iwreq& request,
+                  RequestEntry& entry) {
+    log_wireless(request, entry);
+    if (answer.error == 0) {
+        answer.error = describe_requests(table, request.u.data);
+    }
+    if (answer.claimed) {
+        request.u.data.length = static_cast<std::uint16_t>(*answer.claimed);
+    }
+}
+
+void answer_command(const DriverAnswer& answer, iwreq& request, RequestEntry& entry) {
+    log_wireless(request, entry);
+    copy_answer(answer, static_cast<std::uint8_t*>(request.u.data.pointer), command_buffer_size);
+    const std::size_t length = std::min(answer.bytes.size(), command_buffer_size);
+    request.u.data.length = static_cast<std::uint16_t>(answer.claimed.value_or(length));
+}
+
 } // namespace
 
 SimulatedDriver::SimulatedDriver(DriverScript script) : script_(std::move(script)) {}
@@ -94,78 +153,31 @@ const DriverAnswer* SimulatedDriver::next_answer(const DriverRequest& request) {
     return found == script_.answers.end() ? nullptr : &*found;
 }
 
-std::optional<int> SimulatedDriver::answer_variable(ifreq& request) {
-    const auto& record = *reinterpret_cast<VariableRecord*>(request.ifr_data);
-    const auto* const name = reinterpret_cast<const char*>(record.buffer);
-    const DriverAnswer* const answer = next_answer(
-        {RequestKind::variable, std::string(name, strnlen(name, variable_buffer_size))});
-    if (answer == nullptr) {
-        return std::nullopt;
-    }
-    RequestEntry entry(SIOCDEVPRIVATE);
-    entry.add_block("ifreq", octets_of(request), pointer_at(offsetof(ifreq, ifr_data)));
-    entry.add_block("record", octets_of(record), pointer_at(offsetof(VariableRecord, buffer)));
-    entry.add_block("buffer", {record.buffer, variable_buffer_size});
-    copy_answer(*answer, record.buffer, variable_buffer_size);
-    return conclude(*answer, entry);
-}
-
-std::optional<int> SimulatedDriver::answer_address(ifreq& request) {
-    const DriverAnswer* const answer = next_answer({RequestKind::address, ""});
-    if (answer == nullptr) {
-        return std::nullopt;
-    }
-    RequestEntry entry(SIOCGIFHWADDR);
-    entry.add_block("ifreq", octets_of(request));
-    copy_answer(*answer, reinterpret_cast<std::uint8_t*>(request.ifr_hwaddr.sa_data),
-                sizeof(request.ifr_hwaddr.sa_data));
-    return conclude(*answer, entry);
-}
-
-std::optional<int> SimulatedDriver::answer_table(iwreq& request) {
-    const DriverAnswer* const scripted = next_answer({RequestKind::table, ""});
+std::optional<int> SimulatedDriver::answer(unsigned long request, void* argument) {
+    const auto meaning = meaning_of(request, argument);
+    const DriverAnswer* const scripted = meaning ? next_answer(*meaning) : nullptr;
     if (scripted == nullptr) {
         return std::nullopt;
     }
-    RequestEntry entry(SIOCGIWPRIV);
-    entry.add_block("iwreq", octets_of(request), pointer_at(offsetof(iwreq, u.data.pointer)));
     DriverAnswer answer = *scripted;
-    if (answer.error == 0) {
-        answer.error = describe_requests(script_.table, request.u.data);
-    }
-    if (answer.claimed) {
-        request.u.data.length = static_cast<std::uint16_t>(*answer.claimed);
+    RequestEntry entry(request);
+    switch (meaning->kind) {
+    case RequestKind::variable:
+        answer_variable(answer, *static_cast<ifreq*>(argument), entry);
+        break;
+    case RequestKind::address:
+        answer_address(answer, *static_cast<ifreq*>(argument), entry);
+        break;
+    case RequestKind::table:
+        answer_table(script_.table, answer, *static_cast<iwreq*>(argument), entry);
+        break;
+    case RequestKind::command:
+        answer_command(answer, *static_cast<iwreq*>(argument), entry);
+        break;
+    case RequestKind::socket:
+        break;
     }
     return conclude(answer, entry);
-}
-
-std::optional<int> SimulatedDriver::answer_command(iwreq& request) {
-    const DriverAnswer* const answer =
-        next_answer({RequestKind::command, std::to_string(request.u.data.flags)});
-    if (answer == nullptr) {
-        return std::nullopt;
-    }
-    RequestEntry entry(private_get_request);
-    entry.add_block("iwreq", octets_of(request), pointer_at(offsetof(iwreq, u.data.pointer)));
-    copy_answer(*answer, static_cast<std::uint8_t*>(request.u.data.pointer), command_buffer_size);
-    const std::size_t length = std::min(answer->bytes.size(), command_buffer_size);
-    request.u.data.length = static_cast<std::uint16_t>(answer->claimed.value_or(length));
-    return conclude(*answer, entry);
-}
-
-std::optional<int> SimulatedDriver::answer(unsigned long request, void* argument) {
-    switch (request) {
-    case SIOCDEVPRIVATE:
-        return answer_variable(*static_cast<ifreq*>(argument));
-    case SIOCGIFHWADDR:
-        return answer_address(*static_cast<ifreq*>(argument));
-    case SIOCGIWPRIV:
-        return answer_table(*static_cast<iwreq*>(argument));
-    case private_get_request:
-        return answer_command(*static_cast<iwreq*>(argument));
-    default:
-        return std::nullopt;
-    }
 }
 
 int SimulatedDriver::refuse_socket() {

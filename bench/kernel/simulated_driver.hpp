@@ -28,11 +28,6 @@ public:
     int refuse_socket();
 
 private:
-    std::optional<int> answer_variable(ifreq& request);
-    std::optional<int> answer_address(ifreq& request);
-    std::optional<int> answer_table(iwreq& request);
-    std::optional<int> answer_command(iwreq& request);
-
     /// The answer to the next request of this kind and name, or null when the kernel is to answer.
     const DriverAnswer* next_answer(const DriverRequest& request);
 

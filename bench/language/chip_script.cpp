@@ -15,14 +15,22 @@ bool read_phy(ScenarioLine& line, ChipScript& script) {
     return name.has_value();
 }
 
-bool read_register(ScenarioLine& line, ChipScript& script) {
+// ADDRESS VERB CONTENT
+template <typename Content>
+bool read_at_address(ScenarioLine& line, std::string_view verb,
+                     std::optional<Content> (ScenarioLine::*take_content)(),
+                     std::map<std::uint32_t, Content>& contents) {
     const auto address = line.take_word32();
-    const auto text = line.take("reads") ? line.take_quoted() : std::nullopt;
-    if (!address || !text) {
+    const auto content = line.take(verb) ? (line.*take_content)() : std::nullopt;
+    if (!address || !content) {
         return false;
     }
-    script.registers[*address] = *text;
+    contents[*address] = *content;
     return true;
+}
+
+bool read_register(ScenarioLine& line, ChipScript& script) {
+    return read_at_address(line, "reads", &ScenarioLine::take_quoted, script.registers);
 }
 
 bool read_memory(ScenarioLine& line, ChipScript& script) {
@@ -30,13 +38,7 @@ bool read_memory(ScenarioLine& line, ChipScript& script) {
         script.memory_end = line.take("at") ? line.take_word32() : std::nullopt;
         return script.memory_end.has_value();
     }
-    const auto address = line.take_word32();
-    const auto word = line.take("holds") ? line.take_word32() : std::nullopt;
-    if (!address || !word) {
-        return false;
-    }
-    script.words[*address] = *word;
-    return true;
+    return read_at_address(line, "holds", &ScenarioLine::take_word32, script.words);
 }
 
 } // namespace

@@ -16,7 +16,7 @@ struct ChipScript {
     std::string phy;
     /// What reading "reg_dump" yields while a register is selected.
     std::map<std::uint32_t, std::string> registers;
-    /// Words of target memory behind the DIAG device; without any there is no device.
+    /// Words of target memory behind the DIAG device; without any there is none.
     std::map<std::uint32_t, std::uint32_t> words;
     /// First address that the DIAG device cannot read.
     std::optional<std::uint32_t> memory_end;

@@ -96,28 +96,20 @@ bool read_withholds(ScenarioLine& line, SupplicantScript& script) {
     return text.has_value();
 }
 
+bool add_fate(SupplicantScript& script, Turn turn, const std::optional<Trigger>& trigger) {
+    if (trigger) {
+        script.fates.push_back({turn, *trigger, std::nullopt});
+    }
+    return trigger.has_value();
+}
+
 bool read_dies(ScenarioLine& line, SupplicantScript& script) {
-    Fate fate;
-    auto trigger = take_trigger(line, "on");
-    if (!trigger) {
-        trigger = take_trigger(line, "after");
-        fate.turn = Turn::dies_after_answer;
-    }
-    if (!trigger) {
-        return false;
-    }
-    fate.trigger = *trigger;
-    script.fates.push_back(std::move(fate));
-    return true;
+    return add_fate(script, Turn::dies, take_trigger(line, "on")) ||
+           add_fate(script, Turn::dies_after_answer, take_trigger(line, "after"));
 }
 
 bool read_stops(ScenarioLine& line, SupplicantScript& script) {
-    const auto trigger = take_trigger(line, "on");
-    if (!trigger) {
-        return false;
-    }
-    script.fates.push_back({Turn::stops, *trigger, std::nullopt});
-    return true;
+    return add_fate(script, Turn::stops, take_trigger(line, "on"));
 }
 
 // "returns after DELAY" and "continues after DELAY" complete the fate before them.

@@ -5,8 +5,10 @@
 
 #include <getopt.h>
 
+#include <algorithm>
 #include <array>
 #include <cstdio>
+#include <utility>
 
 namespace bench {
 
@@ -67,28 +69,27 @@ bool take_signal(const char* text, SignalPlan& signals) {
     return true;
 }
 
+// The option's text, or null when it is no text alone.
+std::string* text_of(int letter, Options& options) {
+    const std::array<std::pair<int, std::string*>, 6> texts{{{'s', &options.scenario},
+                                                             {'c', &options.config},
+                                                             {'o', &options.out},
+                                                             {'t', &options.tool},
+                                                             {'u', &options.start.under},
+                                                             {'d', &options.driver}}};
+    const auto* const found = std::find_if(
+        texts.begin(), texts.end(), [letter](const auto& text) { return text.first == letter; });
+    return found == texts.end() ? nullptr : found->second;
+}
+
 bool take_option(int letter, const char* value, Options& options) {
+    if (std::string* const text = text_of(letter, options)) {
+        *text = value;
+        return true;
+    }
     switch (letter) {
-    case 's':
-        options.scenario = value;
-        return true;
-    case 'c':
-        options.config = value;
-        return true;
     case 'k':
         options.settings.emplace_back(value);
-        return true;
-    case 'o':
-        options.out = value;
-        return true;
-    case 't':
-        options.tool = value;
-        return true;
-    case 'u':
-        options.start.under = value;
-        return true;
-    case 'd':
-        options.driver = value;
         return true;
     case 'p':
         options.start.preloads.emplace_back(value);

@@ -16,7 +16,7 @@ using Configuration = std::map<std::string, std::string>;
 inline constexpr const char* access_point_address = "192.168.49.1";
 inline constexpr const char* owner_address = "192.168.49.2";
 
-/// The usual values, as a device on a line would have them.
+/// The usual values, as those of a device on a production line.
 Configuration usual_configuration();
 
 /// Takes the values of a configuration file's text over those in `configuration`.
