@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "bench_run.hpp"
 
-#include "text.hpp"
+#include "language/files.hpp"
+#include "language/text.hpp"
 #include "text_parts.hpp"
 
 #include <algorithm>

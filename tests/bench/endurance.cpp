@@ -14,7 +14,7 @@
 // iterations cost the same; with --trial, when every iteration passed.
 
 #include "bench_run.hpp"
-#include "text.hpp"
+#include "language/files.hpp"
 
 #include <getopt.h>
 #include <unistd.h>

@@ -3,7 +3,7 @@
 
 #include "bench_run.hpp"
 #include "expected.hpp"
-#include "text.hpp"
+#include "language/files.hpp"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -3,8 +3,8 @@
 
 #include "bench_run.hpp"
 #include "console.hpp"
-#include "program.hpp"
-#include "text.hpp"
+#include "world/program.hpp"
+#include "language/files.hpp"
 
 #include <fcntl.h>
 #include <poll.h>

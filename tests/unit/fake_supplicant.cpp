@@ -6,14 +6,10 @@
 #include <sched.h>
 #include <sys/file.h>
 #include <sys/mount.h>
-#include <sys/socket.h>
 #include <unistd.h>
 
-#include <algorithm>
-#include <array>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <fstream>
 
 namespace wivex::test_support {
@@ -61,16 +57,7 @@ void use_private_tmp() {
 }
 
 FakeSupplicant::FakeSupplicant(const std::string& path) : path_(path) {
-    socket_ = ::socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC, 0);
-    sockaddr_un address{};
-    address.sun_family = AF_UNIX;
-    path.copy(address.sun_path, sizeof(address.sun_path));
-    if (path.front() == '@') {
-        address.sun_path[0] = '\0';
-    } else {
-        ::unlink(path.c_str());
-    }
-    if (::bind(socket_, reinterpret_cast<const sockaddr*>(&address), sizeof(address)) != 0) {
+    if (!server_.open(path)) {
         std::perror("fake supplicant: bind");
         std::abort();
     }
@@ -82,13 +69,12 @@ FakeSupplicant::~FakeSupplicant() {
 }
 
 void FakeSupplicant::die() {
-    if (socket_ < 0) {
+    if (!server_.is_open()) {
         return;
     }
     thread_.request_stop();
     thread_.join();
-    ::close(socket_);
-    socket_ = -1;
+    server_.close();
     if (path_.front() != '@') {
         ::unlink(path_.c_str());
     }
@@ -107,10 +93,10 @@ void FakeSupplicant::event_after(const std::string& command, const std::string& 
 }
 
 void FakeSupplicant::send_event(const std::string& event) {
-    std::vector<sockaddr_un> clients;
+    std::vector<bench::Client> clients;
     {
         const std::lock_guard lock(mutex_);
-        clients = attached_;
+        clients = server_.attached();
     }
     for (const auto& client : clients) {
         send_to(client, event);
@@ -145,51 +131,41 @@ bool FakeSupplicant::wait_for_commands(std::size_t count) const {
 
 void FakeSupplicant::serve(const std::stop_token& stop) {
     while (!stop.stop_requested()) {
-        pollfd waiting{socket_, POLLIN, 0};
+        pollfd waiting{server_.fd(), POLLIN, 0};
         if (::poll(&waiting, 1, 10) <= 0) {
             continue;
         }
-        std::array<char, 8192> buffer{};
-        Received received{};
-        received.sender_length = sizeof(received.sender);
-        const ssize_t length =
-            ::recvfrom(socket_, buffer.data(), buffer.size(), 0,
-                       reinterpret_cast<sockaddr*>(&received.sender), &received.sender_length);
-        if (length < 0) {
-            continue;
+        if (const auto command = server_.receive()) {
+            handle(*command);
         }
-        received.command.assign(buffer.data(), static_cast<std::size_t>(length));
-        handle(received);
     }
 }
 
-void FakeSupplicant::handle(const Received& received) {
+void FakeSupplicant::handle(const bench::Command& command) {
     Answer answer{{"OK\n"}, {}};
     std::vector<Event> events;
     {
         const std::lock_guard lock(mutex_);
-        received_.push_back(received);
+        received_.push_back({command.text, command.client.address});
         changed_.notify_all();
-        if (const auto known = answers_.find(received.command); known != answers_.end()) {
+        if (const auto known = answers_.find(command.text); known != answers_.end()) {
             answer = known->second.front();
             if (known->second.size() > 1) {
                 known->second.pop_front();
             }
         }
-        if (const auto known = events_.find(received.command); known != events_.end()) {
+        if (const auto known = events_.find(command.text); known != events_.end()) {
             events = known->second;
         }
-        if (received.command == "ATTACH") {
-            attached_.push_back(received.sender);
-        } else if (received.command == "DETACH") {
-            std::erase_if(attached_, [&](const sockaddr_un& client) {
-                return std::memcmp(&client, &received.sender, sizeof(client)) == 0;
-            });
+        if (command.text == "ATTACH") {
+            server_.attach(command.client);
+        } else if (command.text == "DETACH") {
+            server_.detach(command.client);
         }
     }
     std::this_thread::sleep_for(answer.delay);
     for (const auto& datagram : answer.datagrams) {
-        send_to(received.sender, datagram);
+        send_to(command.client, datagram);
     }
     for (const auto& event : events) {
         std::this_thread::sleep_for(event.delay);
@@ -197,9 +173,8 @@ void FakeSupplicant::handle(const Received& received) {
     }
 }
 
-void FakeSupplicant::send_to(const sockaddr_un& client, const std::string& text) const {
-    ::sendto(socket_, text.data(), text.size(), MSG_NOSIGNAL,
-             reinterpret_cast<const sockaddr*>(&client), sizeof(client));
+void FakeSupplicant::send_to(const bench::Client& client, const std::string& text) const {
+    server_.send(client, text, bench::ControlServer::WhenFull::waits);
 }
 
 } // namespace wivex::test_support

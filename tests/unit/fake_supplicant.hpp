@@ -5,6 +5,8 @@
 // the events.
 #pragma once
 
+#include "supplicant/control_server.hpp"
+
 #include <sys/un.h>
 
 #include <chrono>
@@ -29,7 +31,6 @@ void use_private_tmp();
 struct Received {
     std::string command;
     sockaddr_un sender;
-    socklen_t sender_length;
 };
 
 class FakeSupplicant {
@@ -78,17 +79,16 @@ private:
     };
 
     void serve(const std::stop_token& stop);
-    void handle(const Received& received);
-    void send_to(const sockaddr_un& client, const std::string& text) const;
+    void handle(const bench::Command& command);
+    void send_to(const bench::Client& client, const std::string& text) const;
 
-    int socket_ = -1;
+    bench::ControlServer server_;
     std::string path_;
     mutable std::mutex mutex_;
     mutable std::condition_variable changed_;
     std::map<std::string, std::deque<Answer>> answers_;
     std::map<std::string, std::vector<Event>> events_;
     std::vector<Received> received_;
-    std::vector<sockaddr_un> attached_;
     std::jthread thread_;
 };
 
