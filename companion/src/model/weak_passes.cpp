@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "model/weak_passes.hpp"
 
-#include "html_text.hpp"
+#include "common/words.hpp"
 #include "model/test_cases.hpp"
 
 #include <array>

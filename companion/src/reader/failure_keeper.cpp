@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "reader/failure_keeper.hpp"
 
-#include "printable.hpp"
+#include "common/printable.hpp"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "writers/page.hpp"
 
-#include "html_text.hpp"
+#include "common/words.hpp"
 
 namespace wivex::report {
 

@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "writers/page_failures.hpp"
 
-#include "html_text.hpp"
+#include "common/words.hpp"
 #include "model/advice.hpp"
 #include "model/weak_passes.hpp"
+#include "writers/html_text.hpp"
 #include "writers/page.hpp"
 
 #include <algorithm>

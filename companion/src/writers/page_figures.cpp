@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "writers/page_figures.hpp"
 
-#include "charts.hpp"
-#include "html_text.hpp"
+#include "common/words.hpp"
+#include "writers/charts.hpp"
+#include "writers/html_text.hpp"
 #include "writers/page.hpp"
 
 #include <cmath>

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // Where to look first: the report and docs/failure-codes.md say the same, word for word.
 
+#include "console/hints.hpp"
 #include "consoles.hpp"
 #include "model/advice.hpp"
 
