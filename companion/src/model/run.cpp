@@ -85,6 +85,27 @@ void Timeline::forget_times() {
     }
 }
 
+std::vector<Cause> Run::told_causes() const {
+    std::vector<Cause> told;
+    for (std::size_t i = 0; i < cause_count; ++i) {
+        if (causes[i].all() != 0) {
+            told.push_back(static_cast<Cause>(i));
+        }
+    }
+    return told;
+}
+
+std::vector<SubCauseCount> Run::behind(Cause cause) const {
+    std::vector<SubCauseCount> told;
+    const auto& counts = sub_causes.at(index_of(cause));
+    for (std::size_t i = 1; i < counts.size(); ++i) {
+        if (counts[i] != 0) {
+            told.push_back({static_cast<SubCause>(i), counts[i]});
+        }
+    }
+    return told;
+}
+
 std::uint32_t Run::failures_of_test_case(int test_case) const {
     std::uint32_t sum = 0;
     for (std::size_t i = 0; i < cause_count; ++i) {

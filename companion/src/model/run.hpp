@@ -65,6 +65,10 @@ struct Iteration {
     float throughput = -1;
     std::array<PhaseRecord, phase_count> phases{};
 
+    /// Counted by the tool or not.
+    bool failed() const {
+        return outcome == Outcome::failed || outcome == Outcome::uncounted;
+    }
     void forget_times();
     const PhaseRecord& phase(Phase which) const {
         return phases.at(index_of(which));
@@ -132,6 +136,15 @@ struct CauseCount {
     std::uint32_t detailed = 0;
     std::uint32_t first_iteration = 0;
     std::uint32_t last_iteration = 0;
+
+    std::uint32_t all() const {
+        return failures + warnings + unrecorded;
+    }
+};
+
+struct SubCauseCount {
+    SubCause sub_cause = SubCause::none;
+    std::uint32_t count = 0;
 };
 
 struct AccessPoint {
@@ -197,6 +210,13 @@ struct Run {
     std::uint32_t count(Outcome outcome) const {
         return outcomes.at(static_cast<std::size_t>(outcome));
     }
+    const CauseCount& count(Cause cause) const {
+        return causes.at(index_of(cause));
+    }
+    /// The causes that were told at least once.
+    std::vector<Cause> told_causes() const;
+    /// What was told to lie behind `cause`.
+    std::vector<SubCauseCount> behind(Cause cause) const;
     /// Iterations that failed, counted by the tool or not.
     std::uint32_t failed() const {
         return count(Outcome::failed) + count(Outcome::uncounted);

@@ -4,6 +4,7 @@
 #include "common/bytes.hpp"
 #include "model/verdict.hpp"
 #include "writers/report_files.hpp"
+#include "writers/summary.hpp"
 
 #include <poll.h>
 #include <sys/ioctl.h>

@@ -2,6 +2,7 @@
 #include "writers/charts.hpp"
 
 #include "common/words.hpp"
+#include "writers/page.hpp"
 
 #include <algorithm>
 #include <array>
@@ -89,22 +90,22 @@ std::string cell(const Run& run, const Slice& slice, bool numbered, std::string_
     const std::string words = iterations_of(slice) + ": " + words_of(slice);
     std::string inner(mark_of(kind));
     if (numbered) {
-        inner = "<b>" + std::to_string(slice.first) + "</b>" + inner;
+        inner = element("b", std::to_string(slice.first)) + inner;
     }
-    std::string attributes = " class=\"cell " + std::string(kind) + "\" title=\"" + words + "\"";
+    Attributes attributes{{"class", "cell " + std::string(kind)}, {"title", words}};
     if (slice.iterations > 1 && slice.count(Outcome::failed) != 0) {
         const std::uint32_t bad = slice.count(Outcome::failed) + slice.count(Outcome::uncounted);
         const double share = static_cast<double>(bad) / slice.iterations;
         // Never so little that it cannot be seen.
-        attributes += " style=\"--share:max(2px," + place(share * 100) + "%)\"";
+        attributes.emplace_back("style", "--share:max(2px," + place(share * 100) + "%)");
     }
-    const std::string hidden = "<span class=\"sr\">" + words + "</span>";
+    inner += span("sr", words);
     const Failure* const failure = described_failure(run, slice);
     if (failure == nullptr) {
-        return "<li" + attributes + ">" + inner + hidden + "</li>";
+        return element("li", attributes, inner);
     }
-    return "<li" + attributes + "><a href=\"#" + std::string(prefix) + "i" +
-           std::to_string(failure->iteration) + "\">" + inner + hidden + "</a></li>";
+    const std::string target = "#" + std::string(prefix) + "i" + std::to_string(failure->iteration);
+    return element("li", attributes, element("a", {{"href", target}}, inner));
 }
 
 // The smallest of 1, 2, 5 times a power of ten that is not below `value`.
@@ -166,10 +167,12 @@ public:
         }
         std::string text;
         for (const CurvePoint& point : points_) {
-            text += R"(<path class="dot" d="M)" + at(point, point.value.mean()) +
-                    R"(h0"><title>iteration )" + std::to_string(point.first) + ": " +
-                    figure_text(point.value.mean()) + " " + std::string(labels.unit) +
-                    "</title></path>";
+            const std::string title = element("title", "iteration " + std::to_string(point.first) +
+                                                           ": " + figure_text(point.value.mean()) +
+                                                           " " + std::string(labels.unit));
+            text += element("path",
+                            {{"class", "dot"}, {"d", "M" + at(point, point.value.mean()) + "h0"}},
+                            title);
         }
         return text;
     }
@@ -198,11 +201,11 @@ Spread all_of(std::span<const CurvePoint> points) {
 std::string iteration_strip(const Run& run, std::string_view prefix) {
     const auto& slices = run.timeline.slices();
     const bool numbered = slices.size() <= most_numbered_cells && run.timeline.width() == 1;
-    std::string text = numbered ? "<ol class=\"strip numbered\">" : "<ol class=\"strip\">";
+    std::string cells;
     for (const Slice& slice : slices) {
-        text += cell(run, slice, numbered, prefix);
+        cells += cell(run, slice, numbered, prefix);
     }
-    return text + "</ol>\n";
+    return element("ol", {{"class", numbered ? "strip numbered" : "strip"}}, cells) + "\n";
 }
 
 std::string curve(std::span<const CurvePoint> points, std::uint32_t iterations,
@@ -216,19 +219,24 @@ std::string curve(std::span<const CurvePoint> points, std::uint32_t iterations,
     const std::string words = std::string(labels.what) + " over the iterations: least " +
                               figure_text(all.least) + ", mean " + figure_text(all.mean()) +
                               ", most " + figure_text(all.most) + " " + unit;
-    std::string svg = R"(<svg role="img" aria-label=")" + words +
-                      R"(" viewBox="0 0 1000 100" preserveAspectRatio="none">)"
-                      R"(<path class="grid" d="M0 0H1000M0 50H1000M0 100H1000"/>)" +
-                      writer.range() + writer.line() + writer.dots(labels) + "</svg>";
+    const std::string svg = element("svg",
+                                    {{"role", "img"},
+                                     {"aria-label", words},
+                                     {"viewBox", "0 0 1000 100"},
+                                     {"preserveAspectRatio", "none"}},
+                                    R"(<path class="grid" d="M0 0H1000M0 50H1000M0 100H1000"/>)" +
+                                        writer.range() + writer.line() + writer.dots(labels));
     if (small) {
-        return "<div class=\"spark\">" + svg + "<span class=\"top\">" + figure_text(writer.top()) +
-               " " + unit + "</span></div>";
+        return element("div", {{"class", "spark"}},
+                       svg + span("top", figure_text(writer.top()) + " " + unit));
     }
     const std::string last = std::to_string(iterations > 0 ? iterations - 1 : 0);
-    return R"(<div class="plot"><div class="y"><span>)" + figure_text(writer.top()) +
-           "</span><span>" + figure_text(writer.top() / 2) + "</span><span>0</span></div>" + svg +
-           R"(<div class="x"><span>0</span><span>iteration</span><span>)" + last +
-           "</span></div></div>";
+    const std::string y = element("span", figure_text(writer.top())) +
+                          element("span", figure_text(writer.top() / 2)) + element("span", "0");
+    const std::string x =
+        element("span", "0") + element("span", "iteration") + element("span", last);
+    return element("div", {{"class", "plot"}},
+                   element("div", {{"class", "y"}}, y) + svg + element("div", {{"class", "x"}}, x));
 }
 
 std::vector<CurvePoint> throughput_points(const Run& run) {

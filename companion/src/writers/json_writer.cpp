@@ -28,6 +28,11 @@ Json number_or_null(double value) {
     return std::isnan(value) ? Json(nullptr) : Json(rounded(value));
 }
 
+// Of a number that is never 0 when it is known.
+Json count_or_null(int value) {
+    return value == 0 ? Json(nullptr) : Json(value);
+}
+
 Json spread(const Spread& values) {
     if (values.count == 0) {
         return nullptr;
@@ -69,7 +74,7 @@ std::string_view name_of(TimeSource source) {
 Json device(const Device& known) {
     return {{"build", text_or_null(known.build)},
             {"config_file", text_or_null(known.config_file)},
-            {"chip_type", known.chip_type == 0 ? Json(nullptr) : Json(known.chip_type)},
+            {"chip_type", count_or_null(known.chip_type)},
             {"vendor_id", text_or_null(known.vendor_id)},
             {"product_id", text_or_null(known.product_id)},
             {"mac_kernel", text_or_null(known.mac_kernel)},
@@ -77,7 +82,7 @@ Json device(const Device& known) {
             {"address", text_or_null(known.address)}};
 }
 
-Json outcomes(const std::array<std::uint32_t, 4>& counts) {
+Json outcomes(const std::array<std::uint32_t, outcome_count>& counts) {
     Json object = Json::object();
     for (std::size_t i = 0; i < counts.size(); ++i) {
         object[std::string(name_of(static_cast<Outcome>(i)))] = counts[i];
@@ -97,7 +102,7 @@ Json phases(const Run& run) {
     Json list = Json::array();
     for (const Phase phase : all_phases()) {
         const auto& counts = run.verdicts.at(index_of(phase));
-        if (counts == std::array<std::uint32_t, 5>{}) {
+        if (counts == std::array<std::uint32_t, verdict_count>{}) {
             continue;
         }
         Json verdicts = Json::object();
@@ -114,30 +119,23 @@ Json phases(const Run& run) {
 
 Json sub_causes(const Run& run, Cause cause) {
     Json object = Json::object();
-    const auto& counts = run.sub_causes.at(index_of(cause));
-    for (std::size_t i = 1; i < counts.size(); ++i) {
-        if (counts.at(i) != 0) {
-            object[std::string(id_of(static_cast<SubCause>(i)))] = counts.at(i);
-        }
+    for (const auto& [sub_cause, count] : run.behind(cause)) {
+        object[std::string(id_of(sub_cause))] = count;
     }
     return object;
 }
 
 Json causes(const Run& run) {
     Json list = Json::array();
-    for (std::size_t i = 0; i < cause_count; ++i) {
-        const CauseCount& count = run.causes[i];
-        if (count.failures + count.warnings + count.unrecorded == 0) {
-            continue;
-        }
-        const auto cause = static_cast<Cause>(i);
+    for (const Cause cause : run.told_causes()) {
+        const CauseCount& count = run.count(cause);
         const CauseRow& row = row_of(cause);
         const int test_case = test_case_of(cause, run.mode);
         list.push_back({{"cause", row.id},
                         {"words", row.words},
                         {"phase", name_of(row.phase)},
-                        {"code", row.code == 0 ? Json(nullptr) : Json(row.code)},
-                        {"test_case", test_case == 0 ? Json(nullptr) : Json(test_case)},
+                        {"code", count_or_null(row.code)},
+                        {"test_case", count_or_null(test_case)},
                         {"records_each", records_of(cause, run.mode)},
                         {"failures", count.failures},
                         {"warnings", count.warnings},
@@ -218,7 +216,7 @@ Json access_points(const Run& run) {
     for (const AccessPoint& point : run.access_points) {
         list.push_back({{"bssid", text_or_null(point.bssid)},
                         {"ssid", point.ssid},
-                        {"frequency", point.frequency == 0 ? Json(nullptr) : Json(point.frequency)},
+                        {"frequency", count_or_null(point.frequency)},
                         {"times_seen", point.times_seen},
                         {"signal", spread(point.signal)}});
     }

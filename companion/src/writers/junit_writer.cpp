@@ -7,6 +7,7 @@
 #include "model/verdict.hpp"
 #include "model/weak_passes.hpp"
 #include "writers/junit_suite.hpp"
+#include "writers/run_words.hpp"
 
 #include <array>
 #include <map>
@@ -35,10 +36,6 @@ std::string excerpt(const Failure& failure) {
         text += "Concluded: standard error is not part of this console.\n";
     }
     return text;
-}
-
-bool has_failed(const Iteration& iteration) {
-    return iteration.outcome == Outcome::failed || iteration.outcome == Outcome::uncounted;
 }
 
 /// What is known of some iterations together.
@@ -137,9 +134,7 @@ private:
         if (failure.unrecorded) {
             message += " (interrupted before it was counted)";
         } else if (test_case_of(failure.cause, run_.mode) == 0) {
-            message += run_.mode == Mode::unknown
-                           ? " (the console does not tell the mode, hence not the test case)"
-                           : " (not counted in the result file)";
+            message += " (" + std::string(uncounted_words(run_)) + ")";
         }
         return {row.id, message, excerpt(failure) + look_first(failure.cause)};
     }
@@ -147,14 +142,13 @@ private:
     // Of the iterations behind those kept in detail there are counts: a test case for all of them
     // together, and one for each phase.
     void write_iterations_behind() {
-        Sum sum{run_.started - static_cast<std::uint32_t>(run_.iterations.size()),
-                run_.count(Outcome::failed) + run_.count(Outcome::uncounted),
+        Sum sum{run_.started - static_cast<std::uint32_t>(run_.iterations.size()), run_.failed(),
                 run_.count(Outcome::unfinished)};
         if (sum.all == 0) {
             return;
         }
         for (const Iteration& iteration : run_.iterations) {
-            sum.failed -= has_failed(iteration) ? 1 : 0;
+            sum.failed -= iteration.failed() ? 1 : 0;
             sum.unfinished -= iteration.outcome == Outcome::unfinished ? 1 : 0;
         }
         write_sum("iterations", sum);
@@ -164,7 +158,7 @@ private:
     }
 
     Sum sum_behind(Phase phase) const {
-        std::array<std::uint32_t, 5> counts = run_.verdicts.at(index_of(phase));
+        std::array<std::uint32_t, verdict_count> counts = run_.verdicts.at(index_of(phase));
         for (const Iteration& iteration : run_.iterations) {
             const Verdict verdict = iteration.phase(phase).verdict;
             counts.at(static_cast<std::size_t>(verdict)) -= verdict == Verdict::none ? 0 : 1;

@@ -2,9 +2,9 @@
 #include "writers/live_view.hpp"
 
 #include "common/words.hpp"
-#include "model/test_cases.hpp"
 #include "model/verdict.hpp"
-#include "model/weak_passes.hpp"
+#include "writers/run_words.hpp"
+#include "writers/summary.hpp"
 
 #include <algorithm>
 #include <cmath>
@@ -15,13 +15,6 @@ namespace wivex::report {
 namespace {
 
 constexpr std::size_t least_columns = 20;
-
-std::string words_of(const Failure& failure) {
-    const CauseRow& row = row_of(failure.cause);
-    const std::string behind(words_of(failure.sub_cause));
-    return std::string(name_of(row.phase)) + ": " + std::string(row.words) +
-           (behind.empty() ? "" : ": " + behind);
-}
 
 // The last failure that ended something, of one iteration or of all.
 const Failure* last_failure(const Run& run, std::optional<std::uint32_t> iteration = {}) {
@@ -39,14 +32,6 @@ std::string numbered(std::uint32_t number, std::uint32_t all) {
                     : text + " (" + std::to_string(number + 1) + " of " + std::to_string(all) + ")";
 }
 
-std::uint32_t failed(const Run& run) {
-    return run.count(Outcome::failed) + run.count(Outcome::uncounted);
-}
-
-std::uint32_t ended(const Run& run) {
-    return failed(run) + run.count(Outcome::passed) + run.count(Outcome::unfinished);
-}
-
 // Of a clock that is shown ticking: no part of a second.
 std::string ticking(double seconds) {
     const double whole = std::floor(seconds);
@@ -56,7 +41,7 @@ std::string ticking(double seconds) {
 
 std::string counts(const Run& run) {
     std::string text = "passed " + std::to_string(run.count(Outcome::passed)) + "   failed " +
-                       std::to_string(failed(run));
+                       std::to_string(run.failed());
     if (run.warned != 0) {
         text += "   warned " + std::to_string(run.warned);
     }
@@ -70,6 +55,30 @@ std::string bar(std::uint32_t done, std::uint32_t all, std::size_t columns) {
     std::string text = "[" + std::string(full, '#') + std::string(width - full, '.') + "] ";
     const std::string percent = std::to_string(static_cast<int>(share * 100));
     return text + std::string(3 - percent.size(), ' ') + percent + " %";
+}
+
+std::string phase_words(const Now& state, double now) {
+    if (!state.running) {
+        return "the run is over";
+    }
+    if (!state.in_iteration) {
+        return "start";
+    }
+    const std::string_view phase =
+        state.phase == Phase::none ? std::string_view("pause") : name_of(state.phase);
+    return std::string(phase) + " for " + ticking(now - state.phase_since);
+}
+
+std::string throughput_words(const Run& run, const Now& state) {
+    const bool measuring = state.phase == Phase::traffic || state.phase == Phase::serve;
+    std::string text;
+    if (measuring && state.megabits_per_second >= 0) {
+        text += "   throughput " + figure_text(state.megabits_per_second) + " Mbit/s";
+    }
+    if (run.throughput.count != 0) {
+        text += "   mean " + figure_text(run.throughput.mean()) + " Mbit/s";
+    }
+    return text;
 }
 
 // What came before on this console and did not pass.
@@ -113,10 +122,27 @@ double LiveView::seconds_left(const Progress& progress, double now) const {
     }
     const double mean = run.iteration_seconds.mean();
     const Now state = progress.now;
-    const std::uint32_t done = ended(run);
+    const std::uint32_t done = run.ended();
     const double rest = options_.iterations > done ? options_.iterations - done : 0;
     const double used = state.in_iteration ? std::min(mean, now - state.iteration_since) : 0;
     return std::max(0.0, rest * mean - used);
+}
+
+std::string LiveView::title_line(const Run& run) const {
+    std::string title = "wivex  " + std::string(title_of(run.mode));
+    if (!run.device.vendor_id.empty()) {
+        title += "  module " + run.device.vendor_id + ":" + run.device.product_id;
+    }
+    if (run.started != 0) {
+        title += "  iteration " + numbered(run.started - 1, options_.iterations);
+    }
+    return title;
+}
+
+std::string LiveView::time_line(const Progress& progress, double now) const {
+    std::string time = "time: " + ticking(now - progress.now.run_since);
+    const double left = seconds_left(progress, now);
+    return std::isnan(left) ? time : time + "   left: about " + ticking(left);
 }
 
 std::vector<std::string> LiveView::screen(const Progress& progress, double now) const {
@@ -124,49 +150,19 @@ std::vector<std::string> LiveView::screen(const Progress& progress, double now) 
     if (run == nullptr) {
         return {"wivex: waiting for the run to begin"};
     }
-    const Now state = progress.now;
-    std::vector<std::string> lines;
-    std::string title = "wivex  " + std::string(title_of(run->mode));
-    if (!run->device.vendor_id.empty()) {
-        title += "  module " + run->device.vendor_id + ":" + run->device.product_id;
-    }
-    if (run->started != 0) {
-        title += "  iteration " + numbered(run->started - 1, options_.iterations);
-    }
-    lines.push_back(title);
+    std::vector<std::string> lines{title_line(*run)};
     if (options_.iterations != 0) {
         lines.push_back(
-            bar(ended(*run), options_.iterations, std::max(options_.columns, least_columns)));
+            bar(run->ended(), options_.iterations, std::max(options_.columns, least_columns)));
     }
     lines.push_back(counts(*run));
-    std::string phase = "now: ";
-    if (!state.running) {
-        phase += "the run is over";
-    } else if (!state.in_iteration) {
-        phase += "start";
-    } else if (state.phase == Phase::none) {
-        phase += "pause for " + ticking(now - state.phase_since);
-    } else {
-        phase += std::string(name_of(state.phase)) + " for " + ticking(now - state.phase_since);
-    }
-    const bool measuring = state.phase == Phase::traffic || state.phase == Phase::serve;
-    if (measuring && state.megabits_per_second >= 0) {
-        phase += "   throughput " + figure_text(state.megabits_per_second) + " Mbit/s";
-    }
-    if (run->throughput.count != 0) {
-        phase += "   mean " + figure_text(run->throughput.mean()) + " Mbit/s";
-    }
-    lines.push_back(phase);
-    std::string time = "time: " + ticking(now - state.run_since);
-    const double left = seconds_left(progress, now);
-    if (!std::isnan(left)) {
-        time += "   left: about " + ticking(left);
-    }
-    lines.push_back(time);
+    lines.push_back("now: " + phase_words(progress.now, now) +
+                    throughput_words(*run, progress.now));
+    lines.push_back(time_line(progress, now));
     const Failure* const failure = last_failure(*run);
     if (failure != nullptr) {
         lines.push_back("last failure: iteration " + std::to_string(failure->iteration) + ", " +
-                        words_of(*failure));
+                        failure_words(*failure));
     }
     if (const std::string earlier = earlier_runs(progress.log); !earlier.empty()) {
         lines.push_back(earlier);
@@ -186,25 +182,23 @@ std::string LiveView::iteration_line(const Run& run, const Iteration& iteration)
         line += ", " + figure_text(iteration.throughput) + " Mbit/s";
     }
     if (const Failure* const failure = last_failure(run, iteration.number)) {
-        line += ", " + words_of(*failure);
+        line += ", " + failure_words(*failure);
     }
     return line;
 }
 
 // Behind the bound of the details only counts are kept.
 std::string LiveView::news_behind_details(const Run& run) {
-    const auto failed_in_detail = static_cast<std::uint32_t>(
-        std::ranges::count_if(run.iterations, [](const Iteration& iteration) {
-            return iteration.outcome == Outcome::failed || iteration.outcome == Outcome::uncounted;
-        }));
-    const std::uint32_t behind = failed(run) - failed_in_detail;
+    const auto failed_in_detail = static_cast<std::uint32_t>(std::ranges::count_if(
+        run.iterations, [](const Iteration& iteration) { return iteration.failed(); }));
+    const std::uint32_t behind = run.failed() - failed_in_detail;
     if (behind <= told_failed_behind_) {
         return {};
     }
     const std::uint32_t more = behind - told_failed_behind_;
     told_failed_behind_ = behind;
     return fitted(count_text(more, "more iteration", "more iterations") +
-                  " failed, up to iteration " + std::to_string(ended(run) - 1)) +
+                  " failed, up to iteration " + std::to_string(run.ended() - 1)) +
            "\n";
 }
 
@@ -228,7 +222,7 @@ std::string LiveView::news(const Progress& progress) {
             text += fitted(iteration_line(*run, iteration)) + "\n";
         }
     }
-    if (run->iterations.size() < ended(*run)) {
+    if (run->iterations.size() < run->ended()) {
         text += news_behind_details(*run);
     }
     return text;
@@ -252,78 +246,6 @@ std::string LiveView::finish(const Progress& progress) {
     std::string text = options_.redraw ? erase() : "";
     drawn_ = 0;
     return text + news(progress) + summary(progress.log);
-}
-
-namespace {
-
-std::string behind(const Run& run, Cause cause) {
-    std::string text;
-    const auto& counts = run.sub_causes.at(index_of(cause));
-    for (std::size_t i = 1; i < counts.size(); ++i) {
-        if (counts.at(i) != 0) {
-            text += std::string(text.empty() ? ": " : ", ") +
-                    std::string(words_of(static_cast<SubCause>(i))) + " (" +
-                    std::to_string(counts.at(i)) + ")";
-        }
-    }
-    return text;
-}
-
-std::string summary_of_causes(const Run& run) {
-    std::string text;
-    for (std::size_t i = 0; i < cause_count; ++i) {
-        const CauseCount& count = run.causes[i];
-        if (count.failures + count.warnings != 0) {
-            const CauseRow& row = row_of(static_cast<Cause>(i));
-            text += "  " + std::to_string(count.failures + count.warnings) + " x " +
-                    std::string(name_of(row.phase)) + ": " + std::string(row.words) +
-                    behind(run, static_cast<Cause>(i)) + (count.failures == 0 ? " (warning)" : "") +
-                    "\n";
-        }
-    }
-    return text;
-}
-
-} // namespace
-
-std::string summary(const Run& run) {
-    const Judgement judgement = judge(run);
-    std::string text = std::string(title_of(run.mode)) + ": " + verdict_sentence(run) + " (" +
-                       std::string(name_of(run.end)) + ")\n";
-    for (const TestCaseCount& row : test_cases_of(run)) {
-        if (row.failures != 0) {
-            text += "  test case " + std::to_string(row.number) + " (" + std::string(row.title) +
-                    "): " + count_text(row.failures, "failure", "failures") + " recorded\n";
-        }
-    }
-    text += summary_of_causes(run);
-    // The first one stands in the sentence above.
-    for (std::size_t i = 1; i < judgement.missing.size(); ++i) {
-        text += "  not passed: " + judgement.missing[i] + "\n";
-    }
-    for (const std::string& weak : weak_passes(run)) {
-        text += "  note: " + weak + "\n";
-    }
-    if (run.failures_without_test_case() != 0) {
-        text += "  the console does not tell the mode: give it with --mode\n";
-    }
-    if (run.throughput.count != 0) {
-        text += "  throughput " + figure_text(run.throughput.least) + " to " +
-                figure_text(run.throughput.most) + " Mbit/s, mean " +
-                figure_text(run.throughput.mean()) + "\n";
-    }
-    return text;
-}
-
-std::string summary(const Log& log) {
-    std::string text;
-    for (const Run& run : log.runs) {
-        text += summary(run);
-    }
-    if (log.runs.size() > 1) {
-        text += verdict_sentence(log) + "\n";
-    }
-    return text;
 }
 
 } // namespace wivex::report

@@ -37,6 +37,8 @@ private:
     std::string news(const Progress& progress);
     std::string news_behind_details(const Run& run);
     std::string iteration_line(const Run& run, const Iteration& iteration) const;
+    std::string title_line(const Run& run) const;
+    std::string time_line(const Progress& progress, double now) const;
     std::vector<std::string> screen(const Progress& progress, double now) const;
     std::string erase() const;
     std::string fitted(std::string line) const;
@@ -49,11 +51,5 @@ private:
     /// Failed iterations behind those that are kept in detail.
     std::uint32_t told_failed_behind_ = 0;
 };
-
-/// The run in a few plain lines, for the end of a terminal session.
-std::string summary(const Run& run);
-
-/// The same of all runs of a console, and the verdict on them together.
-std::string summary(const Log& log);
 
 } // namespace wivex::report

@@ -10,14 +10,27 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <array>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
+#include <string_view>
 
 namespace wivex::report {
 
 namespace {
+
+struct Format {
+    std::string_view file;
+    std::string (*write)(const Log&);
+};
+
+constexpr auto formats = std::to_array<Format>({
+    {"run.json", write_json},
+    {"junit.xml", write_junit},
+    {"report.html", write_html},
+});
 
 // Written beside its place and renamed: a reader never sees half a file, and a full disk leaves
 // the one before.
@@ -44,14 +57,14 @@ std::string write_report(const Log& log, const std::string& directory) {
     if (error) {
         return "cannot make " + directory + ": " + error.message();
     }
-    std::string problem = write_file(directory + "/run.json", write_json(log));
-    if (problem.empty()) {
-        problem = write_file(directory + "/junit.xml", write_junit(log));
+    for (const Format& format : formats) {
+        std::string problem =
+            write_file(directory + "/" + std::string(format.file), format.write(log));
+        if (!problem.empty()) {
+            return problem;
+        }
     }
-    if (problem.empty()) {
-        problem = write_file(directory + "/report.html", write_html(log));
-    }
-    return problem;
+    return {};
 }
 
 } // namespace wivex::report
