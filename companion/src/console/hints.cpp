@@ -13,7 +13,7 @@ struct Hint {
     SubCause sub_cause;
 };
 
-// Behind the priority of an event.
+// Stands behind the priority of an event.
 constexpr std::array<Hint, 8> event_hints{{
     {"CTRL-EVENT-NETWORK-NOT-FOUND", SubCause::access_point_absent},
     {"CTRL-EVENT-ASSOC-REJECT", SubCause::association_refused},

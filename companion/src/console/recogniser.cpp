@@ -7,7 +7,7 @@ namespace wivex::report {
 
 namespace {
 
-// A shorter text, or a row of dashes, may end a line of anybody; a shorter line holds none.
+// Any program's line may end in a shorter text, or in dashes; no shorter line holds a text.
 constexpr std::size_t shortest_displaced_text = 11;
 
 bool stands_at_start(Shape shape) {

@@ -9,20 +9,8 @@ namespace wivex::report {
 
 namespace {
 
+using namespace columns;
 using namespace tells;
-
-constexpr auto whole = Shape::whole;
-constexpr auto begins = Shape::begins;
-constexpr auto open = Shape::open;
-constexpr auto ends = Shape::ends;
-constexpr auto inside = Shape::inside;
-
-constexpr auto no_cause = Cause::none;
-constexpr auto any_mode = Mode::unknown;
-constexpr auto legacy = Mode::legacy;
-constexpr auto device = Mode::device;
-constexpr auto client = Mode::client;
-constexpr auto go = Mode::go;
 
 // Columns: shape, text, what it tells, phase, cause, mode, trait.
 constexpr auto texts = std::to_array<TextRow>({
@@ -88,9 +76,9 @@ constexpr auto texts = std::to_array<TextRow>({
     // Addresses and traffic, in several modes
     {begins, "Executing dhclient...", enter, Phase::dhcp},
     {begins, "udhcpc -i ", enter, Phase::dhcp},
-    {begins, "udhcpc: lease of ", own_address, Phase::none, no_cause, any_mode, Trait::anybodys},
+    {begins, "udhcpc: lease of ", own_address, no_phase, no_cause, any_mode, Trait::anybodys},
     {begins, "Fail to run dhclient!!!", enter, Phase::dhcp},
-    // Whether this ends the test is the mode's: the legacy mode goes on.
+    // The mode decides whether this ends the test: the legacy mode goes on.
     {begins, "Fail to start udhcpc!!!", fail, Phase::dhcp, Cause::dhcp_client},
     {begins, "Command to udhcpc is successful", pass, Phase::dhcp},
     {begins, "IPERF not set in conf. file!!"},
@@ -156,21 +144,21 @@ constexpr auto texts = std::to_array<TextRow>({
      Cause::client_not_connected, go},
 
     // nl80211 scan
-    {whole, "[WIFI]SCAN STARTED", enter, Phase::scan, no_cause, Mode::scan},
-    {begins, "[WIFI]First time dump ", enter, Phase::scan, no_cause, Mode::scan},
+    {whole, "[WIFI]SCAN STARTED", enter, Phase::scan, no_cause, scan},
+    {begins, "[WIFI]First time dump ", enter, Phase::scan, no_cause, scan},
     {begins, "[WIFI]File: "},
-    {begins, "[WIFI]Should not happend ", enter, Phase::scan, no_cause, Mode::scan},
-    {begins, "[WIFI]Failed to allocate netlink socket.", enter, Phase::scan, no_cause, Mode::scan},
-    {begins, "[WIFI]do_scan_trigger() failed with ", enter, Phase::scan, no_cause, Mode::scan},
-    {begins, "[WIFI]\"/tmp/output\"File open error", enter, Phase::scan, no_cause, Mode::scan},
-    {begins, "[WIFI]\"/tmp/output\"File write error", enter, Phase::scan, no_cause, Mode::scan},
-    {begins, "[WIFI]nlmsg_alloc failed", enter, Phase::scan, no_cause, Mode::scan},
+    {begins, "[WIFI]Should not happend ", enter, Phase::scan, no_cause, scan},
+    {begins, "[WIFI]Failed to allocate netlink socket.", enter, Phase::scan, no_cause, scan},
+    {begins, "[WIFI]do_scan_trigger() failed with ", enter, Phase::scan, no_cause, scan},
+    {begins, "[WIFI]\"/tmp/output\"File open error", enter, Phase::scan, no_cause, scan},
+    {begins, "[WIFI]\"/tmp/output\"File write error", enter, Phase::scan, no_cause, scan},
+    {begins, "[WIFI]nlmsg_alloc failed", enter, Phase::scan, no_cause, scan},
     {begins, "[WIFI]nl_send_auto_complete failed from "},
-    {begins, "[WIFI]NL80211_CMD_GET_SCAN sent ", enter, Phase::scan, no_cause, Mode::scan},
-    {begins, "[WIFI]NL80211_CMD_TRIGGER_SCAN sent ", enter, Phase::scan, no_cause, Mode::scan},
+    {begins, "[WIFI]NL80211_CMD_GET_SCAN sent ", enter, Phase::scan, no_cause, scan},
+    {begins, "[WIFI]NL80211_CMD_TRIGGER_SCAN sent ", enter, Phase::scan, no_cause, scan},
     {begins, "ERROR: nl_recvmsgs_default() returned "},
-    {begins, "ERROR: NL80211_CMD_", enter, Phase::scan, no_cause, Mode::scan},
-    {begins, "ERROR: Failed to allocate netlink ", enter, Phase::scan, no_cause, Mode::scan},
+    {begins, "ERROR: NL80211_CMD_", enter, Phase::scan, no_cause, scan},
+    {begins, "ERROR: Failed to allocate netlink ", enter, Phase::scan, no_cause, scan},
     {begins, "[WIFI]Waiting for scan to complete..."},
     {begins, "[WIFI]ERROR: nl_recvmsgs() returned "},
     {begins, "[WIFI]ERROR: Kernel aborted scan."},
@@ -180,21 +168,19 @@ constexpr auto texts = std::to_array<TextRow>({
     {begins, "[WIFI]Number of scan APs coming more than "},
     {begins, "[WIFI]bss info missing!"},
     {begins, "[WIFI]failed to parse nested attributes!"},
-    {begins, "[WIFI]Number of APs founds are ", names_follow, Phase::scan, no_cause, Mode::scan},
-    {begins, "[WIFI]No ssid defined for check", enter, Phase::scan, no_cause, Mode::scan},
+    {begins, "[WIFI]Number of APs founds are ", names_follow, Phase::scan, no_cause, scan},
+    {begins, "[WIFI]No ssid defined for check", enter, Phase::scan, no_cause, scan},
     {begins, "SSIDS CURRENTLY AVAILABLE"},
-    {begins, "[WIFI]ssid prefix define for check=", matches_follow, Phase::scan, no_cause,
-     Mode::scan},
+    {begins, "[WIFI]ssid prefix define for check=", matches_follow, Phase::scan, no_cause, scan},
     {begins, "[WIFI]More than 50 AP coming with matching prefix"},
-    {begins, "[WIFI]APs found with matching prefix are ", enter, Phase::scan, no_cause, Mode::scan},
-    {begins, "[WIFI]AP with prefix not found", warn, Phase::scan, Cause::prefix_not_found,
-     Mode::scan},
-    {begins, "[WIFI]AP scan result dump to file ", enter, Phase::scan, no_cause, Mode::scan},
+    {begins, "[WIFI]APs found with matching prefix are ", enter, Phase::scan, no_cause, scan},
+    {begins, "[WIFI]AP with prefix not found", warn, Phase::scan, Cause::prefix_not_found, scan},
+    {begins, "[WIFI]AP scan result dump to file ", enter, Phase::scan, no_cause, scan},
     {begins, "[WIFI]not able to open file"},
-    {whole, "[WIFI]SCAN SUCCESS", pass, Phase::scan, no_cause, Mode::scan},
+    {whole, "[WIFI]SCAN SUCCESS", pass, Phase::scan, no_cause, scan},
     {whole, "[WIFI]SCAN SUCCESS AND RUN IN SHIELD ROOM", warn, Phase::scan, Cause::listing_empty,
-     Mode::scan},
-    {whole, "[WIFI]SCAN FAIL", fail, Phase::scan, Cause::scan_failed, Mode::scan},
+     scan},
+    {whole, "[WIFI]SCAN FAIL", fail, Phase::scan, Cause::scan_failed, scan},
 
 });
 

@@ -9,14 +9,8 @@ namespace wivex::report {
 
 namespace {
 
+using namespace columns;
 using namespace tells;
-
-constexpr auto whole = Shape::whole;
-constexpr auto begins = Shape::begins;
-constexpr auto open = Shape::open;
-constexpr auto ends = Shape::ends;
-
-constexpr auto no_cause = Cause::none;
 
 // Columns: shape, text, what it tells, phase, cause, mode, trait.
 constexpr auto texts = std::to_array<TextRow>({
@@ -29,7 +23,7 @@ constexpr auto texts = std::to_array<TextRow>({
     {begins, "[WIFI]Reading Conf file: ", config_file},
     {begins, "[WIFI]Configuration file problem", not_started},
     {begins, "[WIFI]Unknown key value pair.."},
-    {begins, "skipping key = ", unknown_key, Phase::none, no_cause, Mode::unknown,
+    {begins, "skipping key = ", unknown_key, no_phase, no_cause, any_mode,
      Trait::on_standard_error},
     {ends, " characters, the rest is skipped"},
     {begins, "[WIFI]Pushing PIDs"},
@@ -128,8 +122,8 @@ constexpr auto texts = std::to_array<TextRow>({
     {begins, "[WIFI]### LOOPBACK FAIL ###", fail, Phase::loopback, Cause::loopback_failed},
 
     // Ends
-    {begins, "[WIFI]softAP created successfuly.", softap_end, Phase::none, no_cause, Mode::softap},
-    {begins, "[WIFI]ERROR:create softAP problem", softap_end, Phase::none, no_cause, Mode::softap},
+    {begins, "[WIFI]softAP created successfuly.", softap_end, no_phase, no_cause, softap},
+    {begins, "[WIFI]ERROR:create softAP problem", softap_end, no_phase, no_cause, softap},
     {begins, "[WIFI] Got ^C.", interrupted},
     {begins, "[WIFI] Got Kill signal...", killed},
     {begins, "[WIFI]Calling for chip --> ", killed},
@@ -138,8 +132,8 @@ constexpr auto texts = std::to_array<TextRow>({
     {begins, "[WIFI]Write to file "},
     {begins, "[WIFI]WiFi Vendor is QCA 11n. Nothing to do."},
     {begins, "[WIFI]user file name is ", result_path},
-    {open, "[WIFI]Unable to open Result File: ", result_unwritable, Phase::none, no_cause,
-     Mode::unknown, Trait::on_standard_error},
+    {open, "[WIFI]Unable to open Result File: ", result_unwritable, no_phase, no_cause, any_mode,
+     Trait::on_standard_error},
     {begins, "[WIFI]ResultFile: ", result_written},
     {begins, "[WIFI]Unable to write Result File: ", results_lost},
     {begins, "[WIFI]Unable to write results", results_lost},

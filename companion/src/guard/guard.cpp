@@ -20,7 +20,7 @@ namespace {
 constexpr int internal_failure = 70;
 constexpr std::size_t chunk_size = std::size_t{256} * 1024;
 constexpr int pipe_size = 1024 * 1024;
-// So long the run may be held up once by a report that does not read, then it is given up.
+// A report that stops reading may hold up the run for so long, once; then it is given up.
 constexpr int patience = 5000;
 
 struct Pipe {
@@ -78,7 +78,7 @@ int read_guarded(bool pass_through, const std::function<int(int fd)>& analyse) {
     const pid_t child = make_pipe(pipe) ? fork() : -1;
     if (child == 0) {
         pipe.writing.reset();
-        // Nothing of this process stands between the tool and the other one.
+        // Only the other process reads what the tool writes.
         close(STDIN_FILENO);
         _exit(analyse(pipe.reading.get()));
     }

@@ -40,7 +40,7 @@ void add_failures(const Run& run, Words& words) {
                             " at the interrupt, before the tool counted it");
         }
     }
-    // An iteration that is told apart wrongly may hide whose failure it was.
+    // When iterations were split wrongly, it is unclear whose failure it was.
     if (run.all_failures() != 0 && run.failed() == 0) {
         words.push_back(count_text(run.all_failures(), "failure was", "failures were") +
                         " recorded");

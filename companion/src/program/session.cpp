@@ -92,7 +92,7 @@ private:
         writer_ = fork();
         if (writer_ == 0) {
             if (nice(low_priority) == -1) {
-                // Then at the priority that it has.
+                // It then runs at the priority that it has.
             }
             write_report(reader_.log(), options_.out);
             _exit(0);

@@ -70,7 +70,7 @@ public:
         }
     }
 
-    // Short words that anybody may print: only at the point where the role is awaited.
+    // Other programs print these short words too: they count only where the role is awaited.
     void operator()(const RoleTold& role) const {
         if (run_.mode == Mode::device && current_.open && current_.phase == Phase::group) {
             current_.role_known = true;

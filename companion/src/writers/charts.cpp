@@ -96,7 +96,7 @@ std::string cell(const Run& run, const Slice& slice, bool numbered, std::string_
     if (slice.iterations > 1 && slice.count(Outcome::failed) != 0) {
         const std::uint32_t bad = slice.count(Outcome::failed) + slice.count(Outcome::uncounted);
         const double share = static_cast<double>(bad) / slice.iterations;
-        // Never so little that it cannot be seen.
+        // A small share stays visible.
         attributes.emplace_back("style", "--share:max(2px," + place(share * 100) + "%)");
     }
     inner += span("sr", words);

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// junit.xml: a test case for every phase of every iteration, as CI servers and line systems read
-// it. Built so that it is valid against the commonly published schema of the format.
+// junit.xml: a test case for every phase of every iteration, as CI servers and production lines
+// read it. It is valid against the commonly published schema of the format.
 #pragma once
 
 #include "model/run.hpp"

@@ -32,7 +32,7 @@ std::string numbered(std::uint32_t number, std::uint32_t all) {
                     : text + " (" + std::to_string(number + 1) + " of " + std::to_string(all) + ")";
 }
 
-// Of a clock that is shown ticking: no part of a second.
+// A clock that ticks shows whole seconds only.
 std::string ticking(double seconds) {
     const double whole = std::floor(seconds);
     return whole < 60 ? std::to_string(static_cast<int>(std::max(0.0, whole))) + " s"
@@ -187,7 +187,7 @@ std::string LiveView::iteration_line(const Run& run, const Iteration& iteration)
     return line;
 }
 
-// Behind the bound of the details only counts are kept.
+// Of iterations that are not kept in detail, only counts are known.
 std::string LiveView::news_behind_details(const Run& run) {
     const auto failed_in_detail = static_cast<std::uint32_t>(std::ranges::count_if(
         run.iterations, [](const Iteration& iteration) { return iteration.failed(); }));

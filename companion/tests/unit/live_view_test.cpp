@@ -19,8 +19,6 @@ using testing::HasSubstr;
 using testing::Not;
 using testing::StartsWith;
 
-const std::string mixed = banner + legacy_pass + refused + legacy_pass + end;
-
 std::vector<std::string> lines_of(const std::string& text) {
     std::vector<std::string> lines;
     for (std::size_t at = 0; at < text.size();) {

@@ -26,8 +26,6 @@ using testing::HasSubstr;
 using testing::Not;
 using testing::StartsWith;
 
-const std::string mixed = banner + legacy_pass + refused + legacy_pass + end;
-
 // Several kinds of consoles, for what must hold for all of them.
 std::vector<std::string> consoles() {
     std::string endless = banner;
