@@ -2,12 +2,12 @@
 // Any bytes as a console: read in chunks of any size, shown live and reported. Besides not
 // crashing, the counts have to agree with each other and the files have to be well-formed.
 
-#include "console_texts.hpp"
-#include "html_writer.hpp"
-#include "json_writer.hpp"
-#include "junit_writer.hpp"
-#include "live_view.hpp"
+#include "console/console_texts.hpp"
 #include "reader/run_reader.hpp"
+#include "writers/html_writer.hpp"
+#include "writers/json_writer.hpp"
+#include "writers/junit_writer.hpp"
+#include "writers/live_view.hpp"
 
 #include <algorithm>
 #include <cstddef>
@@ -83,7 +83,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         console.remove_prefix(piece.size());
         now += 1.5;
         if (files) {
-            live.update(reader, now);
+            live.update(reader.progress(), now);
         }
     }
     reader.finish(now);
@@ -92,7 +92,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     }
     require(reader.log().runs.size() <= most_runs);
     if (files) {
-        live.finish(reader);
+        live.finish(reader.progress());
         check_files(reader.log());
     }
     return 0;

@@ -3,7 +3,7 @@
 // word. A test compares the two, so that they stay one.
 #pragma once
 
-#include "run_model.hpp"
+#include "model/run.hpp"
 
 #include <span>
 #include <string_view>

@@ -2,7 +2,7 @@
 // What a console shows of a run's frame: a run can only have passed when all of it is there.
 #pragma once
 
-#include "phases.hpp"
+#include "model/phases.hpp"
 
 #include <array>
 #include <cstddef>

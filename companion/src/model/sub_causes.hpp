@@ -3,7 +3,7 @@
 // supplicant stand on the console when the tool runs with -u, those of its children always.
 #pragma once
 
-#include "causes.hpp"
+#include "model/causes.hpp"
 
 #include <cstddef>
 #include <cstdint>
@@ -35,8 +35,5 @@ std::string_view words_of(SubCause sub_cause);
 
 /// Whether `sub_cause` can be what lies behind `cause`.
 bool explains(SubCause sub_cause, Cause cause);
-
-/// What a line of the supplicant or of a child tells; `SubCause::none` for all others.
-SubCause read_sub_cause(std::string_view line);
 
 } // namespace wivex::report

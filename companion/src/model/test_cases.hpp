@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
-// The test cases of the result file, as a run filled them.
+// The test cases of the result file, as a run filled them. Nobody else knows how many there are.
 #pragma once
 
-#include "run_model.hpp"
+#include "model/run.hpp"
 
 #include <cstdint>
 #include <string_view>
@@ -11,8 +11,8 @@
 namespace wivex::report {
 
 struct TestCaseCount {
-    /// 1 to `last_test_case`.
     int number = 0;
+    /// What it examines.
     std::string_view title;
     /// As the result file counts them.
     std::uint32_t failures = 0;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "model/verdict.hpp"
 
-#include "html_text.hpp"
+#include "common/words.hpp"
 #include "model/weak_passes.hpp"
 
 #include <algorithm>
@@ -12,17 +12,8 @@ namespace {
 
 using Words = std::vector<std::string>;
 
-std::string iterations_text(std::uint32_t count) {
-    return count_text(count, "iteration", "iterations");
-}
-
-std::uint32_t failed_iterations(const Run& run) {
-    return run.count(Outcome::failed) + run.count(Outcome::uncounted);
-}
-
 std::string failed_words(const Run& run) {
-    return std::to_string(failed_iterations(run)) + " of " + iterations_text(run.started) +
-           " failed";
+    return std::to_string(run.failed()) + " of " + iterations_text(run.started) + " failed";
 }
 
 std::string quoted(const NotedLines& lines) {
@@ -34,12 +25,11 @@ void add_failures(const Run& run, Words& words) {
     if (run.end == RunEnd::not_started) {
         words.emplace_back("the tool ended before its first iteration");
     }
-    if (failed_iterations(run) != 0) {
+    if (run.failed() != 0) {
         words.push_back(failed_words(run));
     }
-    for (std::size_t i = 0; i < cause_count; ++i) {
-        const auto cause = static_cast<Cause>(i);
-        const CauseCount& count = run.causes[i];
+    for (const Cause cause : run.told_causes()) {
+        const CauseCount& count = run.count(cause);
         const std::string name = std::string(row_of(cause).words);
         if (count.warnings != 0 && !is_weak_pass(cause)) {
             words.push_back(name + ": " + count_text(count.warnings, "time", "times") +
@@ -50,8 +40,8 @@ void add_failures(const Run& run, Words& words) {
                             " at the interrupt, before the tool counted it");
         }
     }
-    // An iteration that is told apart wrongly may hide whose failure it was.
-    if (run.all_failures() != 0 && failed_iterations(run) == 0) {
+    // When iterations were split wrongly, it is unclear whose failure it was.
+    if (run.all_failures() != 0 && run.failed() == 0) {
         words.push_back(count_text(run.all_failures(), "failure was", "failures were") +
                         " recorded");
     }
@@ -127,7 +117,7 @@ void add_gaps_in_iterations(const Run& run, Words& words) {
     add_unjudged_check(run, Phase::driver, true, words);
     add_unjudged_check(run, Phase::mac, false, words);
     add_unjudged_check(run, Phase::loopback, false, words);
-    const std::uint32_t accounted = run.evidence.mode_passes + failed_iterations(run);
+    const std::uint32_t accounted = run.evidence.mode_passes + run.failed();
     if (test_case_of(run.mode) != 0 && accounted < run.started) {
         words.push_back("the mode showed a pass in only " +
                         std::to_string(run.evidence.mode_passes) + " of " +

@@ -7,7 +7,7 @@
 // the tool came to its end. What cannot be judged is not known, and that is never a pass.
 #pragma once
 
-#include "run_model.hpp"
+#include "model/run.hpp"
 
 #include <string>
 #include <string_view>

@@ -1,10 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "model/weak_passes.hpp"
 
-#include "html_text.hpp"
-#include "model/test_cases.hpp"
-
-#include <array>
+#include "common/words.hpp"
 
 namespace wivex::report {
 
@@ -13,7 +10,7 @@ namespace {
 constexpr int ath6kl_chip_type = 1;
 
 std::uint32_t warnings(const Run& run, Cause cause) {
-    return run.causes.at(index_of(cause)).warnings;
+    return run.count(cause).warnings;
 }
 
 std::string times(std::uint32_t count) {
@@ -69,9 +66,8 @@ void add_traffic(const Run& run, std::vector<std::string>& list) {
 void add_dropped_codes(const Run& run, std::vector<std::string>& list) {
     const int number = test_case_of(run.mode);
     std::uint32_t dropped = 0;
-    for (std::size_t i = 0; i < cause_count; ++i) {
-        const auto cause = static_cast<Cause>(i);
-        dropped += test_case_of(cause, run.mode) == 0 ? run.causes[i].failures : 0;
+    for (const Cause cause : run.told_causes()) {
+        dropped += test_case_of(cause, run.mode) == 0 ? run.count(cause).failures : 0;
     }
     if (number == 0 || dropped == 0) {
         return;

@@ -2,7 +2,7 @@
 // Passes that prove little: the tool counts them, and the report says what they leave open.
 #pragma once
 
-#include "run_model.hpp"
+#include "model/run.hpp"
 
 #include <string>
 #include <vector>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "reader/failure_keeper.hpp"
 
-#include "printable.hpp"
+#include "common/printable.hpp"
 
 #include <algorithm>
 
@@ -12,7 +12,7 @@ namespace {
 constexpr std::size_t lines_before_failure = 6;
 constexpr int lines_after_failure = 1;
 
-// Before it is counted itself.
+// Called before the new one is counted.
 void note_iteration(CauseCount& count, std::uint32_t iteration) {
     if (count.failures + count.warnings == 0) {
         count.first_iteration = iteration;

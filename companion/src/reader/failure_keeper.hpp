@@ -2,8 +2,8 @@
 // Keeps what a reader wants to see of a failure: the lines before it and the one behind it.
 #pragma once
 
+#include "model/run.hpp"
 #include "reader/recent_lines.hpp"
-#include "run_model.hpp"
 
 #include <cstddef>
 #include <cstdint>

@@ -78,6 +78,19 @@ void OpenIteration::set_throughput() {
     }
 }
 
+bool OpenIteration::is_pass_shown(PassShown by, bool complete) const {
+    switch (by) {
+    case PassShown::by_mode:
+        return mode_passed;
+    case PassShown::by_mode_and_end:
+        return mode_passed && complete;
+    case PassShown::until_interrupted:
+        return mode_passed && !complete;
+    default:
+        return complete;
+    }
+}
+
 Outcome OpenIteration::outcome(Mode mode, bool complete) const {
     if (check_failed) {
         return Outcome::failed;
@@ -85,23 +98,7 @@ Outcome OpenIteration::outcome(Mode mode, bool complete) const {
     if (mode_failed) {
         return record.outcome;
     }
-    bool passed = complete;
-    switch (mode) {
-    case Mode::go:
-        // A group of its own is served until somebody interrupts it.
-        passed = mode_passed && !complete;
-        break;
-    case Mode::scan:
-    case Mode::legacy:
-        passed = mode_passed;
-        break;
-    case Mode::device:
-    case Mode::client:
-        passed = mode_passed && complete;
-        break;
-    default:
-        break;
-    }
+    const bool passed = is_pass_shown(row_of(mode).pass_shown, complete);
     const auto left_open = [&](Phase check) {
         return record.phase(check).verdict == Verdict::unfinished;
     };

@@ -3,7 +3,7 @@
 // what its outcome is when it ends.
 #pragma once
 
-#include "run_model.hpp"
+#include "model/run.hpp"
 
 #include <cstddef>
 #include <optional>
@@ -74,6 +74,9 @@ struct OpenIteration {
 
     /// The outcome in `mode`; `complete`: the tool has gone on behind it.
     Outcome outcome(Mode mode, bool complete) const;
+
+    /// Whether a pass was shown in this way.
+    bool is_pass_shown(PassShown by, bool complete) const;
 
     /// The failure that the mode must have told on a standard error that is not in this console:
     /// its session was closed, and the line of a pass did not come.

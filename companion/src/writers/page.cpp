@@ -1,21 +1,36 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "writers/page.hpp"
 
-#include "html_text.hpp"
+#include "writers/html_text.hpp"
 
 namespace wivex::report {
 
-std::string card(std::string_view id, std::string_view title, const std::string& inner) {
-    return R"(<section class="card" id=")" + std::string(id) + "\">\n<h3>" + std::string(title) +
-           "</h3>\n" + inner + "</section>\n";
+std::string verdict_heading(std::string_view kind, std::string_view sentence) {
+    return element("h2", {{"class", "verdict " + std::string(kind)}}, escaped(sentence)) + "\n";
 }
 
-std::string plural_iterations(std::uint32_t count) {
-    return count_text(count, "iteration", "iterations");
+std::string card(std::string_view id, std::string_view title, const std::string& markup) {
+    return element("section", {{"class", "card"}, {"id", id}},
+                   "\n" + element("h3", title) + "\n" + markup) +
+           "\n";
 }
 
 std::string paragraph(std::string_view kind, const std::string& markup) {
-    return "<p class=\"" + std::string(kind) + "\">" + markup + "</p>\n";
+    return element("p", {{"class", kind}}, markup) + "\n";
+}
+
+std::string span(std::string_view kind, const std::string& markup) {
+    return element("span", {{"class", kind}}, markup);
+}
+
+std::string number_head(std::string_view title) {
+    return element("th", {{"class", "number"}}, title);
+}
+
+std::string table(const Attributes& attributes, const std::string& heads, const std::string& rows) {
+    return element("table", attributes,
+                   element("thead", element("tr", heads)) + element("tbody", "\n" + rows)) +
+           "\n";
 }
 
 } // namespace wivex::report

@@ -2,7 +2,7 @@
 // The part of the page that shows what failed: by cause, with the console lines that tell it.
 #pragma once
 
-#include "run_model.hpp"
+#include "model/run.hpp"
 
 #include <string>
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "writers/page_figures.hpp"
 
-#include "charts.hpp"
-#include "html_text.hpp"
+#include "common/words.hpp"
+#include "writers/charts.hpp"
 #include "writers/page.hpp"
 
 #include <cmath>
@@ -22,9 +22,8 @@ std::string verdict_counts(const Run& run, Phase phase) {
     std::string text;
     const auto add = [&](Verdict verdict, std::string_view style, std::string_view words) {
         if (count(verdict) != 0) {
-            text += (text.empty() ? "" : ", ");
-            text += "<span class=\"" + std::string(style) + "\">" + std::to_string(count(verdict)) +
-                    " " + std::string(words) + "</span>";
+            text += (text.empty() ? "" : ", ") +
+                    span(style, std::to_string(count(verdict)) + " " + std::string(words));
         }
     };
     add(Verdict::failed, "bad", "failed");
@@ -66,34 +65,33 @@ std::string trend_words(const Trend& trend, std::string_view unit) {
 }
 
 std::string number_cell(std::string_view label, const std::string& value) {
-    return R"(<td class="number" data-name=")" + std::string(label) + R"(">)" + value + "</td>";
+    return element("td", {{"class", "number"}, {"data-name", label}}, value);
+}
+
+std::string phase_cells(const Run& run, Phase phase) {
+    const Series& series = run.phase_series.at(index_of(phase));
+    if (series.empty()) {
+        return element("td", {{"class", "wide"}}, "") + number_cell("least", "") +
+               number_cell("median", "") + number_cell("95 %", "") + number_cell("most", "");
+    }
+    const Sample& most = series.most();
+    const std::string drawn =
+        most.value < shortest_drawn
+            ? ""
+            : curve(seconds_points(run, phase), run.started, {name_of(phase), "s"}, true);
+    return element("td", {{"class", "wide"}}, drawn) +
+           number_cell("least", duration_text(series.least().value)) +
+           number_cell("median", duration_text(series.median())) +
+           number_cell("95 %", duration_text(series.quantile(0.95))) +
+           number_cell("most", duration_text(most.value) + " " +
+                                   element("small", "in " + std::to_string(most.iteration)));
 }
 
 std::string phase_row(const Run& run, Phase phase) {
-    const Series& series = run.phase_series.at(index_of(phase));
-    const std::string name(name_of(phase));
-    std::string text = "<tr><th scope=\"row\">" + name + "</th><td class=\"verdicts\">" +
-                       verdict_counts(run, phase) + "</td>";
-    if (run.times == TimeSource::none) {
-        return text + "</tr>\n";
-    }
-    if (series.empty()) {
-        return text + R"(<td class="wide"></td>)" + number_cell("least", "") +
-               number_cell("median", "") + number_cell("95 %", "") + number_cell("most", "") +
-               "</tr>\n";
-    }
-    const Sample& most = series.most();
-    text += "<td class=\"wide\">" +
-            (most.value < shortest_drawn
-                 ? ""
-                 : curve(seconds_points(run, phase), run.started, {name, "s"}, true)) +
-            "</td>";
-    return text + number_cell("least", duration_text(series.least().value)) +
-           number_cell("median", duration_text(series.median())) +
-           number_cell("95 %", duration_text(series.quantile(0.95))) +
-           number_cell("most", duration_text(most.value) + " <small>in " +
-                                   std::to_string(most.iteration) + "</small>") +
-           "</tr>\n";
+    const std::string cells = element("th", {{"scope", "row"}}, name_of(phase)) +
+                              element("td", {{"class", "verdicts"}}, verdict_counts(run, phase));
+    return element("tr", run.times == TimeSource::none ? cells : cells + phase_cells(run, phase)) +
+           "\n";
 }
 
 std::string drifting_phases(const Run& run) {
@@ -116,19 +114,18 @@ std::string drifting_phases(const Run& run) {
 
 std::string phases_card(const Run& run, const std::string& prefix) {
     const bool timed = run.times != TimeSource::none;
-    std::string text = "<table class=\"phases\"><thead><tr><th>Phase</th><th>Verdicts</th>";
+    std::string heads = element("th", "Phase") + element("th", "Verdicts");
     if (timed) {
-        text += "<th>Time over the iterations</th><th class=\"number\">Least</th>"
-                "<th class=\"number\">Median</th><th class=\"number\">95 %</th>"
-                "<th class=\"number\">Most</th>";
+        heads += element("th", "Time over the iterations") + number_head("Least") +
+                 number_head("Median") + number_head("95 %") + number_head("Most");
     }
-    text += "</tr></thead><tbody>\n";
+    std::string rows;
     for (const Phase phase : all_phases()) {
         if (!verdict_counts(run, phase).empty()) {
-            text += phase_row(run, phase);
+            rows += phase_row(run, phase);
         }
     }
-    text += "</tbody></table>\n" + drifting_phases(run);
+    std::string text = table({{"class", "phases"}}, heads, rows) + drifting_phases(run);
     text += timed ? paragraph("soft", "95 % of the times are not above the figure of that column. "
                                       "Behind the longest time stands its iteration.")
                   : paragraph("soft", "Times are unknown: this console was read after the run and "
@@ -147,7 +144,7 @@ std::string throughput_card(const Run& run, const std::string& prefix) {
                               figure_text(series.median()) + ", 95th percentile " +
                               figure_text(series.quantile(0.95)) + ", most " +
                               figure_text(series.most().value) + " Mbit/s in " +
-                              plural_iterations(run.throughput.count) + ".");
+                              iterations_text(run.throughput.count) + ".");
     text += trend_words(series.trend(), "Mbit/s");
     return card(prefix + "throughput", "Throughput, Mbit/s", text);
 }

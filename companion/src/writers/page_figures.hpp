@@ -2,7 +2,7 @@
 // The parts of the page that show figures: phases and their times, throughput.
 #pragma once
 
-#include "run_model.hpp"
+#include "model/run.hpp"
 
 #include <string>
 

@@ -127,7 +127,7 @@ void join(std::span<const Recording> recordings, const Take& take) {
             take({"two runs", one.console + other.console, good, 2});
             const std::vector<std::string_view> lines = lines_of(one.console);
             std::string cut;
-            // Of a run that has left nothing, not even its banner, nobody can know.
+            // When a run has left nothing, not even its banner, nobody can know of it.
             const std::size_t kept = std::max<std::size_t>(2, lines.size() * step / (partners + 1));
             for (std::size_t line = 0; line < std::min(kept, lines.size()); ++line) {
                 cut += lines[line];

@@ -2,7 +2,7 @@
 // No line of the tool passes in silence: every text that its source prints stands in the report's
 // table, or here by name with the reason why it means nothing.
 
-#include "recogniser.hpp"
+#include "console/recogniser.hpp"
 #include "source_texts.hpp"
 
 #include <gmock/gmock.h>

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // Where to look first: the report and docs/failure-codes.md say the same, word for word.
 
+#include "console/hints.hpp"
 #include "consoles.hpp"
 #include "model/advice.hpp"
 
@@ -65,16 +66,16 @@ bool refers_to_another_place(const DocumentRow& row) {
            row.look_at == "see above";
 }
 
+bool says(const DocumentRow& known, const AdviceRow& row) {
+    return known.look_at == row.look_at && known.console.find(row.text) != std::string::npos;
+}
+
 TEST(Advice, stands_in_the_document_beside_its_console_text) {
     const std::vector<DocumentRow> document = document_rows();
     ASSERT_GT(document.size(), 50U);
     for (const AdviceRow& row : advice_rows()) {
         EXPECT_TRUE(std::ranges::any_of(document,
-                                        [&](const DocumentRow& known) {
-                                            return known.look_at == row.look_at &&
-                                                   known.console.find(row.text) !=
-                                                       std::string::npos;
-                                        }))
+                                        [&](const DocumentRow& known) { return says(known, row); }))
             << row.text << ": " << row.look_at;
     }
 }
@@ -83,11 +84,7 @@ TEST(Advice, of_the_document_is_all_known) {
     for (const DocumentRow& known : document_rows()) {
         EXPECT_TRUE(refers_to_another_place(known) ||
                     std::ranges::any_of(advice_rows(),
-                                        [&](const AdviceRow& row) {
-                                            return known.look_at == row.look_at &&
-                                                   known.console.find(row.text) !=
-                                                       std::string::npos;
-                                        }))
+                                        [&](const AdviceRow& row) { return says(known, row); }))
             << known.console << ": " << known.look_at;
     }
 }

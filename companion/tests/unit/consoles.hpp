@@ -72,6 +72,9 @@ inline const std::string clean_up =
 
 inline const std::string end = "[WIFI]ResultFile: /root/WIFIResult Updated\n" + clean_up;
 
+// An iteration that fails between two that pass.
+inline const std::string mixed = banner + legacy_pass + refused + legacy_pass + end;
+
 inline const std::string interrupt =
     "[WIFI] Got ^C. Writing results to file before quitting.Please hold on...\n"
     "[WIFI]ResultFile: /root/WIFIResult Updated\n"

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "figures.hpp"
+#include "console/figures.hpp"
+#include "console/time_stamps.hpp"
 
 #include <gtest/gtest.h>
 

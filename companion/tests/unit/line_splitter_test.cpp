@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "line_splitter.hpp"
+#include "console/line_splitter.hpp"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -2,7 +2,7 @@
 // What a terminal shows while a run goes on, and at its end.
 
 #include "consoles.hpp"
-#include "live_view.hpp"
+#include "writers/live_view.hpp"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -18,8 +18,6 @@ using namespace wivex::report;
 using testing::HasSubstr;
 using testing::Not;
 using testing::StartsWith;
-
-const std::string mixed = banner + legacy_pass + refused + legacy_pass + end;
 
 std::vector<std::string> lines_of(const std::string& text) {
     std::vector<std::string> lines;
@@ -38,7 +36,7 @@ TEST(LiveView, fits_a_terminal_of_80_columns) {
     reader.feed(refused, 20);
     reader.feed(checks_pass + scan_and_associate + take_address, 40);
     reader.feed("[  3]  0.0- 1.0 sec  11.0 MBytes  92.3 Mbits/sec\n", 41);
-    const std::string text = view.update(reader, 44);
+    const std::string text = view.update(reader.progress(), 44);
     EXPECT_THAT(text, HasSubstr("legacy WLAN"));
     EXPECT_THAT(text, HasSubstr("iteration 2 (3 of 500)"));
     EXPECT_THAT(text, HasSubstr("passed 1   failed 1"));
@@ -54,8 +52,9 @@ TEST(LiveView, redraws_over_what_it_drew) {
     RunReader reader;
     LiveView view({0, true, 80});
     reader.feed(banner + checks_pass);
-    const std::size_t drawn = lines_of(view.update(reader, 0)).size();
-    EXPECT_THAT(view.update(reader, 1), StartsWith("\r\x1b[" + std::to_string(drawn) + "A\x1b[J"));
+    const std::size_t drawn = lines_of(view.update(reader.progress(), 0)).size();
+    EXPECT_THAT(view.update(reader.progress(), 1),
+                StartsWith("\r\x1b[" + std::to_string(drawn) + "A\x1b[J"));
 }
 
 TEST(LiveView, prints_plain_lines_where_there_is_no_terminal) {
@@ -63,10 +62,10 @@ TEST(LiveView, prints_plain_lines_where_there_is_no_terminal) {
     LiveView view({3, false, 80});
     reader.feed(banner + legacy_pass, 0);
     reader.feed(refused, 20);
-    std::string text = view.update(reader, 20);
+    std::string text = view.update(reader.progress(), 20);
     EXPECT_EQ(text, "iteration 0 (1 of 3) passed, 0 s, 94.0 Mbit/s\n");
     reader.feed(end, 40);
-    text = view.update(reader, 40);
+    text = view.update(reader.progress(), 40);
     EXPECT_EQ(text, "iteration 1 (2 of 3) failed, 0 s, scan: SCAN refused\n");
     EXPECT_THAT(text, Not(HasSubstr("\x1b")));
 }
@@ -76,9 +75,10 @@ TEST(LiveView, ends_with_a_summary) {
     LiveView view({0, false, 80});
     reader.feed(mixed);
     reader.finish();
-    EXPECT_THAT(view.finish(reader), HasSubstr("legacy WLAN: 1 of 3 iterations failed (finished)\n"
-                                               "  test case 8 (legacy WLAN): 1 failure recorded\n"
-                                               "  1 x scan: SCAN refused\n"));
+    EXPECT_THAT(view.finish(reader.progress()),
+                HasSubstr("legacy WLAN: 1 of 3 iterations failed (finished)\n"
+                          "  test case 8 (legacy WLAN): 1 failure recorded\n"
+                          "  1 x scan: SCAN refused\n"));
 }
 
 TEST(LiveView, tells_failures_behind_the_iterations_kept_in_detail) {
@@ -88,19 +88,21 @@ TEST(LiveView, tells_failures_behind_the_iterations_kept_in_detail) {
     for (std::size_t i = 0; i < most_detailed_iterations + 3; ++i) {
         reader.feed(legacy_pass);
     }
-    view.update(reader, 0);
+    view.update(reader.progress(), 0);
     reader.feed(refused + refused + checks_pass);
-    EXPECT_EQ(view.update(reader, 1), "2 more iterations failed, up to iteration 5004\n");
-    EXPECT_EQ(view.update(reader, 2), "");
+    EXPECT_EQ(view.update(reader.progress(), 1),
+              "2 more iterations failed, up to iteration 5004\n");
+    EXPECT_EQ(view.update(reader.progress(), 2), "");
 }
 
 TEST(LiveView, remembers_that_an_earlier_run_did_not_pass) {
     RunReader reader;
     LiveView view({0, true, 80});
     reader.feed(banner + refused + end + banner + legacy_pass + end);
-    EXPECT_THAT(view.update(reader, 0), HasSubstr("1 earlier run of this console did not pass"));
+    EXPECT_THAT(view.update(reader.progress(), 0),
+                HasSubstr("1 earlier run of this console did not pass"));
     reader.finish();
-    EXPECT_THAT(view.finish(reader), testing::EndsWith("2 runs: 1 failed, 1 passed\n"));
+    EXPECT_THAT(view.finish(reader.progress()), testing::EndsWith("2 runs: 1 failed, 1 passed\n"));
 }
 
 } // namespace

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "printable.hpp"
+#include "common/printable.hpp"
 
 #include <gtest/gtest.h>
 

@@ -121,13 +121,13 @@ TEST(RunReader, goes_on_past_midnight) {
 TEST(RunReader, tells_the_phase_that_is_under_way) {
     RunReader reader({Mode::unknown, true});
     reader.feed(banner + checks_pass + scan_and_associate + "Executing dhclient...\n", 5);
-    EXPECT_TRUE(reader.now().in_iteration);
-    EXPECT_EQ(reader.now().phase, Phase::dhcp);
+    EXPECT_TRUE(reader.progress().now.in_iteration);
+    EXPECT_EQ(reader.progress().now.phase, Phase::dhcp);
     reader.feed("Command to udhcpc is successful...\n", 7);
-    EXPECT_EQ(reader.now().phase, Phase::traffic);
-    EXPECT_DOUBLE_EQ(reader.now().phase_since, 7);
+    EXPECT_EQ(reader.progress().now.phase, Phase::traffic);
+    EXPECT_DOUBLE_EQ(reader.progress().now.phase_since, 7);
     reader.feed("[  3]  0.0- 1.0 sec  11.0 MBytes  92.3 Mbits/sec\n", 8);
-    EXPECT_DOUBLE_EQ(reader.now().megabits_per_second, 92.3F);
+    EXPECT_DOUBLE_EQ(reader.progress().now.megabits_per_second, 92.3F);
 }
 
 // ---- Bounds

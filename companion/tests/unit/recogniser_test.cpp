@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "recogniser.hpp"
+#include "console/recogniser.hpp"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -16,8 +16,8 @@ using namespace wivex::report;
 std::vector<std::string> texts_in(std::string_view line) {
     static Recogniser recogniser;
     std::vector<std::string> texts;
-    for (const Finding& finding : recogniser.read(line)) {
-        texts.emplace_back(finding.row->text);
+    for (const Match& match : recogniser.read(line)) {
+        texts.emplace_back(match.row->text);
     }
     return texts;
 }
@@ -40,9 +40,9 @@ TEST(Recogniser, prefers_the_longer_of_two_texts) {
 
 TEST(Recogniser, hands_out_what_follows_a_text) {
     Recogniser recogniser;
-    const auto findings = recogniser.read("[WIFI]Chip type is = 5");
-    ASSERT_EQ(findings.size(), 1U);
-    EXPECT_EQ(findings[0].argument, "5");
+    const auto matches = recogniser.read("[WIFI]Chip type is = 5");
+    ASSERT_EQ(matches.size(), 1U);
+    EXPECT_EQ(matches[0].argument, "5");
 }
 
 TEST(Recogniser, finds_two_texts_in_a_line_when_the_first_has_no_newline) {

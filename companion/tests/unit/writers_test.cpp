@@ -2,12 +2,12 @@
 // What the report's files hold, read back with the parsers of their formats.
 
 #include "consoles.hpp"
-#include "html_writer.hpp"
-#include "json_writer.hpp"
 #include "junit_schema.hpp"
-#include "junit_writer.hpp"
 #include "model/verdict.hpp"
-#include "report_files.hpp"
+#include "writers/html_writer.hpp"
+#include "writers/json_writer.hpp"
+#include "writers/junit_writer.hpp"
+#include "writers/report_files.hpp"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -25,8 +25,6 @@ using namespace wivex::report;
 using testing::HasSubstr;
 using testing::Not;
 using testing::StartsWith;
-
-const std::string mixed = banner + legacy_pass + refused + legacy_pass + end;
 
 // Several kinds of consoles, for what must hold for all of them.
 std::vector<std::string> consoles() {

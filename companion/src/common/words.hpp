@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: Apache-2.0
+// Numbers and times in words, as a reader likes them.
+#pragma once
+
+#include <cstdint>
+#include <ctime>
+#include <string>
+#include <string_view>
+
+namespace wivex::report {
+
+/// "0.4 s", "12.3 s", "3 min 12 s", "2 h 05 min"; "unknown" for a value that is not a number.
+std::string duration_text(double seconds);
+
+/// A number with as many places as its size deserves: "94.1", "0.42", "1200".
+std::string figure_text(double value);
+
+/// "1 failure", "3 failures".
+std::string count_text(std::uint64_t count, std::string_view singular, std::string_view plural);
+
+/// "1 iteration", "3 iterations".
+std::string iterations_text(std::uint64_t count);
+
+/// Seconds since 1970 as "YYYY-MM-DD hh:mm:ss" in local time.
+std::string local_time(std::time_t seconds);
+
+} // namespace wivex::report

@@ -1,0 +1,102 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "writers/html_writer.hpp"
+
+#include "common/words.hpp"
+#include "writers/html_text.hpp"
+#include "writers/page.hpp"
+#include "writers/page_facts.hpp"
+#include "writers/page_failures.hpp"
+#include "writers/page_figures.hpp"
+#include "writers/page_overview.hpp"
+#include "writers/page_style.hpp"
+#include "writers/page_verdict.hpp"
+
+namespace wivex::report {
+
+namespace {
+
+std::string run_section(const Run& run, std::size_t number, bool only) {
+    const std::string prefix = only ? "" : "run" + std::to_string(number) + "-";
+    const Judgement judgement = judge(run);
+    std::string text = "\n" + verdict_part(run, judgement, prefix);
+    if (run.started != 0) {
+        text += tiles(run) + timeline_card(run, prefix) + failures_card(run, prefix) +
+                test_cases_card(run, judgement.is_green(), prefix) + throughput_card(run, prefix) +
+                phases_card(run, prefix) + access_points_card(run, prefix);
+    }
+    text += facts_card(run, prefix);
+    return element("div", {{"class", "run"}, {"id", prefix + "run"}}, text) + "\n";
+}
+
+std::string left_out(const Log& log) {
+    if (log.dropped_runs == 0) {
+        return "";
+    }
+    std::string text = count_text(log.dropped_runs, "earlier run", "earlier runs") +
+                       " on this console are left out";
+    const char* between = ": ";
+    for (std::size_t i = 0; i < run_verdict_count; ++i) {
+        if (log.dropped_verdicts[i] != 0) {
+            text += between + std::to_string(log.dropped_verdicts[i]) + " " +
+                    std::string(name_of(static_cast<RunVerdict>(i)));
+            between = ", ";
+        }
+    }
+    const bool all_passed =
+        log.dropped_verdicts[static_cast<std::size_t>(RunVerdict::passed)] == log.dropped_runs;
+    return paragraph(all_passed ? "soft" : "bad", text + ".");
+}
+
+std::string run_list(const Log& log) {
+    if (log.runs.size() < 2) {
+        return "";
+    }
+    std::string items;
+    std::size_t number = 1;
+    for (const Run& run : log.runs) {
+        const std::string target = "#run" + std::to_string(number) + "-run";
+        items += element("li", element("a", {{"href", target}}, escaped(verdict_sentence(run))) +
+                                   " " + span("soft", std::string(title_of(run.mode)))) +
+                 "\n";
+        ++number;
+    }
+    return verdict_heading(style_of(judge(log)), verdict_sentence(log)) +
+           element("nav", {{"aria-label", "Runs"}}, element("ol", "\n" + items)) + "\n" +
+           left_out(log);
+}
+
+std::string head(const Log& log) {
+    return element("head",
+                   "\n<meta charset=\"utf-8\"/>\n"
+                   "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\"/>\n" +
+                       element("title", "wivex: " + escaped(verdict_sentence(log))) +
+                       "\n<link rel=\"icon\" href=\"data:,\"/>\n" + element("style", page_style) +
+                       "\n");
+}
+
+std::string body(const Log& log) {
+    std::string text = "\n" + element("h1", "wivex test report") + "\n" + run_list(log);
+    if (log.runs.empty()) {
+        text += verdict_heading("open", verdict_sentence(log));
+    }
+    std::size_t number = 1;
+    for (const Run& run : log.runs) {
+        text += run_section(run, number, log.runs.size() == 1);
+        ++number;
+    }
+    text += paragraph("soft", "Console: " + count_text(log.lines, "line", "lines") + ", " +
+                                  count_text(log.bytes, "byte", "bytes") + ", " +
+                                  count_text(log.unknown_lines, "line", "lines") +
+                                  " of other programs or unknown.");
+    return element("body",
+                   "\n" + element("main", text) + "\n" + element("script", page_script) + "\n");
+}
+
+} // namespace
+
+std::string write_html(const Log& log) {
+    return "<!DOCTYPE html>\n" +
+           element("html", {{"lang", "en"}}, "\n" + head(log) + "\n" + body(log) + "\n") + "\n";
+}
+
+} // namespace wivex::report
