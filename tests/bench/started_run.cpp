@@ -3,8 +3,8 @@
 
 #include "bench_run.hpp"
 #include "console.hpp"
-#include "world/program.hpp"
 #include "language/files.hpp"
+#include "world/program.hpp"
 
 #include <fcntl.h>
 #include <poll.h>
