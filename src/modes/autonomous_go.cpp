@@ -24,7 +24,7 @@ constexpr int station_timeout_seconds = 30;
 // Deliberately small: the replies are not used.
 constexpr std::size_t small_reply_capacity = 32;
 
-// The reply buffer of the test and its one capacity. Only commands that the test sends itself
+// The reply buffer of the mode and its one capacity. Only commands that the mode sends itself
 // change the capacity: it then holds the length of their reply.
 struct Reply {
     ReplyBuffer text{};

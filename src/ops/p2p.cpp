@@ -150,7 +150,7 @@ int p2pConnectPbc(SupplicantSession& session, const char* peer, const char* /*me
     if (session.isInvalid() || !peer_given(peer)) {
         return failed;
     }
-    // Two blanks before go_intent: the command is compared as text on the other side.
+    // Two blanks before go_intent: kept.
     const std::string command =
         std::string("P2P_CONNECT ") + peer + " pbc " + " go_intent=" + go_intent;
     print_out("%s\n", command.c_str());
