@@ -5,7 +5,7 @@
 #
 ################################################################################
 
-# The tree that this recipe stands in. A line that builds from a tarball of its own server sets
+# The tree that this recipe stands in. To build from a tarball on a server of your own, set
 # WIVEX_SITE to the server's folder and WIVEX_SOURCE to the file, removes WIVEX_SITE_METHOD, and adds
 # the tarball's hash to wivex.hash.
 WIVEX_VERSION = 2.0
