@@ -6,8 +6,8 @@
 ################################################################################
 
 # The tree that this recipe stands in. To build from a tarball on a server of your own, set
-# WIVEX_SITE to the server's folder and WIVEX_SOURCE to the file, removes WIVEX_SITE_METHOD, and adds
-# the tarball's hash to wivex.hash.
+# WIVEX_SITE to the server's folder and WIVEX_SOURCE to the file, remove WIVEX_SITE_METHOD, and add the
+# tarball's hash to wivex.hash.
 WIVEX_VERSION = 2.0
 WIVEX_SITE = $(BR2_EXTERNAL_WIVEX_PATH)/../..
 WIVEX_SITE_METHOD = local
