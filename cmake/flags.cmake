@@ -8,7 +8,7 @@ set(wivex_user_flags "${CMAKE_CXX_FLAGS} ${CMAKE_CXX_FLAGS_${wivex_build_type}}"
 add_library(wivex_flags INTERFACE)
 target_compile_options(wivex_flags INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wformat=2 $<$<BOOL:${WIVEX_WERROR}>:-Werror>)
-# 64-bit times on 32-bit devices too; on a kernel that has none the C library uses the old calls.
+# 64-bit times on 32-bit devices too; on a kernel without them the C library uses the old calls.
 target_compile_definitions(wivex_flags INTERFACE _FILE_OFFSET_BITS=64 _TIME_BITS=64)
 
 # Where a tree stands leaves no trace in what is built. (Coverage looks for its sources there.)

@@ -4,8 +4,8 @@
 
 include(GNUInstallDirs)
 
-# The tool reads /lib/modules/wifi and nowhere else; the files there hold a line's settings. So they are
-# installed only where somebody asks for it, who then takes care that an upgrade keeps them.
+# The tool reads /lib/modules/wifi and nowhere else. The files there are edited on the device or by its
+# production line, so they are installed only on request; who asks makes sure that an upgrade keeps them.
 set(WIVEX_CONFIG_DIR "" CACHE STRING "Install the configuration files to this folder as well")
 
 set(wivex_configurations examples/wivex.cfg examples/wivex_qca.cfg examples/wivex_softap.cfg)

@@ -1,7 +1,8 @@
 # SPDX-License-Identifier: Apache-2.0
 # Sourced: what each target architecture is called by the compiler and by Debian.
-# use_architecture NAME  sets arch, debian_arch, triplet, suffix (of a package's name), crossing,
-#                        compiler_package and strip (the program's name).
+# use_architecture NAME         sets arch, debian_arch, triplet, suffix (of a package's name), crossing,
+#                               compiler_package, strip and emulator (the names of these programs).
+# known_architectures NAME...   refuses one that is unknown (needs usage.sh)
 
 architectures='armhf arm64 armel x86_64'
 
@@ -17,10 +18,10 @@ use_architecture() {
     [ "$arch" != native ] || arch=$(native_architecture)
     debian_arch=$arch
     case $arch in
-    armhf) triplet=arm-linux-gnueabihf ;;
-    arm64) triplet=aarch64-linux-gnu ;;
-    armel) triplet=arm-linux-gnueabi ;;
-    x86_64) triplet=x86_64-linux-gnu debian_arch=amd64 ;;
+    armhf) triplet=arm-linux-gnueabihf emulator=qemu-arm ;;
+    arm64) triplet=aarch64-linux-gnu emulator=qemu-aarch64 ;;
+    armel) triplet=arm-linux-gnueabi emulator=qemu-arm ;;
+    x86_64) triplet=x86_64-linux-gnu emulator=qemu-x86_64 debian_arch=amd64 ;;
     *)
         echo "unknown architecture: $arch (one of: $architectures)" >&2
         return 2
@@ -31,4 +32,10 @@ use_architecture() {
     else
         crossing=yes suffix=:$debian_arch compiler_package=g++-$(echo "$triplet" | tr _ -) strip=$triplet-strip
     fi
+}
+
+known_architectures() {
+    for name in "$@"; do
+        (use_architecture "$name" 2>/dev/null) || refuse "unknown architecture: $name"
+    done
 }

@@ -1,6 +1,16 @@
 # SPDX-License-Identifier: Apache-2.0
 # Sourced by the dev commands: install Debian packages that are missing.
-# need_packages NAME...  installs what is not installed yet; stops when one cannot be had.
+# need_packages NAME...          installs what is not installed yet; stops when one cannot be had.
+# need_architecture DEBIAN_ARCH  lets the package manager of this machine know a further architecture.
+
+as_root() {
+    if [ "$(id -u)" -eq 0 ]; then "$@"; else sudo "$@"; fi
+}
+
+# It can fail in part; what counts is whether the packages can be had.
+refresh_index() {
+    as_root apt-get update -qq >&2 || echo "The package index was refreshed only in part." >&2
+}
 
 need_packages() {
     missing=
@@ -16,13 +26,10 @@ need_packages() {
     done
     [ -n "$missing" ] || return 0
 
-    as_root=
-    [ "$(id -u)" -eq 0 ] || as_root=sudo
     echo "Installing:$missing" >&2
-    # An index refresh can fail in part; what counts is whether the packages can be had.
-    $as_root apt-get update -qq >&2 || echo "The package index was refreshed only in part." >&2
+    refresh_index
     # shellcheck disable=SC2086
-    if ! DEBIAN_FRONTEND=noninteractive $as_root apt-get install -y -qq --no-install-recommends \
+    if ! as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends \
         $missing >&2 </dev/null; then
         echo "Cannot install:$missing" >&2
         exit 1
@@ -38,12 +45,9 @@ companion_packages='libcli11-dev nlohmann-json3-dev libpugixml-dev libboost-dev'
 # shellcheck disable=SC2034 # for those who source this
 develop='-DWIVEX_WERROR=ON -DWIVEX_TESTS=ON -DWIVEX_DEVICE=ON -DWIVEX_COMPANION=ON'
 
-# need_architecture DEBIAN_ARCH  lets this machine's package manager know a further architecture.
 need_architecture() {
-    as_root=
-    [ "$(id -u)" -eq 0 ] || as_root=sudo
     case " $(dpkg --print-architecture) $(dpkg --print-foreign-architectures | tr '\n' ' ') " in
     *" $1 "*) ;;
-    *) $as_root dpkg --add-architecture "$1" ;;
+    *) as_root dpkg --add-architecture "$1" ;;
     esac
 }

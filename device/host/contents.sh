@@ -1,11 +1,11 @@
 # SPDX-License-Identifier: Apache-2.0
-# Sourced: what a device is made of. Package names are Debian's.
+# Sourced: what an emulated device is made of. Package names are Debian's.
 
 kernel_meta_package() {
     case $1 in
     armhf) echo linux-image-armmp ;;
     x86_64) echo linux-image-amd64 ;;
-    *) echo "no device for the architecture $1 (armhf or x86_64)" >&2 && return 2 ;;
+    *) echo "no emulated device for the architecture $1 (armhf or x86_64)" >&2 && return 2 ;;
     esac
 }
 

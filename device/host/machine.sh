@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: Apache-2.0
-# Sourced: put a device together and switch it on.
+# Sourced: put an emulated device together and switch it on.
 #
 # prepare_device ARCH        installs what this machine lacks, builds the tool and the device's image.
 # boot_device ARCH JOB OUT   boots the prepared device with the script JOB as its task; OUT is the
@@ -53,9 +53,9 @@ machine() {
 }
 
 # A counted processor takes its time from the instructions that it executes, 4 ns each, and skips the
-# time in which it has nothing to do. So the device misses no moment when this machine is busy, and
-# waits cost nothing; but its clock is not that of a person in front of it. It has no second beside it:
-# with two of them a device does not get through its start.
+# time in which it has nothing to do. So the emulated device misses no moment when this machine is busy,
+# and waits cost nothing; but its clock is not that of a person in front of it. There is one such
+# processor only: with two of them an emulated device does not come through its start.
 accelerator() {
     case $processor in
     emulated) echo -accel tcg -smp 2 ;;

@@ -1,5 +1,6 @@
 # SPDX-License-Identifier: Apache-2.0
-# Sourced: fetch the packages that a device is made of, and keep them by version.
+# Sourced after tools/packages.sh: fetch the packages that an emulated device is made of, and keep them by
+# version.
 # Nothing of them is installed on this machine; the image builder takes single files out of them.
 #
 # fetch_packages ARCH NAME...   prints the path of each package file, one a line
@@ -40,8 +41,4 @@ packages_of_apt() {
     apt-get download -qq -o APT::Sandbox::User=root "$@" && return
     refresh_index
     apt-get download -qq -o APT::Sandbox::User=root "$@"
-}
-
-refresh_index() {
-    apt-get update -qq >&2 || echo "The package index was refreshed only in part." >&2
 }

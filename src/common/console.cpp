@@ -46,7 +46,7 @@ void write_pending(ConsoleStream::Waiting waiting) {
     }
 }
 
-// The handler has results to write: it waits for a reader only behind them.
+// The handler writes its results first and waits for a reader only after that.
 void write_complete_lines() {
     write_pending(interrupts_sealed() ? ConsoleStream::Waiting::not_at_all : usual_waiting());
 }

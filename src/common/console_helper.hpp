@@ -2,7 +2,7 @@
 // Writes to console files in a process of its own.
 //
 // A write to a file on a file system that hangs cannot be interrupted, not even by SIGKILL. So the
-// helper does it, and the run waits for the helper's word, which can be interrupted.
+// helper does it, and the run waits for the helper's answer; that wait can be interrupted.
 #pragma once
 
 #include <cstddef>
@@ -27,7 +27,7 @@ bool busy();
 /// Readable once a busy helper has written its text.
 int descriptor();
 
-/// Takes the word of the helper behind `descriptor()`.
+/// Takes the answer of the helper from `descriptor()`.
 void take_word();
 
 /// Hands `text` (not empty, not too long) to a helper that is not busy. When the helper is gone,

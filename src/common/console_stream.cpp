@@ -54,8 +54,8 @@ bool wait_open(int fd, short events, int timeout_ms) {
 
 } // namespace
 
-// The patience of the handler covers both streams: after the one has taken nothing for so long, the
-// other is asked once more, but not waited for.
+// The handler has one patience for both streams: when one stream has used it up, the other is tried
+// once and not waited for.
 bool ConsoleStream::wait_patiently(int fd, short events) {
     const int left_ms = patience_left_ms();
     if (refused_ && left_ms > 0) {

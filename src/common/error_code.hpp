@@ -2,7 +2,7 @@
 // The numbers under which failures are returned and recorded.
 //
 // One number can have several names: the checks, the station and P2P operations and the scripted
-// modes grew their meanings side by side, and the numbers are kept.
+// modes each give it a meaning of their own. The numbers are kept.
 #pragma once
 
 #include <cstdint>

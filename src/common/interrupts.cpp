@@ -49,7 +49,8 @@ bool can_open() {
     return held && !sealed;
 }
 
-// The signals stay let in behind the alarm's handler, until the scope of the call ends.
+// Changes the mask that holds after the alarm's handler: the signals stay let in until the scope of
+// the call ends.
 void let_in_behind_alarm(int /*signal*/, siginfo_t* /*info*/, void* context) {
     sigset_t& mask = static_cast<ucontext_t*>(context)->uc_sigmask;
     for (const Interrupt& interrupt : interrupts) {

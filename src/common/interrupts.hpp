@@ -68,7 +68,7 @@ private:
         ClosedAgain& operator=(const ClosedAgain&) = delete;
     };
 
-    // Behind the alarm, which could open what was closed before it.
+    // Declared first, so it closes last: the alarm could open again what is closed before it.
     ClosedAgain closed_again_;
     CallAlarm alarm_;
 };

@@ -10,7 +10,7 @@ namespace wivex {
 /// Chips that are driven in the same way. What differs between families stands in
 /// `diag/chip_family.cpp`, a row each.
 enum class ChipFamily {
-    /// No known module, or one whose chip nothing can be asked of.
+    /// No known module, or a chip that answers no request.
     none,
     ath6kl,
     qca_combo,

@@ -18,7 +18,7 @@ struct wpa_ctrl;
 
 extern RunOptions run_options;
 
-/// Whether the scan test reads the access points of the previous run (-o iw) or not.
+/// Whether the scan mode reads the access points of the previous run (-o iw) or not.
 extern std::int32_t compare_previous;
 
 // The two checks that begin every iteration can be switched off at build time.

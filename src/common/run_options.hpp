@@ -19,11 +19,11 @@ struct ResultStream {
 struct RunOptions {
     /// Number of iterations (-m); the parser makes it at least 1.
     std::int32_t iteration_count = 0;
-    /// SSID prefix of the scan test: the argument of -S itself, or null.
+    /// SSID prefix of the scan mode: the argument of -S itself, or null.
     const char* scan_ssid = nullptr;
     /// Extra diagnostics (-u).
     std::uint8_t debug = 0;
-    /// Pause that some test steps take (-i), in seconds.
+    /// Pause that some steps take (-i), in seconds.
     std::int32_t iteration_interval = 0;
 
     // Modes chosen by -l -M -S -d -g -w -c -A.
@@ -41,7 +41,7 @@ struct RunOptions {
     std::string user_config_file;
     /// Empty means the default path (-R).
     std::string result_file;
-    /// Access-point status file of the scan test (-D).
+    /// Access-point status file of the scan mode (-D).
     std::string ap_status_file = "/tmp/ap_status.txt";
     /// Anybody can put a link where the default status file goes: it is not followed.
     Links ap_status_links = Links::refuse;

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// What a scan test answers. The numbers are those of the marker lines of its status file, negated.
+// What the scan mode answers. The numbers are those of the marker lines of its status file,
+// negated.
 #pragma once
 
 namespace wivex::scan_answer {

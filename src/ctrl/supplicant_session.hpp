@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// The one conversation that a test holds with the supplicant: a command connection whose replies
+// The one conversation that a mode holds with the supplicant: a command connection whose replies
 // are judged, and an attached event connection whose messages are matched.
 //
 // The two connections are process-wide handles (the termination handler closes them), so there is

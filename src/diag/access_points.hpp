@@ -56,8 +56,8 @@ inline constexpr std::size_t scan_table_capacity = 300;
 
 using ScanTable = AccessPointList<scan_table_capacity>;
 
-/// The table of this process. Every scan appends to it and nothing ever empties it: long runs are
-/// known by their end in "shield room" verdicts once it is full.
+/// The table of this process. Every scan appends to it and nothing empties it: kept. Once it is
+/// full, every further scan ends in the "shield room" verdict.
 ScanTable& scan_table();
 
 } // namespace wivex

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// The loopback test (-l): the driver runs a bus loopback between host and chip.
+// The loopback check (-l): the driver runs a bus loopback between host and chip.
 //
 // There is no common interface for it; each chip family has a flow and a file of its own.
 #pragma once

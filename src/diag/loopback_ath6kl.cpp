@@ -56,8 +56,8 @@ std::string dump_command(const std::string& path) {
     return fit_command("cat " + path + "/ath6kl/reg_dump");
 }
 
-// Returns the number of errors. The exit status does not count, but a shell that was never there
-// has told the driver nothing.
+// Returns the number of errors. The command's exit status does not count; a shell that could not be
+// started is an error.
 int print_and_run(const char* prefix, const std::string& command) {
     print_err("%s%s\n", prefix, command.c_str());
     if (run_shell(command) != -1) {
@@ -67,8 +67,8 @@ int print_and_run(const char* prefix, const std::string& command) {
     return 1;
 }
 
-// Reads the phy path itself, a directory, so that nothing is read and the last command is parsed in
-// the place of a dump. Kept.
+// Reads the phy path itself, which is a directory: the read fails, and the last command is parsed
+// in place of a dump. Kept.
 bool read_counter(const std::string& path, std::string last_command, CounterValues& values) {
     FileReader file(open_file(path.c_str(), O_RDONLY));
     if (!file) {

@@ -233,8 +233,8 @@ int dump_scan(nl_sock* socket, unsigned interface_index, int family, FileWriter&
 int do_scan_trigger(nl_sock* socket, unsigned interface_index, int family) {
     const int group = genl_ctrl_resolve_grp(socket, "nl80211", "scan");
     const int joined = group < 0 ? group : nl_socket_add_membership(socket, group);
-    // Outside the group nobody would ever tell the end of the scan, and the radio would go on with
-    // it. A kernel without nl80211 refuses the request by itself.
+    // The kernel tells the end of a scan to the group only, so without the group no scan is
+    // started. A kernel without nl80211 refuses the request by itself.
     if (joined < 0 && family >= 0) {
         return joined;
     }

@@ -98,7 +98,7 @@ void print_dump(const RegisterDump& dump) {
     print_out("[WIFI]buf2 is %s and its length is %zu\n", dump.line.c_str(), dump.line.size());
 }
 
-// The two words tell an incomplete dump in opposite orders: kept.
+// The two words of the address print an incomplete dump in opposite orders: kept.
 void print_incomplete(const AddressWord& word, const RegisterDump& dump) {
     if (&word == &first_word) {
         print_out("[WIFI]Content of file can't be stored in buffer and ...\n");

@@ -96,7 +96,7 @@ StatusFileRead read_status_file(const std::string& path, Links links, StatusTabl
         }
         known.append(read_access_point(text));
     }
-    // A folder has no lines.
+    // A folder counts as a file without lines.
     return {true, file.error() == EISDIR ? 0 : file.error()};
 }
 

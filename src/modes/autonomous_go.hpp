@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// Autonomous GO test (-g): starts a group of its own and serves peers by push button until the run
+// Autonomous GO mode (-g): starts a group of its own and serves peers by push button until the run
 // is interrupted.
 #pragma once
 

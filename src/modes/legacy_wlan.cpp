@@ -29,7 +29,7 @@ ErrorCode scan(SupplicantSession& session) {
         print_out("ERROR:SCAN-FAIL\n");
         return error_code::scan_rejected;
     }
-    // Only the two known codes stop the test: kept.
+    // Only the two known codes end the mode: kept.
     return error_code::passed;
 }
 
@@ -79,13 +79,13 @@ ErrorCode select_network(SupplicantSession& session, int id) {
     print_out("Fail to send Command SELECT_NETWORK !!!\n");
     if (result == error_code::select_network_failed) {
         print_out("ERROR:SELECT_NETWORK COMMAND FAILED\n");
-        // 19 and not 20: result files count both failures under the same code.
+        // 19 and not 20: kept. The counts of the result file depend on it.
         return error_code::network_not_selected;
     }
     return error_code::passed;
 }
 
-// A DHCP failure is only told: a later step decides the test.
+// A DHCP failure is printed and ends nothing: kept.
 void try_to_take_address(const RunConfig& config) {
     if (take_address(config) == error_code::dhcp_client_failed) {
         print_out("ERROR:UDHCHPC START FAILED\n");

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// Legacy WLAN test (-w): one association with an ordinary access point, from scan to disconnect.
+// Legacy WLAN mode (-w): one association with an ordinary access point, from scan to disconnect.
 #pragma once
 
 #include "common/error_code.hpp"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// P2P client test (-c): joins the persistent group of the configured peer and leaves it again.
+// P2P client mode (-c): joins the persistent group of the configured peer and leaves it again.
 #pragma once
 
 #include "common/error_code.hpp"

@@ -30,7 +30,7 @@ constexpr const char* method = "pbc";
 enum Role : int { client = 0, owner = 1 };
 constexpr std::array<const char*, 2> role_candidates{"client", "GO"};
 
-// A fixed seed on purpose: every run waits equally long, so runs can be compared.
+// The seed is fixed: kept. Every run waits equally long.
 int negotiation_wait_seconds(const RunConfig& config) {
     unsigned seed = 1000;
     constexpr int longest_extra_wait = 15;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// P2P device test (-d): one group formed with the configured peer by GO negotiation, in whichever
+// P2P device mode (-d): one group formed with the configured peer by GO negotiation, in whichever
 // role the negotiation gives.
 #pragma once
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// Scan test (-S): scans through nl80211, selects access points by the beginning of their SSID, and
+// Scan mode (-S): scans through nl80211, selects access points by the beginning of their SSID, and
 // follows them from run to run in the status file.
 #pragma once
 

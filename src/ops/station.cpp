@@ -210,8 +210,8 @@ int cmd_to_addnetwork(SupplicantSession& session) {
         print_err("ADD_NETWORK Command not successful\n");
         return error_code::add_network_failed;
     }
-    // Anything but a bare "0" is network 0: after "REMOVE_NETWORK all" the supplicant answers
-    // "0\n".
+    // A bare "0" is a failure, any other answer is network 0: kept. The supplicant answers "0\n"
+    // after "REMOVE_NETWORK all".
     if (std::string_view(reply.c_str()) != "0") {
         return 0;
     }

@@ -42,13 +42,13 @@ void run(int argc, char* argv[]) {
     }
 }
 
-// The handler is installed behind the last of the records.
+// The handler is installed when the last of the records stands.
 bool records_exist() {
     return interrupts_held();
 }
 
-// Memory ran out. What was recorded is still worth its file. Before there are records, the file of
-// an earlier run stays as it is.
+// Memory ran out. What was recorded is still written. Before there are records, the file of an
+// earlier run stays as it is.
 void finish_after_failure(const std::exception& failure) {
     print_err("[WIFI]ERROR:run ended early: %s\n", failure.what());
     if (!records_exist()) {
@@ -67,7 +67,7 @@ void finish_after_failure(const std::exception& failure) {
     _exit(0);
 }
 
-// Memory ran out so far that even the exception that tells it cannot be allocated.
+// No memory is left, not even for an exception.
 [[noreturn]] void end_without_memory() {
     std::set_terminate(end_at_once);
     print_err("[WIFI]ERROR:run ended early: out of memory\n");

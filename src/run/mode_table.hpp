@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// What an option letter chooses: one row a check and a mode.
+// What an option letter chooses: a row for each check and each mode.
 //
 // The command line sets the row's flag, start creates its record, the run loop runs it and records
 // what it returns. Adding a mode is adding a row.

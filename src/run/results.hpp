@@ -53,7 +53,7 @@ inline constexpr const char* default_result_file = "/root/WIFIResult";
 /// Enables the record at `index` and empties it.
 void enable_test_case(TestCaseResults& results, int index);
 
-/// Records a failure of the fixed checks and the scan test: the code chooses the test case. Codes
+/// Records a failure of the fixed checks and the scan mode: the code chooses the test case. Codes
 /// that belong to none are ignored.
 void record_failure(TestCaseResults& results, ErrorCode code, std::uint32_t iteration);
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// The iterations of a run: checks first, then one test mode, and the recording of what went wrong.
+// The iterations of a run: checks first, then one mode, and the recording of what went wrong.
 #pragma once
 
 #include "common/run_config.hpp"

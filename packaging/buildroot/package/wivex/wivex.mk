@@ -5,9 +5,9 @@
 #
 ################################################################################
 
-# The tree that this recipe stands in. A line that builds from a tarball of its own server sets
-# WIVEX_SITE to the server's folder and WIVEX_SOURCE to the file, removes WIVEX_SITE_METHOD, and adds
-# the tarball's hash to wivex.hash.
+# The tree that this recipe stands in. To build from a tarball on a server of your own, set
+# WIVEX_SITE to the server's folder and WIVEX_SOURCE to the file, remove WIVEX_SITE_METHOD, and add the
+# tarball's hash to wivex.hash.
 WIVEX_VERSION = 2.0
 WIVEX_SITE = $(BR2_EXTERNAL_WIVEX_PATH)/../..
 WIVEX_SITE_METHOD = local
@@ -22,7 +22,7 @@ WIVEX_CONF_OPTS += -DWIVEX_STATIC=ON
 endif
 
 ifeq ($(BR2_PACKAGE_WIVEX_REPORT),y)
-WIVEX_DEPENDENCIES += cli11 json-for-modern-cpp pugixml
+WIVEX_DEPENDENCIES += boost cli11 json-for-modern-cpp pugixml
 WIVEX_CONF_OPTS += -DWIVEX_COMPANION=ON
 else
 WIVEX_CONF_OPTS += -DWIVEX_COMPANION=OFF

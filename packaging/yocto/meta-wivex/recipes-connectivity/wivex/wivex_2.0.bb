@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: Apache-2.0
 SUMMARY = "Test of the Wi-Fi module, driver and supplicant of a device"
 DESCRIPTION = "wivex proves the Wi-Fi of an embedded device: that the module is on its bus, its \
-driver is ready, and its supplicant can scan, associate, take an address, carry traffic and let go again."
+driver is ready, and its supplicant can scan, associate, take an address, carry traffic and disconnect."
 SECTION = "net"
 LICENSE = "Apache-2.0"
 LIC_FILES_CHKSUM = "file://LICENSE;md5=3b83ef96387f14655fc854ddc3c6bd57"
@@ -14,7 +14,7 @@ DEPENDS = "libnl"
 inherit cmake pkgconfig bash-completion
 
 PACKAGECONFIG ??= ""
-PACKAGECONFIG[report] = "-DWIVEX_COMPANION=ON,-DWIVEX_COMPANION=OFF,cli11 nlohmann-json pugixml"
+PACKAGECONFIG[report] = "-DWIVEX_COMPANION=ON,-DWIVEX_COMPANION=OFF,boost cli11 nlohmann-json pugixml"
 
 # The only folder in which the tool looks for its configuration.
 WIVEX_CONFIG_DIR = "${nonarch_base_libdir}/modules/wifi"
@@ -24,7 +24,7 @@ PACKAGES =+ "${PN}-report"
 FILES:${PN} += "${WIVEX_CONFIG_DIR}"
 FILES:${PN}-report = "${bindir}/wivex-report"
 
-# The settings of a line: an upgrade keeps them.
+# These files are edited on the device: an upgrade keeps them.
 CONFFILES:${PN} = "${WIVEX_CONFIG_DIR}/wivex.cfg ${WIVEX_CONFIG_DIR}/wivex_qca.cfg \
     ${WIVEX_CONFIG_DIR}/wivex_softap.cfg"
 
