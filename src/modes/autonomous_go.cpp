@@ -22,7 +22,7 @@ namespace {
 constexpr int group_started_timeout_seconds = 30;
 constexpr int station_timeout_seconds = 30;
 
-// Deliberately small.
+// Deliberately small: kept.
 constexpr std::size_t small_reply_capacity = 32;
 
 void print_status_of_interfaces(SupplicantSession& session, const RunConfig& config) {
