@@ -11,9 +11,8 @@
 
 namespace {
 
-using bench_test::Bench;
-using bench_test::BenchRun;
-using testing::HasSubstr;
+using namespace bench_test;
+using namespace testing;
 
 Bench on_arm(const std::string& scenario, const std::vector<std::string>& arguments) {
     return Bench(scenario)

@@ -8,11 +8,8 @@
 
 namespace {
 
-using bench_test::Bench;
-using bench_test::BenchRun;
-using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::Not;
+using namespace bench_test;
+using namespace testing;
 
 // No pass and no failure but 6 is ever recorded for this mode.
 constexpr const char* passed = "Test case 1 passed \nTest case 2 passed \nTest case 7 passed \n";

@@ -16,9 +16,7 @@
 namespace bench_test {
 namespace {
 
-using testing::EndsWith;
-using testing::HasSubstr;
-using testing::StartsWith;
+using namespace testing;
 
 constexpr double soon_ms = 3000;
 constexpr const char* same_address = "driver answers address with 00:0a:f5:12:34:56\n"

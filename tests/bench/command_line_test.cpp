@@ -14,10 +14,7 @@
 namespace bench_test {
 namespace {
 
-using testing::EndsWith;
-using testing::HasSubstr;
-using testing::Not;
-using testing::StartsWith;
+using namespace testing;
 
 int times(const std::string& text, const std::string& part) {
     int count = 0;

@@ -15,11 +15,7 @@
 namespace bench_test {
 namespace {
 
-using testing::ElementsAre;
-using testing::EndsWith;
-using testing::HasSubstr;
-using testing::IsEmpty;
-using testing::Optional;
+using namespace testing;
 
 const std::string all_passed = "Test case 1 passed \nTest case 2 passed \nTest case 8 passed \n";
 const std::string one_failure = "Test case 1 passed \nTest case 2 passed \nTest case 8 fail # 1\n";

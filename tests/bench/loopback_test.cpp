@@ -10,14 +10,8 @@
 
 namespace {
 
-using bench_test::Bench;
-using bench_test::BenchRun;
-using bench_test::ChipRehearsal;
-using testing::ContainsRegex;
-using testing::EndsWith;
-using testing::HasSubstr;
-using testing::Not;
-using testing::StartsWith;
+using namespace bench_test;
+using namespace testing;
 
 const std::string success = "[WIFI]LOOPBACK SUCCESS\n";
 const std::string failure = "[WIFI]### LOOPBACK FAIL ###\n";

@@ -10,12 +10,8 @@
 
 namespace {
 
-using bench_test::Bench;
-using bench_test::BenchRun;
-using bench_test::ChipRehearsal;
-using testing::EndsWith;
-using testing::HasSubstr;
-using testing::StartsWith;
+using namespace bench_test;
+using namespace testing;
 
 const std::string success = "[WIFI]MAC PRINT SUCCESS\n";
 const std::string failure = "[WIFI]MAC PRINT FAIL\n";

@@ -14,11 +14,7 @@
 namespace bench_test {
 namespace {
 
-using testing::EndsWith;
-using testing::HasSubstr;
-using testing::IsEmpty;
-using testing::Not;
-using testing::Optional;
+using namespace testing;
 
 constexpr const char* same_address = "driver answers address with 00:0a:f5:12:34:56\n"
                                      "driver answers variable cur_etheraddr with 00:0a:f5:12:34:56";

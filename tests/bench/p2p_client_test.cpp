@@ -8,10 +8,8 @@
 
 namespace {
 
-using bench_test::Bench;
-using bench_test::BenchRun;
-using testing::ElementsAre;
-using testing::HasSubstr;
+using namespace bench_test;
+using namespace testing;
 
 constexpr const char* passed = "Test case 1 passed \nTest case 2 passed \nTest case 9 passed \n";
 constexpr const char* failed = "Test case 1 passed \nTest case 2 passed \nTest case 9 fail # 1\n";

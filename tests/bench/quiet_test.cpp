@@ -19,9 +19,7 @@ namespace bench_test {
 namespace {
 
 using std::chrono::milliseconds;
-using testing::EndsWith;
-using testing::HasSubstr;
-using testing::Optional;
+using namespace testing;
 
 TEST(QuietWait, of_60_seconds_for_an_event_costs_less_than_50_ms_of_processor_time) {
     const BenchRun run =

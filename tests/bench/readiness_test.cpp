@@ -13,9 +13,7 @@
 namespace bench_test {
 namespace {
 
-using testing::HasSubstr;
-using testing::Not;
-using testing::Optional;
+using namespace testing;
 
 const std::string not_inserted = "[WIFI]ERROR:Module not inserted. check Insmod [*].ko\n"
                                  "[WIFI]check usbfs: mount -t usbfs none /proc/bus/usb \n";

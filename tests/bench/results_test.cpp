@@ -12,9 +12,7 @@
 namespace bench_test {
 namespace {
 
-using testing::HasSubstr;
-using testing::Not;
-using testing::Optional;
+using namespace testing;
 
 TEST(ResultFileOfARun, goes_where_the_option_says) {
     const BenchRun run = Bench("scan-refused").args({"-w", "-m", "1", "-R/tmp/my-result"}).run();

@@ -11,9 +11,7 @@
 namespace bench_test {
 namespace {
 
-using testing::HasSubstr;
-using testing::IsEmpty;
-using testing::Optional;
+using namespace testing;
 
 /// What two iterations of each mode file under a fault; 0 is a pass.
 struct Fault {

@@ -14,10 +14,7 @@
 namespace bench_test {
 namespace {
 
-using testing::EndsWith;
-using testing::HasSubstr;
-using testing::IsEmpty;
-using testing::Optional;
+using namespace testing;
 
 const std::string nothing_failed =
     "Test case 1 passed \nTest case 2 passed \nTest case 8 passed \n";

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "common/process_state.hpp"
-#include "console_capture.hpp"
+#include "process_fixture.hpp"
 #include "run/config_file.hpp"
-#include "scratch.hpp"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -14,12 +13,8 @@
 namespace wivex {
 namespace {
 
-using test_support::ConsoleCapture;
-using test_support::ScratchDirectory;
-using ::testing::ElementsAre;
-using ::testing::HasSubstr;
-using ::testing::IsEmpty;
-using ::testing::Not;
+using namespace test_support;
+using namespace testing;
 
 struct KeyNumber {
     const char* key;
@@ -78,15 +73,8 @@ TEST(ConfigKeys, that_are_not_exactly_known_have_the_number_39) {
     }
 }
 
-class ConfigFile : public ::testing::Test {
+class ConfigFile : public ProcessFixture {
 protected:
-    void SetUp() override {
-        test_support::reset_process_state();
-    }
-    void TearDown() override {
-        test_support::reset_process_state();
-    }
-
     int read(std::string_view content) {
         path_ = directory_.file("test.cfg", content);
         const int result = read_config_file(path_, config_);
@@ -95,9 +83,6 @@ protected:
         return result;
     }
 
-    ScratchDirectory directory_;
-    ConsoleCapture console_;
-    RunConfig config_;
     std::string path_;
     std::string out_;
     std::string err_;
@@ -302,7 +287,7 @@ TEST_F(ConfigFile, reads_a_last_line_of_511_characters_without_newline_whole) {
     EXPECT_EQ(err_, "");
 }
 
-class TooLongLine : public ConfigFile, public ::testing::WithParamInterface<std::size_t> {};
+class TooLongLine : public ConfigFile, public WithParamInterface<std::size_t> {};
 
 TEST_P(TooLongLine, is_cut_behind_511_characters_and_reported_with_its_number) {
     const std::string value(GetParam() - 5, 'v');
@@ -321,8 +306,7 @@ TEST_P(TooLongLine, is_no_harm_as_the_last_line_without_newline) {
     EXPECT_THAT(err_, HasSubstr("2"));
 }
 
-INSTANTIATE_TEST_SUITE_P(Lengths, TooLongLine,
-                         ::testing::Values(512, 513, 1022, 1023, 1024, 1535, 100000),
+INSTANTIATE_TEST_SUITE_P(Lengths, TooLongLine, Values(512, 513, 1022, 1023, 1024, 1535, 100000),
                          [](const auto& length) {
                              return "length_" + std::to_string(length.param);
                          });

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "common/process_state.hpp"
-#include "console_capture.hpp"
+#include "process_fixture.hpp"
 #include "run/readiness.hpp"
-#include "scratch.hpp"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -14,18 +13,11 @@
 namespace wivex {
 namespace {
 
-using test_support::ConsoleCapture;
-using test_support::ScratchDirectory;
+using namespace test_support;
+using namespace testing;
 
-class Readiness : public ::testing::Test {
+class Readiness : public ProcessFixture {
 protected:
-    void SetUp() override {
-        test_support::reset_process_state();
-    }
-    void TearDown() override {
-        test_support::reset_process_state();
-    }
-
     int chip_in(std::string_view device_list) {
         return detect_usb_chip(directory_.file("devices", device_list), config_);
     }
@@ -35,9 +27,6 @@ protected:
         return read_interface_flag(directory_.file("flags", flags), bit, status_);
     }
 
-    ScratchDirectory directory_;
-    ConsoleCapture console_;
-    RunConfig config_;
     std::int32_t status_ = 0;
 };
 
@@ -51,7 +40,7 @@ void PrintTo(const KnownModule& module, std::ostream* out) {
     *out << module.text;
 }
 
-class ModuleOnTheBus : public Readiness, public ::testing::WithParamInterface<KnownModule> {};
+class ModuleOnTheBus : public Readiness, public WithParamInterface<KnownModule> {};
 
 TEST_P(ModuleOnTheBus, is_found_by_the_ids_in_the_middle_of_its_line) {
     const auto& module = GetParam();
@@ -64,11 +53,11 @@ TEST_P(ModuleOnTheBus, is_found_by_the_ids_in_the_middle_of_its_line) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Known, ModuleOnTheBus,
-                         ::testing::Values(KnownModule{"Vendor=0cf3 ProdID=1022", 1, "1022"},
-                                           KnownModule{"Vendor=0cf3 ProdID=9378", 2, "9378"},
-                                           KnownModule{"Vendor=0a5c ProdID=bd27", 3, "bd27"},
-                                           KnownModule{"Vendor=0a5c ProdID=bd1d", 4, "bd1d"},
-                                           KnownModule{"Vendor=9e0c ProdID=20a0", 5, "20a0"}),
+                         Values(KnownModule{"Vendor=0cf3 ProdID=1022", 1, "1022"},
+                                KnownModule{"Vendor=0cf3 ProdID=9378", 2, "9378"},
+                                KnownModule{"Vendor=0a5c ProdID=bd27", 3, "bd27"},
+                                KnownModule{"Vendor=0a5c ProdID=bd1d", 4, "bd1d"},
+                                KnownModule{"Vendor=9e0c ProdID=20a0", 5, "20a0"}),
                          [](const auto& module) {
                              return std::string("product_") + module.param.product_id;
                          });

@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
-// Small helpers of the unit tests: a directory that goes away again, files, clocks, children.
+// Small helpers of the unit tests: a directory that goes away again, files, clocks.
 #pragma once
 
 #include <chrono>
-#include <functional>
 #include <string>
 #include <string_view>
 
@@ -35,6 +34,9 @@ private:
 /// The whole content of a file; empty when there is none.
 std::string read_file(const std::string& path);
 
+/// Creates an empty file.
+void create_file(const std::string& path);
+
 bool exists(const std::string& path);
 
 /// Processor time that this process has used so far, user and system.
@@ -50,29 +52,6 @@ public:
 private:
     std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
 };
-
-/// Through which a child tells its parent that it is ready.
-class Gate {
-public:
-    Gate();
-    ~Gate();
-    Gate(const Gate&) = delete;
-    Gate& operator=(const Gate&) = delete;
-
-    void open() const;
-    void wait() const;
-
-private:
-    int read_end_ = -1;
-    int write_end_ = -1;
-};
-
-/// Forks a child that runs `body` and exits with its result. Returns the child's process id.
-int fork_child(const std::function<int()>& body);
-
-/// Waits for the end of a child; kills it after `limit`. Returns its exit status, 128 plus the
-/// number of the signal that ended it, or -1 when it had to be killed.
-int end_of_child(int pid, std::chrono::milliseconds limit);
 
 /// Gives the run options and the other process-wide state the values they have before `main`.
 void reset_process_state();

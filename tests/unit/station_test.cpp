@@ -14,12 +14,8 @@ namespace wivex {
 namespace {
 
 using std::chrono::milliseconds;
-using test_support::SessionFixture;
-using test_support::Stopwatch;
-using ::testing::AllOf;
-using ::testing::ElementsAre;
-using ::testing::Ge;
-using ::testing::Le;
+using namespace test_support;
+using namespace testing;
 
 class Station : public SessionFixture {};
 

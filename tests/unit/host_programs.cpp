@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "host_programs.hpp"
+
+#include <cstdlib>
+
+namespace wivex::test_support {
+
+HostPrograms::HostPrograms() : old_path_(::getenv("PATH")) {
+    ::setenv("PATH", directory_.path().c_str(), 1);
+}
+
+HostPrograms::~HostPrograms() {
+    ::setenv("PATH", old_path_.c_str(), 1);
+}
+
+void HostPrograms::provide(const std::string& name, const std::string& behaviour) const {
+    directory_.program(name, "#!/bin/sh\necho \"" + name + " $*\" >>" + (directory_ / "log") +
+                                 "\n" + behaviour + "\n");
+}
+
+std::string HostPrograms::calls() const {
+    return read_file(directory_ / "log");
+}
+
+} // namespace wivex::test_support
