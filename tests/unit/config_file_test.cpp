@@ -6,8 +6,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <ostream>
 #include <string>
-#include <utility>
 #include <vector>
 
 namespace wivex {
@@ -16,53 +16,57 @@ namespace {
 using namespace test_support;
 using namespace testing;
 
-struct KeyNumber {
-    const char* key;
+struct Key {
+    const char* name;
     int number;
+    /// Null for the two channels, which share a field.
+    std::string RunConfig::*field;
+};
+
+const std::vector<Key> keys{
+    {"device_type", 0, &RunConfig::device_type},
+    {"vendor_id", 1, &RunConfig::vendor_id},
+    {"wifidev", 3, &RunConfig::wifidev},
+    {"modulelist", 4, &RunConfig::modulelist},
+    {"ctrl_iface", 5, &RunConfig::ctrl_iface},
+    {"ctrl_interface_group", 6, &RunConfig::ctrl_interface_group},
+    {"interface_name", 7, &RunConfig::interface_name},
+    {"usbdevlist", 8, &RunConfig::usbdevlist},
+    {"go_ssid", 9, &RunConfig::go_ssid},
+    {"starting_go_intent", 10, &RunConfig::starting_go_intent},
+    {"device_name", 11, &RunConfig::device_name},
+    {"p2p_target_device_mac", 12, &RunConfig::p2p_target_device_mac},
+    {"p2p_oper_chan", 13, nullptr},
+    {"p2p_listen_chan", 14, nullptr},
+    {"go_passphrase", 15, &RunConfig::go_passphrase},
+    {"p2p_iface_ip", 16, &RunConfig::p2p_iface_ip},
+    {"dhcpd_path", 17, &RunConfig::dhcpd_path},
+    {"dhcpd_conf", 18, &RunConfig::dhcpd_conf},
+    {"start_ip_range", 19, &RunConfig::start_ip_range},
+    {"end_ip_range", 20, &RunConfig::end_ip_range},
+    {"iperf_path", 21, &RunConfig::iperf_path},
+    {"check_iperf", 22, &RunConfig::check_iperf},
+    {"check_ping", 23, &RunConfig::check_ping},
+    {"driver_path", 24, &RunConfig::driver_path},
+    {"firmware_path", 25, &RunConfig::firmware_path},
+    {"nvrams_path", 26, &RunConfig::nvrams_path},
+    {"max_transfer", 27, &RunConfig::max_transfer},
+    {"ssid", 28, &RunConfig::ssid},
+    {"psk", 29, &RunConfig::psk},
+    {"key_mgmt", 30, &RunConfig::key_mgmt},
+    {"pairwise", 31, &RunConfig::pairwise},
+    {"frequency", 32, &RunConfig::frequency},
+    {"txpower", 33, &RunConfig::txpower},
+    {"conf_file_path", 34, &RunConfig::conf_file_path},
+    {"conf_file_name", 35, &RunConfig::conf_file_name},
+    {"interface_ip", 36, &RunConfig::interface_ip},
+    {"loopback_pkt_cnt", 37, &RunConfig::loopback_pkt_cnt},
+    {"loopback_pkt_size", 38, &RunConfig::loopback_pkt_size},
 };
 
 TEST(ConfigKeys, have_their_numbers) {
-    for (const auto& [key, number] : std::vector<KeyNumber>{
-             {"device_type", 0},
-             {"vendor_id", 1},
-             {"wifidev", 3},
-             {"modulelist", 4},
-             {"ctrl_iface", 5},
-             {"ctrl_interface_group", 6},
-             {"interface_name", 7},
-             {"usbdevlist", 8},
-             {"go_ssid", 9},
-             {"starting_go_intent", 10},
-             {"device_name", 11},
-             {"p2p_target_device_mac", 12},
-             {"p2p_oper_chan", 13},
-             {"p2p_listen_chan", 14},
-             {"go_passphrase", 15},
-             {"p2p_iface_ip", 16},
-             {"dhcpd_path", 17},
-             {"dhcpd_conf", 18},
-             {"start_ip_range", 19},
-             {"end_ip_range", 20},
-             {"iperf_path", 21},
-             {"check_iperf", 22},
-             {"check_ping", 23},
-             {"driver_path", 24},
-             {"firmware_path", 25},
-             {"nvrams_path", 26},
-             {"max_transfer", 27},
-             {"ssid", 28},
-             {"psk", 29},
-             {"key_mgmt", 30},
-             {"pairwise", 31},
-             {"frequency", 32},
-             {"txpower", 33},
-             {"conf_file_path", 34},
-             {"conf_file_name", 35},
-             {"interface_ip", 36},
-             {"loopback_pkt_cnt", 37},
-             {"loopback_pkt_size", 38},
-         }) {
-        EXPECT_EQ(lookup_config_key(key), number) << key;
+    for (const Key& key : keys) {
+        EXPECT_EQ(lookup_config_key(key.name), key.number) << key.name;
     }
 }
 
@@ -123,52 +127,16 @@ TEST_F(ConfigFile, that_names_a_directory_cannot_be_read) {
 }
 
 TEST_F(ConfigFile, fills_the_field_of_every_key) {
-    const std::vector<std::pair<const char*, std::string RunConfig::*>> fields{
-        {"device_type", &RunConfig::device_type},
-        {"vendor_id", &RunConfig::vendor_id},
-        {"wifidev", &RunConfig::wifidev},
-        {"modulelist", &RunConfig::modulelist},
-        {"ctrl_iface", &RunConfig::ctrl_iface},
-        {"ctrl_interface_group", &RunConfig::ctrl_interface_group},
-        {"interface_name", &RunConfig::interface_name},
-        {"usbdevlist", &RunConfig::usbdevlist},
-        {"go_ssid", &RunConfig::go_ssid},
-        {"starting_go_intent", &RunConfig::starting_go_intent},
-        {"device_name", &RunConfig::device_name},
-        {"p2p_target_device_mac", &RunConfig::p2p_target_device_mac},
-        {"go_passphrase", &RunConfig::go_passphrase},
-        {"p2p_iface_ip", &RunConfig::p2p_iface_ip},
-        {"dhcpd_path", &RunConfig::dhcpd_path},
-        {"dhcpd_conf", &RunConfig::dhcpd_conf},
-        {"start_ip_range", &RunConfig::start_ip_range},
-        {"end_ip_range", &RunConfig::end_ip_range},
-        {"iperf_path", &RunConfig::iperf_path},
-        {"check_iperf", &RunConfig::check_iperf},
-        {"check_ping", &RunConfig::check_ping},
-        {"driver_path", &RunConfig::driver_path},
-        {"firmware_path", &RunConfig::firmware_path},
-        {"nvrams_path", &RunConfig::nvrams_path},
-        {"max_transfer", &RunConfig::max_transfer},
-        {"ssid", &RunConfig::ssid},
-        {"psk", &RunConfig::psk},
-        {"key_mgmt", &RunConfig::key_mgmt},
-        {"pairwise", &RunConfig::pairwise},
-        {"frequency", &RunConfig::frequency},
-        {"txpower", &RunConfig::txpower},
-        {"conf_file_path", &RunConfig::conf_file_path},
-        {"conf_file_name", &RunConfig::conf_file_name},
-        {"interface_ip", &RunConfig::interface_ip},
-        {"loopback_pkt_cnt", &RunConfig::loopback_pkt_cnt},
-        {"loopback_pkt_size", &RunConfig::loopback_pkt_size},
-    };
     std::string content;
-    for (const auto& [key, field] : fields) {
-        content += std::string(key) + "=value of " + key + "\n";
+    for (const Key& key : keys) {
+        content += std::string(key.name) + "=value of " + key.name + "\n";
     }
     EXPECT_EQ(read(content), 1);
     EXPECT_EQ(err_, "");
-    for (const auto& [key, field] : fields) {
-        EXPECT_EQ(config_.*field, std::string("value of ") + key);
+    for (const Key& key : keys) {
+        if (key.field != nullptr) {
+            EXPECT_EQ(config_.*key.field, std::string("value of ") + key.name);
+        }
     }
 }
 
@@ -203,74 +171,57 @@ TEST_F(ConfigFile, lets_a_repeated_key_overwrite) {
     EXPECT_EQ(config_.ssid, "");
 }
 
-TEST_F(ConfigFile, splits_at_the_first_equals_sign) {
-    read("psk=a=b==c\n");
-    EXPECT_EQ(config_.psk, "a=b==c");
+struct Line {
+    const char* name;
+    const char* content;
+    /// What one field holds afterwards, and what is reported.
+    std::string RunConfig::*field;
+    const char* value;
+    const char* report;
+};
+
+void PrintTo(const Line& line, std::ostream* out) {
+    *out << line.content;
 }
 
-TEST_F(ConfigFile, skips_a_line_without_an_equals_sign_silently) {
-    EXPECT_EQ(read("ssid\nsome words\n\n   \nssid=home\n"), 1);
-    EXPECT_EQ(err_, "");
-    EXPECT_EQ(config_.ssid, "home");
+class LineOfAConfigFile : public ConfigFile, public WithParamInterface<Line> {};
+
+TEST_P(LineOfAConfigFile, is_read_to_the_letter) {
+    EXPECT_EQ(read(GetParam().content), 1);
+    EXPECT_EQ(config_.*GetParam().field, GetParam().value);
+    EXPECT_EQ(err_, GetParam().report);
 }
 
-TEST_F(ConfigFile, takes_comments_only_from_the_first_character_on) {
-    read("#ssid=x\n//ssid=y\n# colour=blue\n");
-    EXPECT_EQ(err_, "");
-    EXPECT_EQ(config_.ssid, "");
-}
-
-TEST_F(ConfigFile, reports_a_comment_with_a_leading_blank_as_an_unknown_key) {
-    read(" #ssid=x\n");
-    EXPECT_EQ(err_, "[WIFI]Unknown key value pair..\nskipping key =  #ssid value = x\n");
-    EXPECT_EQ(config_.ssid, "");
-}
-
-TEST_F(ConfigFile, takes_a_single_slash_for_no_comment) {
-    read("/ssid=x\n");
-    EXPECT_EQ(err_, "[WIFI]Unknown key value pair..\nskipping key = /ssid value = x\n");
-}
-
-TEST_F(ConfigFile, keeps_comment_signs_inside_a_value) {
-    read("psk=a#b//c\n");
-    EXPECT_EQ(config_.psk, "a#b//c");
-}
-
-TEST_F(ConfigFile, trims_nothing) {
-    read("ssid = home\n");
-    EXPECT_EQ(err_, "[WIFI]Unknown key value pair..\nskipping key = ssid  value =  home\n");
-    EXPECT_EQ(config_.ssid, "");
-    read("ssid= my home \n");
-    EXPECT_EQ(config_.ssid, " my home ");
-}
-
-TEST_F(ConfigFile, interprets_no_quotes) {
-    read("ssid=\"home\"\n");
-    EXPECT_EQ(config_.ssid, "\"home\"");
-}
-
-TEST_F(ConfigFile, keeps_a_carriage_return_in_the_value) {
-    read("ssid=home\r\npsk=secret\r\n");
-    EXPECT_EQ(config_.ssid, "home\r");
-    EXPECT_EQ(config_.psk, "secret\r");
-}
-
-TEST_F(ConfigFile, reports_an_empty_key_as_unknown) {
-    read("=x\n");
-    EXPECT_EQ(err_, "[WIFI]Unknown key value pair..\nskipping key =  value = x\n");
-}
-
-TEST_F(ConfigFile, reports_every_unknown_key_and_reads_on) {
-    EXPECT_EQ(read("a=1\nssid=home\nSSID=2\n"), 1);
-    EXPECT_EQ(err_, "[WIFI]Unknown key value pair..\nskipping key = a value = 1\n"
-                    "[WIFI]Unknown key value pair..\nskipping key = SSID value = 2\n");
-    EXPECT_EQ(config_.ssid, "home");
-}
-
-TEST_F(ConfigFile, needs_no_final_newline) {
-    EXPECT_EQ(read("ssid=home\npsk=secret"), 1);
-    EXPECT_EQ(config_.psk, "secret");
-}
+INSTANTIATE_TEST_SUITE_P(
+    Lines, LineOfAConfigFile,
+    Values(Line{"splits_at_the_first_equals_sign", "psk=a=b==c\n", &RunConfig::psk, "a=b==c", ""},
+           Line{"without_an_equals_sign_is_skipped_silently",
+                "ssid\nsome words\n\n   \nssid=home\n", &RunConfig::ssid, "home", ""},
+           Line{"is_a_comment_from_its_first_character_on", "#ssid=x\n//ssid=y\n# colour=blue\n",
+                &RunConfig::ssid, "", ""},
+           Line{"is_no_comment_behind_a_blank", " #ssid=x\n", &RunConfig::ssid, "",
+                "[WIFI]Unknown key value pair..\nskipping key =  #ssid value = x\n"},
+           Line{"is_no_comment_behind_a_single_slash", "/ssid=x\n", &RunConfig::ssid, "",
+                "[WIFI]Unknown key value pair..\nskipping key = /ssid value = x\n"},
+           Line{"keeps_comment_signs_inside_a_value", "psk=a#b//c\n", &RunConfig::psk, "a#b//c",
+                ""},
+           Line{"is_not_trimmed_around_its_key", "ssid = home\n", &RunConfig::ssid, "",
+                "[WIFI]Unknown key value pair..\nskipping key = ssid  value =  home\n"},
+           Line{"is_not_trimmed_around_its_value", "ssid= my home \n", &RunConfig::ssid,
+                " my home ", ""},
+           Line{"keeps_its_quotes", "ssid=\"home\"\n", &RunConfig::ssid, "\"home\"", ""},
+           Line{"keeps_a_carriage_return", "ssid=home\r\npsk=secret\r\n", &RunConfig::ssid,
+                "home\r", ""},
+           Line{"keeps_a_carriage_return_at_the_end", "ssid=home\r\npsk=secret\r\n",
+                &RunConfig::psk, "secret\r", ""},
+           Line{"with_an_empty_key_is_reported", "=x\n", &RunConfig::ssid, "",
+                "[WIFI]Unknown key value pair..\nskipping key =  value = x\n"},
+           Line{"with_an_unknown_key_is_reported_and_the_next_one_read", "a=1\nssid=home\nSSID=2\n",
+                &RunConfig::ssid, "home",
+                "[WIFI]Unknown key value pair..\nskipping key = a value = 1\n"
+                "[WIFI]Unknown key value pair..\nskipping key = SSID value = 2\n"},
+           Line{"needs_no_final_newline", "ssid=home\npsk=secret", &RunConfig::psk, "secret", ""}),
+    [](const auto& line) { return line.param.name; });
 
 TEST_F(ConfigFile, reads_a_line_of_511_characters_whole) {
     const std::string value(511 - 5, 'v');

@@ -5,6 +5,7 @@
 #include "scratch.hpp"
 
 #include <fcntl.h>
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -22,35 +23,30 @@ namespace {
 
 using std::chrono::milliseconds;
 using namespace test_support;
+using namespace testing;
 
 class Files : public testing::Test {
 protected:
-    FileReader reader_of(const std::string& content) const {
-        return FileReader(open_file(directory_.file("read", content).c_str(), O_RDONLY));
+    /// What a buffer of this size receives, call by call.
+    template <std::size_t size>
+    std::vector<std::string> lines_of(const std::string& content) const {
+        FileReader file(open_file(directory_.file("read", content).c_str(), O_RDONLY));
+        std::vector<std::string> lines;
+        for (std::array<char, size> line{}; file.read_line(line);) {
+            lines.emplace_back(line.data());
+        }
+        return lines;
     }
 
     ScratchDirectory directory_;
 };
 
 TEST_F(Files, are_read_line_by_line) {
-    FileReader file = reader_of("one\n\nthree");
-    std::array<char, 16> line{};
-    EXPECT_TRUE(file.read_line(line));
-    EXPECT_STREQ(line.data(), "one\n");
-    EXPECT_TRUE(file.read_line(line));
-    EXPECT_STREQ(line.data(), "\n");
-    EXPECT_TRUE(file.read_line(line));
-    EXPECT_STREQ(line.data(), "three");
-    EXPECT_FALSE(file.read_line(line));
+    EXPECT_THAT(lines_of<16>("one\n\nthree"), ElementsAre("one\n", "\n", "three"));
 }
 
 TEST_F(Files, give_a_line_that_is_too_long_in_pieces) {
-    FileReader file = reader_of("abcdef\n");
-    std::array<char, 5> line{};
-    EXPECT_TRUE(file.read_line(line));
-    EXPECT_STREQ(line.data(), "abcd");
-    EXPECT_TRUE(file.read_line(line));
-    EXPECT_STREQ(line.data(), "ef\n");
+    EXPECT_THAT(lines_of<5>("abcdef\n"), ElementsAre("abcd", "ef\n"));
 }
 
 TEST_F(Files, that_cannot_be_read_have_no_lines) {

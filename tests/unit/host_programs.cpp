@@ -5,12 +5,8 @@
 
 namespace wivex::test_support {
 
-HostPrograms::HostPrograms() : old_path_(::getenv("PATH")) {
+HostPrograms::HostPrograms() {
     ::setenv("PATH", directory_.path().c_str(), 1);
-}
-
-HostPrograms::~HostPrograms() {
-    ::setenv("PATH", old_path_.c_str(), 1);
 }
 
 void HostPrograms::provide(const std::string& name, const std::string& behaviour) const {

@@ -8,12 +8,10 @@
 
 namespace wivex::test_support {
 
+/// Changes the search path, which the fixture puts back.
 class HostPrograms {
 public:
     HostPrograms();
-    ~HostPrograms();
-    HostPrograms(const HostPrograms&) = delete;
-    HostPrograms& operator=(const HostPrograms&) = delete;
 
     /// `behaviour` is shell text.
     void provide(const std::string& name, const std::string& behaviour = "exit 0") const;
@@ -28,7 +26,6 @@ public:
 
 private:
     ScratchDirectory directory_;
-    std::string old_path_;
 };
 
 } // namespace wivex::test_support

@@ -20,6 +20,7 @@ namespace {
 
 using std::chrono::milliseconds;
 using namespace test_support;
+using namespace testing;
 
 /// The shell finds nothing but tools that note how they were called.
 class HostTools : public ProcessFixture {
@@ -42,8 +43,7 @@ TEST_F(HostTools, restart_the_dhcp_server_with_its_configuration) {
     programs_.provide("udhcpd");
     EXPECT_TRUE(cmd_to_restart_dhcpd(config_));
     EXPECT_EQ(programs_.calls(), "killall udhcpd\nsleep 1\nudhcpd /etc/udhcpd.conf\n");
-    EXPECT_EQ(console_.out(), "killall udhcpd;sleep 1; udhcpd /etc/udhcpd.conf\n");
-    EXPECT_EQ(console_.err(), "");
+    EXPECT_THAT(console_.streams(), Pair("killall udhcpd;sleep 1; udhcpd /etc/udhcpd.conf\n", ""));
 }
 
 TEST_F(HostTools, put_the_path_in_front_of_the_dhcp_server_as_it_is) {
@@ -63,8 +63,7 @@ TEST_F(HostTools, give_the_interface_its_address) {
     programs_.provide("ifconfig", "exit 3");
     EXPECT_TRUE(cmd_to_set_ip(config_));
     EXPECT_EQ(programs_.calls(), "ifconfig wlan0 192.168.49.1\n");
-    EXPECT_EQ(console_.out(), "ifconfig wlan0 192.168.49.1\n");
-    EXPECT_EQ(console_.err(), "");
+    EXPECT_THAT(console_.streams(), Pair("ifconfig wlan0 192.168.49.1\n", ""));
 }
 
 TEST_F(HostTools, print_a_command_before_it_runs) {
@@ -92,8 +91,7 @@ TEST_F(HostTools, end_every_iperf_twice_before_the_server_starts) {
         std::this_thread::sleep_for(milliseconds(5));
     }
     EXPECT_EQ(programs_.calls(), "killall iperf\nkillall iperf\niperf -s -i 1\n");
-    EXPECT_EQ(console_.out(), "");
-    EXPECT_EQ(console_.err(), "");
+    EXPECT_THAT(console_.streams(), Pair("", ""));
 }
 
 TEST_F(HostTools, leave_the_iperf_server_in_the_background) {
@@ -110,8 +108,7 @@ TEST_F(HostTools, run_the_iperf_client_to_its_end) {
     EXPECT_TRUE(cmd_to_run_iperf_client(config_));
     EXPECT_GE(watch.elapsed(), milliseconds(500));
     EXPECT_EQ(programs_.calls(), "iperf -c 192.168.49.1 -i 1\n");
-    EXPECT_EQ(console_.out(), "measured\n");
-    EXPECT_EQ(console_.err(), "");
+    EXPECT_THAT(console_.streams(), Pair("measured\n", ""));
 }
 
 TEST_F(HostTools, put_the_path_in_front_of_iperf_as_it_is) {
@@ -129,8 +126,7 @@ TEST_F(HostTools, take_an_address_and_end_the_client_that_stays) {
     programs_.provide("killall");
     EXPECT_EQ(cmd_to_run_dhcp_client("wlan7"), 0);
     EXPECT_EQ(programs_.calls(), "udhcpc -i wlan7 --now\nkillall udhcpc\n");
-    EXPECT_EQ(console_.out(), "Executing dhclient...\nudhcpc -i wlan7 --now.\n");
-    EXPECT_EQ(console_.err(), "");
+    EXPECT_THAT(console_.streams(), Pair("Executing dhclient...\nudhcpc -i wlan7 --now.\n", ""));
 }
 
 TEST_F(HostTools, end_the_dhcp_client_again_and_again_until_one_was_found) {
@@ -151,8 +147,8 @@ TEST_F(HostTools, fail_with_21_when_no_address_can_be_had) {
     programs_.provide("killall");
     EXPECT_EQ(cmd_to_run_dhcp_client("wlan0"), 21);
     EXPECT_EQ(programs_.calls(), "udhcpc -i wlan0 --now\n");
-    EXPECT_EQ(console_.out(), "Executing dhclient...\nudhcpc -i wlan0 --now.\n");
-    EXPECT_EQ(console_.err(), "Fail to run dhclient!!!\n");
+    EXPECT_THAT(console_.streams(), Pair("Executing dhclient...\nudhcpc -i wlan0 --now.\n",
+                                         "Fail to run dhclient!!!\n"));
 }
 
 TEST_F(HostTools, fail_with_21_when_there_is_no_dhcp_client_or_it_is_killed) {

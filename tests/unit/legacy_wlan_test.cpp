@@ -81,8 +81,8 @@ TEST_F(LegacyWlan, does_not_rest_after_a_failure) {
 TEST_F(LegacyWlan, returns_6_without_a_supplicant) {
     supplicant_->die();
     EXPECT_EQ(legacy_wlan_test(config_), 6);
-    EXPECT_EQ(console_.out(), "[WIFI]Unable to open sockets!!\n");
-    EXPECT_EQ(console_.err(), "unable to open sockets\n");
+    EXPECT_THAT(console_.streams(),
+                Pair("[WIFI]Unable to open sockets!!\n", "unable to open sockets\n"));
 }
 
 TEST_F(LegacyWlan, returns_6_when_the_supplicant_refuses_the_event_connection) {

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // What most tests stand on: the process-wide state of a program that has just started, a directory
-// of its own, the caught console, a configuration.
+// of its own, the caught console, a configuration. The search path is put back behind each test.
 #pragma once
 
 #include "common/process_state.hpp"
@@ -10,6 +10,9 @@
 #include "scratch.hpp"
 
 #include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <string>
 
 namespace wivex::test_support {
 
@@ -25,11 +28,15 @@ protected:
     }
     void TearDown() override {
         reset_process_state();
+        ::setenv("PATH", search_path_.c_str(), 1);
     }
 
     ScratchDirectory directory_;
     ConsoleCapture console_;
     RunConfig config_;
+
+private:
+    const std::string search_path_ = ::getenv("PATH");
 };
 
 /// For what opens control sockets. The interface is none of the two whose status a session asks,

@@ -71,6 +71,17 @@ TEST_F(Readiness, finds_no_module_among_strangers) {
     EXPECT_EQ(config_.product_id, "kept");
 }
 
+TEST_F(Readiness, needs_the_ids_of_a_module_from_their_first_letter_to_their_last) {
+    for (const char* cut :
+         {"endor=0cf3 ProdID=1022", "endor=0cf3 ProdID=9378", "endor=0a5c ProdID=bd27",
+          "endor=0a5c ProdID=bd1d", "endor=9e0c ProdID=20a0", "Vendor=0cf3 ProdID=102",
+          "Vendor=0cf3 ProdID=937", "Vendor=0a5c ProdID=bd2", "Vendor=0a5c ProdID=bd1",
+          "Vendor=9e0c ProdID=20a"}) {
+        EXPECT_EQ(chip_in(std::string("P:  v") + cut + " Rev= 0.01\n"), 0) << cut;
+        EXPECT_EQ(chip_in(cut), 0) << cut;
+    }
+}
+
 TEST_F(Readiness, takes_the_module_that_comes_first_in_the_file) {
     EXPECT_EQ(chip_in("P:  Vendor=0cf3 ProdID=9378 Rev= 0.01\nP:  Vendor=0cf3 ProdID=1022 Rev=\n"),
               2);
@@ -97,8 +108,7 @@ TEST_F(Readiness, finds_nothing_in_an_empty_device_list) {
 
 TEST_F(Readiness, says_nothing_about_an_unreadable_device_list) {
     EXPECT_EQ(detect_usb_chip(directory_ / "absent", config_), 0);
-    EXPECT_EQ(console_.out(), "");
-    EXPECT_EQ(console_.err(), "");
+    EXPECT_THAT(console_.streams(), Pair("", ""));
 }
 
 TEST_F(Readiness, names_an_unreadable_device_list_with_debug) {
@@ -178,8 +188,7 @@ TEST_F(Readiness, survives_flags_longer_than_a_line_buffer) {
 TEST_F(Readiness, says_nothing_about_an_unreadable_flags_file) {
     EXPECT_EQ(read_interface_flag(directory_ / "absent", 1, status_), 0);
     EXPECT_EQ(status_, -1);
-    EXPECT_EQ(console_.out(), "");
-    EXPECT_EQ(console_.err(), "");
+    EXPECT_THAT(console_.streams(), Pair("", ""));
 }
 
 TEST_F(Readiness, names_an_unreadable_flags_file_with_debug) {

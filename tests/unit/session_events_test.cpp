@@ -17,6 +17,7 @@ namespace {
 
 using std::chrono::milliseconds;
 using namespace test_support;
+using namespace testing;
 
 class SessionEvents : public SessionFixture {};
 
@@ -71,8 +72,7 @@ TEST_F(SessionEvents, prints_every_message_with_debug) {
     supplicant_.send_event("<3>TWO");
     supplicant_.send_event("<3>THREE");
     EXPECT_EQ(session_->waitForEvent("TWO"), 1);
-    EXPECT_EQ(console_.out(), "<3>ONE\n<3>TWO\n");
-    EXPECT_EQ(console_.err(), "");
+    EXPECT_THAT(console_.streams(), Pair("<3>ONE\n<3>TWO\n", ""));
 }
 
 TEST_F(SessionEvents, returns_what_the_matcher_says_of_the_first_message_with_the_event_text) {
@@ -116,8 +116,7 @@ TEST_F(SessionEvents, names_the_first_candidate_that_the_matcher_accepts) {
     supplicant_.send_event("<3>OTHER 02:01");
     supplicant_.send_event("<3>FOUND 02:01 02:02");
     EXPECT_EQ(session_->waitForEventAny("FOUND", matches_argument, candidates), 1);
-    EXPECT_EQ(console_.out(), "[WIFI]Testing for 02:00\n[WIFI]Testing for 02:01\n");
-    EXPECT_EQ(console_.err(), "");
+    EXPECT_THAT(console_.streams(), Pair("[WIFI]Testing for 02:00\n[WIFI]Testing for 02:01\n", ""));
 }
 
 TEST_F(SessionEvents, names_no_candidate_when_none_is_accepted_and_reads_no_further) {

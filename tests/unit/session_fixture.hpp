@@ -30,11 +30,6 @@ protected:
         SupplicantFixture::TearDown();
     }
 
-    void expect_silence() {
-        EXPECT_EQ(console_.out(), "");
-        EXPECT_EQ(console_.err(), "");
-    }
-
     std::optional<SupplicantSession> session_;
 };
 

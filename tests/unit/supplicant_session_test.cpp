@@ -58,8 +58,7 @@ TEST_F(Session, opens_two_connections_and_attaches_the_second_a_second_later) {
     EXPECT_EQ(received[0].command, "ATTACH");
     EXPECT_STREQ(received[0].sender.sun_path, event_connection->local.sun_path);
     EXPECT_EQ(session.lastCommand(), "");
-    EXPECT_EQ(console_.out(), "");
-    EXPECT_EQ(console_.err(), "");
+    EXPECT_THAT(console_.streams(), Pair("", ""));
 }
 
 TEST_F(OpenSession, detaches_the_event_connection_when_it_closes) {
@@ -132,8 +131,7 @@ TEST_F(SessionWithoutASupplicant, stays_closed) {
     create_file("/tmp/wpa_ctrl_1-1");
     SupplicantSession session(config_);
     EXPECT_TRUE(session.isInvalid());
-    EXPECT_EQ(console_.out(), "[WIFI]Unable to open sockets!!\n");
-    EXPECT_EQ(console_.err(), "");
+    EXPECT_THAT(console_.streams(), Pair("[WIFI]Unable to open sockets!!\n", ""));
     EXPECT_EQ(command_connection, nullptr);
     EXPECT_EQ(event_connection, nullptr);
     EXPECT_FALSE(exists("/tmp/wpa_ctrl_1-1"));
@@ -192,8 +190,7 @@ TEST_F(OpenSession, fails_on_a_busy_supplicant_and_keeps_the_reply_for_the_calle
     EXPECT_STREQ(reply_.data(), "FAIL-BUSY\n");
     EXPECT_EQ(length_, 10U);
     EXPECT_EQ(session_->lastCommand(), "PING");
-    EXPECT_EQ(console_.out(), "");
-    EXPECT_EQ(console_.err(), "");
+    EXPECT_THAT(console_.streams(), Pair("", ""));
 }
 
 TEST_F(OpenSession, judges_replies_by_what_they_contain) {
@@ -263,8 +260,7 @@ TEST_F(StatusProbe, asks_wlan0_on_a_connection_that_stays_open) {
     EXPECT_TRUE(probe_wlan());
     EXPECT_STREQ(reply_.data(), "wpa_state=COMPLETED\n");
     EXPECT_EQ(length_, 20U);
-    EXPECT_EQ(console_.out(), "wpa_state=COMPLETED\n\n");
-    EXPECT_EQ(console_.err(), "");
+    EXPECT_THAT(console_.streams(), Pair("wpa_state=COMPLETED\n\n", ""));
     ASSERT_EQ(wlan0.received().size(), 1U);
     EXPECT_EQ(wlan0.received()[0].command, "STATUS");
     EXPECT_TRUE(exists(wlan0.received()[0].sender.sun_path));
@@ -282,11 +278,9 @@ TEST_F(StatusProbe, asks_p2p0_for_the_peer_to_peer_status) {
 
 TEST_F(StatusProbe, that_cannot_connect_says_so_for_both_interfaces_alike) {
     EXPECT_FALSE(probe_wlan());
-    EXPECT_EQ(console_.err(), "Unable to check wlan staus.\n");
-    EXPECT_EQ(console_.out(), "");
+    EXPECT_THAT(console_.streams(), Pair("", "Unable to check wlan staus.\n"));
     EXPECT_FALSE(probe_p2p());
-    EXPECT_EQ(console_.err(), "Unable to check wlan staus.\n");
-    EXPECT_EQ(console_.out(), "");
+    EXPECT_THAT(console_.streams(), Pair("", "Unable to check wlan staus.\n"));
 }
 
 TEST_F(StatusProbe, that_is_refused_prints_the_reply_and_closes_its_connection) {

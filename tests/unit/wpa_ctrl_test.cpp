@@ -17,6 +17,7 @@
 #include <chrono>
 #include <ctime>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace wivex {
@@ -231,27 +232,25 @@ TEST_F(ControlSocket, cleanup_removes_every_client_socket_file_whoever_made_it) 
 
 // ---- helpers -----------------------------------------------------------------------------------
 
-TEST(OsStrlcpy, copies_what_fits_and_always_terminates) {
-    std::array<char, 6> buffer{};
-    buffer.fill('#');
-    EXPECT_EQ(os_strlcpy(buffer.data(), "abc", 5), 3U);
-    EXPECT_EQ(std::string(buffer.data(), 6), std::string("abc\0##", 6));
-    buffer.fill('#');
-    EXPECT_EQ(os_strlcpy(buffer.data(), "abcd", 5), 4U);
-    EXPECT_EQ(std::string(buffer.data(), 6), std::string("abcd\0#", 6));
-    buffer.fill('#');
-    EXPECT_EQ(os_strlcpy(buffer.data(), "abcdefgh", 5), 8U);
-    EXPECT_EQ(std::string(buffer.data(), 6), std::string("abcd\0#", 6));
-    buffer.fill('#');
-    EXPECT_EQ(os_strlcpy(buffer.data(), "abc", 1), 3U);
-    EXPECT_EQ(std::string(buffer.data(), 2), std::string("\0#", 2));
-    buffer.fill('#');
-    EXPECT_EQ(os_strlcpy(buffer.data(), "abc", 0), 3U);
-    EXPECT_EQ(buffer[0], '#');
-    EXPECT_EQ(os_strlcpy(buffer.data(), "", 5), 0U);
-    EXPECT_EQ(buffer[0], '\0');
-}
+struct Copy {
+    const char* source;
+    std::size_t size;
+    std::size_t length;
+    /// Six characters that were '#' before.
+    std::string_view buffer;
+};
 
+TEST(OsStrlcpy, copies_what_fits_and_always_terminates) {
+    using namespace std::string_view_literals;
+    for (const Copy& copy : {Copy{"abc", 5, 3, "abc\0##"sv}, Copy{"abcd", 5, 4, "abcd\0#"sv},
+                             Copy{"abcdefgh", 5, 8, "abcd\0#"sv}, Copy{"abc", 1, 3, "\0#####"sv},
+                             Copy{"abc", 0, 3, "######"sv}, Copy{"", 5, 0, "\0#####"sv}}) {
+        std::array<char, 6> buffer{};
+        buffer.fill('#');
+        EXPECT_EQ(os_strlcpy(buffer.data(), copy.source, copy.size), copy.length) << copy.source;
+        EXPECT_EQ(std::string_view(buffer.data(), 6), copy.buffer) << copy.source;
+    }
+}
 TEST(OsSleep, sleeps_seconds_and_then_microseconds) {
     const Stopwatch watch;
     os_sleep(0, 0);
