@@ -13,8 +13,6 @@
 
 namespace wivex::test_support {
 
-using std::chrono::milliseconds;
-
 int fork_child(const std::function<int()>& body) {
     const pid_t pid = ::fork();
     if (pid == 0) {

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "pipe.hpp"
+#include "scratch.hpp"
 
 #include <chrono>
 #include <functional>
@@ -29,7 +30,7 @@ int fork_child(const std::function<int()>& body);
 
 /// Waits for the end of a child; kills it after `limit`. Returns its exit status, 128 plus the
 /// number of the signal that ended it, or -1 when it had to be killed.
-int end_of_child(int pid, std::chrono::milliseconds limit);
+int end_of_child(int pid, milliseconds limit);
 
 /// Runs `body` in a child that has no rights and can start no process. Returns the child's end.
 int without_processes(const std::function<int()>& body);
@@ -41,6 +42,6 @@ int without_processes(const std::function<int()>& body);
 /// time to come to its wait, and returns the child's end, which must come within `limit`.
 int end_of_interrupted(int signal_number, const std::function<void()>& body,
                        void (*handler)(int) = exit_by_signal,
-                       std::chrono::milliseconds limit = std::chrono::milliseconds(1500));
+                       milliseconds limit = milliseconds(1500));
 
 } // namespace wivex::test_support

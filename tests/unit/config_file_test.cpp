@@ -8,6 +8,7 @@
 
 #include <ostream>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace wivex {
@@ -16,57 +17,53 @@ namespace {
 using namespace test_support;
 using namespace testing;
 
-struct Key {
-    const char* name;
+struct KeyNumber {
+    const char* key;
     int number;
-    /// Null for the two channels, which share a field.
-    std::string RunConfig::*field;
-};
-
-const std::vector<Key> keys{
-    {"device_type", 0, &RunConfig::device_type},
-    {"vendor_id", 1, &RunConfig::vendor_id},
-    {"wifidev", 3, &RunConfig::wifidev},
-    {"modulelist", 4, &RunConfig::modulelist},
-    {"ctrl_iface", 5, &RunConfig::ctrl_iface},
-    {"ctrl_interface_group", 6, &RunConfig::ctrl_interface_group},
-    {"interface_name", 7, &RunConfig::interface_name},
-    {"usbdevlist", 8, &RunConfig::usbdevlist},
-    {"go_ssid", 9, &RunConfig::go_ssid},
-    {"starting_go_intent", 10, &RunConfig::starting_go_intent},
-    {"device_name", 11, &RunConfig::device_name},
-    {"p2p_target_device_mac", 12, &RunConfig::p2p_target_device_mac},
-    {"p2p_oper_chan", 13, nullptr},
-    {"p2p_listen_chan", 14, nullptr},
-    {"go_passphrase", 15, &RunConfig::go_passphrase},
-    {"p2p_iface_ip", 16, &RunConfig::p2p_iface_ip},
-    {"dhcpd_path", 17, &RunConfig::dhcpd_path},
-    {"dhcpd_conf", 18, &RunConfig::dhcpd_conf},
-    {"start_ip_range", 19, &RunConfig::start_ip_range},
-    {"end_ip_range", 20, &RunConfig::end_ip_range},
-    {"iperf_path", 21, &RunConfig::iperf_path},
-    {"check_iperf", 22, &RunConfig::check_iperf},
-    {"check_ping", 23, &RunConfig::check_ping},
-    {"driver_path", 24, &RunConfig::driver_path},
-    {"firmware_path", 25, &RunConfig::firmware_path},
-    {"nvrams_path", 26, &RunConfig::nvrams_path},
-    {"max_transfer", 27, &RunConfig::max_transfer},
-    {"ssid", 28, &RunConfig::ssid},
-    {"psk", 29, &RunConfig::psk},
-    {"key_mgmt", 30, &RunConfig::key_mgmt},
-    {"pairwise", 31, &RunConfig::pairwise},
-    {"frequency", 32, &RunConfig::frequency},
-    {"txpower", 33, &RunConfig::txpower},
-    {"conf_file_path", 34, &RunConfig::conf_file_path},
-    {"conf_file_name", 35, &RunConfig::conf_file_name},
-    {"interface_ip", 36, &RunConfig::interface_ip},
-    {"loopback_pkt_cnt", 37, &RunConfig::loopback_pkt_cnt},
-    {"loopback_pkt_size", 38, &RunConfig::loopback_pkt_size},
 };
 
 TEST(ConfigKeys, have_their_numbers) {
-    for (const Key& key : keys) {
-        EXPECT_EQ(lookup_config_key(key.name), key.number) << key.name;
+    for (const auto& [key, number] : std::vector<KeyNumber>{
+             {"device_type", 0},
+             {"vendor_id", 1},
+             {"wifidev", 3},
+             {"modulelist", 4},
+             {"ctrl_iface", 5},
+             {"ctrl_interface_group", 6},
+             {"interface_name", 7},
+             {"usbdevlist", 8},
+             {"go_ssid", 9},
+             {"starting_go_intent", 10},
+             {"device_name", 11},
+             {"p2p_target_device_mac", 12},
+             {"p2p_oper_chan", 13},
+             {"p2p_listen_chan", 14},
+             {"go_passphrase", 15},
+             {"p2p_iface_ip", 16},
+             {"dhcpd_path", 17},
+             {"dhcpd_conf", 18},
+             {"start_ip_range", 19},
+             {"end_ip_range", 20},
+             {"iperf_path", 21},
+             {"check_iperf", 22},
+             {"check_ping", 23},
+             {"driver_path", 24},
+             {"firmware_path", 25},
+             {"nvrams_path", 26},
+             {"max_transfer", 27},
+             {"ssid", 28},
+             {"psk", 29},
+             {"key_mgmt", 30},
+             {"pairwise", 31},
+             {"frequency", 32},
+             {"txpower", 33},
+             {"conf_file_path", 34},
+             {"conf_file_name", 35},
+             {"interface_ip", 36},
+             {"loopback_pkt_cnt", 37},
+             {"loopback_pkt_size", 38},
+         }) {
+        EXPECT_EQ(lookup_config_key(key), number) << key;
     }
 }
 
@@ -127,16 +124,52 @@ TEST_F(ConfigFile, that_names_a_directory_cannot_be_read) {
 }
 
 TEST_F(ConfigFile, fills_the_field_of_every_key) {
+    const std::vector<std::pair<const char*, std::string RunConfig::*>> fields{
+        {"device_type", &RunConfig::device_type},
+        {"vendor_id", &RunConfig::vendor_id},
+        {"wifidev", &RunConfig::wifidev},
+        {"modulelist", &RunConfig::modulelist},
+        {"ctrl_iface", &RunConfig::ctrl_iface},
+        {"ctrl_interface_group", &RunConfig::ctrl_interface_group},
+        {"interface_name", &RunConfig::interface_name},
+        {"usbdevlist", &RunConfig::usbdevlist},
+        {"go_ssid", &RunConfig::go_ssid},
+        {"starting_go_intent", &RunConfig::starting_go_intent},
+        {"device_name", &RunConfig::device_name},
+        {"p2p_target_device_mac", &RunConfig::p2p_target_device_mac},
+        {"go_passphrase", &RunConfig::go_passphrase},
+        {"p2p_iface_ip", &RunConfig::p2p_iface_ip},
+        {"dhcpd_path", &RunConfig::dhcpd_path},
+        {"dhcpd_conf", &RunConfig::dhcpd_conf},
+        {"start_ip_range", &RunConfig::start_ip_range},
+        {"end_ip_range", &RunConfig::end_ip_range},
+        {"iperf_path", &RunConfig::iperf_path},
+        {"check_iperf", &RunConfig::check_iperf},
+        {"check_ping", &RunConfig::check_ping},
+        {"driver_path", &RunConfig::driver_path},
+        {"firmware_path", &RunConfig::firmware_path},
+        {"nvrams_path", &RunConfig::nvrams_path},
+        {"max_transfer", &RunConfig::max_transfer},
+        {"ssid", &RunConfig::ssid},
+        {"psk", &RunConfig::psk},
+        {"key_mgmt", &RunConfig::key_mgmt},
+        {"pairwise", &RunConfig::pairwise},
+        {"frequency", &RunConfig::frequency},
+        {"txpower", &RunConfig::txpower},
+        {"conf_file_path", &RunConfig::conf_file_path},
+        {"conf_file_name", &RunConfig::conf_file_name},
+        {"interface_ip", &RunConfig::interface_ip},
+        {"loopback_pkt_cnt", &RunConfig::loopback_pkt_cnt},
+        {"loopback_pkt_size", &RunConfig::loopback_pkt_size},
+    };
     std::string content;
-    for (const Key& key : keys) {
-        content += std::string(key.name) + "=value of " + key.name + "\n";
+    for (const auto& [key, field] : fields) {
+        content += std::string(key) + "=value of " + key + "\n";
     }
     EXPECT_EQ(read(content), 1);
     EXPECT_EQ(err_, "");
-    for (const Key& key : keys) {
-        if (key.field != nullptr) {
-            EXPECT_EQ(config_.*key.field, std::string("value of ") + key.name);
-        }
+    for (const auto& [key, field] : fields) {
+        EXPECT_EQ(config_.*field, std::string("value of ") + key);
     }
 }
 
@@ -155,20 +188,6 @@ TEST_F(ConfigFile, sets_both_copies_of_the_interface_name) {
     read("interface_name=wlan0\n");
     EXPECT_EQ(config_.interface_name, "wlan0");
     EXPECT_EQ(config_.interface_name_copy, "wlan0");
-}
-
-TEST_F(ConfigFile, keeps_the_later_of_the_two_channel_keys) {
-    read("p2p_oper_chan=11\np2p_listen_chan=6\n");
-    EXPECT_EQ(config_.p2p_channel, "6");
-    read("p2p_listen_chan=1\np2p_oper_chan=11\n");
-    EXPECT_EQ(config_.p2p_channel, "11");
-}
-
-TEST_F(ConfigFile, lets_a_repeated_key_overwrite) {
-    read("ssid=first\nssid=second\n");
-    EXPECT_EQ(config_.ssid, "second");
-    read("ssid=first\nssid=\n");
-    EXPECT_EQ(config_.ssid, "");
 }
 
 struct Line {
@@ -194,7 +213,15 @@ TEST_P(LineOfAConfigFile, is_read_to_the_letter) {
 
 INSTANTIATE_TEST_SUITE_P(
     Lines, LineOfAConfigFile,
-    Values(Line{"splits_at_the_first_equals_sign", "psk=a=b==c\n", &RunConfig::psk, "a=b==c", ""},
+    Values(Line{"overwrites_an_earlier_one_of_its_key", "ssid=first\nssid=second\n",
+                &RunConfig::ssid, "second", ""},
+           Line{"overwrites_an_earlier_one_with_nothing", "ssid=first\nssid=\n", &RunConfig::ssid,
+                "", ""},
+           Line{"of_the_listen_channel_overwrites_the_operating_channel",
+                "p2p_oper_chan=11\np2p_listen_chan=6\n", &RunConfig::p2p_channel, "6", ""},
+           Line{"of_the_operating_channel_overwrites_the_listen_channel",
+                "p2p_listen_chan=1\np2p_oper_chan=11\n", &RunConfig::p2p_channel, "11", ""},
+           Line{"splits_at_the_first_equals_sign", "psk=a=b==c\n", &RunConfig::psk, "a=b==c", ""},
            Line{"without_an_equals_sign_is_skipped_silently",
                 "ssid\nsome words\n\n   \nssid=home\n", &RunConfig::ssid, "home", ""},
            Line{"is_a_comment_from_its_first_character_on", "#ssid=x\n//ssid=y\n# colour=blue\n",

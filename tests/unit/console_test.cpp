@@ -21,7 +21,6 @@
 namespace wivex {
 namespace {
 
-using std::chrono::milliseconds;
 using namespace test_support;
 
 TEST(Console, writes_a_complete_line_at_once) {

@@ -17,7 +17,6 @@ namespace wivex {
 namespace {
 
 using std::chrono::microseconds;
-using std::chrono::milliseconds;
 using std::chrono::steady_clock;
 using namespace test_support;
 using namespace testing;

@@ -19,7 +19,6 @@
 namespace wivex {
 namespace {
 
-using std::chrono::milliseconds;
 using namespace test_support;
 
 /// How a child ends that repeats `wait` for ever, when it is interrupted.

@@ -13,7 +13,6 @@
 namespace wivex {
 namespace {
 
-using std::chrono::milliseconds;
 using namespace test_support;
 using namespace testing;
 

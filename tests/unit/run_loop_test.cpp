@@ -18,7 +18,6 @@
 namespace wivex {
 namespace {
 
-using std::chrono::milliseconds;
 using namespace test_support;
 using namespace testing;
 
@@ -181,6 +180,20 @@ TEST_F(RunLoop, files_code_14) {
               0);
     EXPECT_EQ(read_file(run_options.result_file),
               "Test case 1 passed \nTest case 2 passed \nTest case 8 fail # 1\n");
+}
+
+// ---- the address check -------------------------------------------------------------------------
+
+TEST_F(RunLoop, looks_for_the_folder_of_its_files_in_the_first_99_characters_of_the_results_path) {
+    run_options.mac_mode = 1;
+    const std::string within = "/tmp/" + std::string(93, 'd') + "/";
+    ASSERT_EQ(within.size(), 99U);
+    run_options.result_file = within + "result";
+    run();
+    EXPECT_THAT(console_.out(), HasSubstr("[WIFI]Result file direcotry is " + within + "\n"));
+    run_options.result_file = "/tmp/" + std::string(94, 'd') + "/result";
+    run();
+    EXPECT_THAT(console_.out(), HasSubstr("[WIFI]Result file direcotry is /tmp/\n"));
 }
 
 // ---- the choice of the mode --------------------------------------------------------------------

@@ -7,28 +7,13 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <cstdlib>
-#include <filesystem>
 #include <fstream>
 #include <iterator>
 
 namespace wivex::test_support {
 
-ScratchDirectory::ScratchDirectory() {
-    std::string name = "/tmp/unit-test-XXXXXX";
-    if (::mkdtemp(name.data()) == nullptr) {
-        std::abort();
-    }
-    path_ = name;
-}
-
-ScratchDirectory::~ScratchDirectory() {
-    std::error_code ignored;
-    std::filesystem::remove_all(path_, ignored);
-}
-
 std::string ScratchDirectory::operator/(std::string_view name) const {
-    return path_ + "/" + std::string(name);
+    return path() + "/" + std::string(name);
 }
 
 std::string ScratchDirectory::file(std::string_view name, std::string_view content) const {

@@ -2,22 +2,21 @@
 // Small helpers of the unit tests: a directory that goes away again, files, clocks.
 #pragma once
 
+#include "temporary_folder.hpp"
+
 #include <chrono>
 #include <string>
 #include <string_view>
 
 namespace wivex::test_support {
 
+using std::chrono::milliseconds;
+
 /// A directory of its own that is removed with all it holds.
 class ScratchDirectory {
 public:
-    ScratchDirectory();
-    ~ScratchDirectory();
-    ScratchDirectory(const ScratchDirectory&) = delete;
-    ScratchDirectory& operator=(const ScratchDirectory&) = delete;
-
     const std::string& path() const {
-        return path_;
+        return folder_.path();
     }
     std::string operator/(std::string_view name) const;
 
@@ -28,7 +27,7 @@ public:
     std::string program(std::string_view name, std::string_view content) const;
 
 private:
-    std::string path_;
+    test_tools::TemporaryFolder folder_{"unit-test"};
 };
 
 /// The whole content of a file; empty when there is none.

@@ -15,7 +15,6 @@
 namespace wivex {
 namespace {
 
-using std::chrono::milliseconds;
 using namespace test_support;
 using namespace testing;
 

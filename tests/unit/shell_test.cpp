@@ -21,7 +21,6 @@
 namespace wivex {
 namespace {
 
-using std::chrono::milliseconds;
 using namespace test_support;
 
 TEST(RunShell, returns_the_wait_status_of_the_command) {

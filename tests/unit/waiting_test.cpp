@@ -24,7 +24,6 @@
 namespace wivex {
 namespace {
 
-using std::chrono::milliseconds;
 using namespace test_support;
 using namespace testing;
 
