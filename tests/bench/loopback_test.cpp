@@ -115,16 +115,17 @@ TEST_P(MissingLoopback, is_told_and_recorded_without_a_request) {
     EXPECT_EQ("", expect_failed_loopback(GetParam()).driver_log());
 }
 
-INSTANTIATE_TEST_SUITE_P(Chips, MissingLoopback,
-                         Values(FailedLoopback{"of_another_driver_silently",
-                                               "loopback/ordinary-kernel", ""},
-                                FailedLoopback{"of_the_bd1d_module", "loopback/unsupported",
-                                               "[WIFI]LOOPBACK is not supported for this chip\n",
-                                               "[WIFI]Current module : vid = 0a5c,pid = bd1d\n"},
-                                FailedLoopback{"without_a_module", "loopback/no-module",
-                                               "[WIFI]LOOPBACK is not supported for this chip\n",
-                                               "[WIFI]Current module : vid = 9e0c,pid = \n"}),
-                         [](const auto& loopback) { return loopback.param.name; });
+INSTANTIATE_TEST_SUITE_P(
+    Chips, MissingLoopback,
+    Values(FailedLoopback{"of_another_driver_silently", "loopback/ordinary-kernel", ""},
+           FailedLoopback{"of_the_bd1d_module", "loopback/unsupported",
+                          "[WIFI]LOOPBACK is not supported for this chip\n",
+                          "[WIFI]Current module : vid = 0a5c,pid = bd1d\n"},
+           FailedLoopback{"without_a_module", "loopback/no-module",
+                          "[WIFI]LOOPBACK is not supported for this chip\n",
+                          "[WIFI]Current module : vid = 9e0c,pid = \n",
+                          "Test case 1 fail # 1\nTest case 2 passed \nTest case 4 fail # 1\n"}),
+    [](const auto& loopback) { return loopback.param.name; });
 
 // ---- termination ------------------------------------------------------------------------------
 

@@ -249,7 +249,7 @@ struct Rescan {
 };
 
 void PrintTo(const Rescan& rescan, std::ostream* out) {
-    *out << rescan.before;
+    *out << rescan.name;
 }
 
 class StatusOfARescan : public TestWithParam<Rescan> {};

@@ -238,14 +238,15 @@ constexpr const char* switched =
     "[WIFI]Write to file \"/sys/module/bcmdhd/parameters/usbloop_enable\" success\n";
 constexpr const char* qca = "[WIFI]WiFi Vendor is QCA 11n. Nothing to do.\n";
 
-INSTANTIATE_TEST_SUITE_P(Modules, ModuleOfAKilledRun,
-                         testing::Values(KilledModule{"bd27", "module 0a5c:bd27", 3, switched},
-                                         KilledModule{"20a0", "module 9e0c:20a0", 5, switched},
-                                         KilledModule{"1022", "module 0cf3:1022", 1, qca},
-                                         KilledModule{"9378", "module 0cf3:9378", 2, qca},
-                                         KilledModule{"bd1d", "module 0a5c:bd1d", 4, ""},
-                                         KilledModule{"none", "module none", 0, ""}),
-                         [](const auto& module) { return module.param.name; });
+INSTANTIATE_TEST_SUITE_P(
+    Modules, ModuleOfAKilledRun,
+    testing::Values(KilledModule{"module_bd27", "module 0a5c:bd27", 3, switched},
+                    KilledModule{"module_20a0", "module 9e0c:20a0", 5, switched},
+                    KilledModule{"module_1022", "module 0cf3:1022", 1, qca},
+                    KilledModule{"module_9378", "module 0cf3:9378", 2, qca},
+                    KilledModule{"module_bd1d", "module 0a5c:bd1d", 4, ""},
+                    KilledModule{"no_module", "module none", 0, ""}),
+    [](const auto& module) { return module.param.name; });
 
 } // namespace
 } // namespace bench_test

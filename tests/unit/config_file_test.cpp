@@ -200,7 +200,7 @@ struct Line {
 };
 
 void PrintTo(const Line& line, std::ostream* out) {
-    *out << line.content;
+    *out << line.name;
 }
 
 class LineOfAConfigFile : public ConfigFile, public WithParamInterface<Line> {};
