@@ -8,9 +8,8 @@
 
 namespace {
 
-using bench_test::Bench;
-using bench_test::BenchRun;
-using testing::HasSubstr;
+using namespace bench_test;
+using namespace testing;
 
 constexpr int bench_failure = 125;
 

@@ -166,4 +166,12 @@ BenchRun Bench::run() {
     return started->finish();
 }
 
+BenchRun run_wlan(Bench bench, int iterations) {
+    return bench.args({"-w", "-m", std::to_string(iterations)}).run();
+}
+
+BenchRun run_quickly(Bench bench, const std::string& mode) {
+    return bench.line(quick_address).faster(20).args({mode, "-m", "1"}).run();
+}
+
 } // namespace bench_test

@@ -151,4 +151,11 @@ private:
     std::chrono::seconds limit_{100};
 };
 
+/// Runs the legacy WLAN test.
+BenchRun run_wlan(Bench bench, int iterations = 1);
+
+/// Runs one iteration of a mode on a clock that is 20 times faster. A real DHCP exchange cannot
+/// follow it, so one is played.
+BenchRun run_quickly(Bench bench, const std::string& mode);
+
 } // namespace bench_test

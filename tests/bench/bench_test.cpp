@@ -10,9 +10,8 @@
 
 namespace {
 
-using bench_test::Bench;
-using bench_test::BenchRun;
-using testing::HasSubstr;
+using namespace bench_test;
+using namespace testing;
 
 BenchRun shell(Bench bench, const std::string& script) {
     return bench.option("--tool", "/bin/sh").args({"-c", script}).run();

@@ -16,9 +16,7 @@
 namespace bench_test {
 namespace {
 
-using testing::EndsWith;
-using testing::HasSubstr;
-using testing::StartsWith;
+using namespace testing;
 
 constexpr double soon_ms = 3000;
 constexpr const char* same_address = "driver answers address with 00:0a:f5:12:34:56\n"
@@ -82,13 +80,12 @@ TEST(BlockingResultFile, at_the_normal_end_gives_way_to_an_interrupt_and_a_kill)
 }
 
 TEST(BlockingLoopbackParameter, of_a_killed_run_gives_way_to_an_interrupt) {
-    const BenchRun run = Bench("scan-never-ends")
-                             .line("file /sys/module/bcmdhd/parameters/usbloop_enable blocks")
-                             .signal("TERM@1500ms")
-                             .signal("INT@2000ms")
-                             .args({"-w", "-m", "1"})
-                             .at_most(std::chrono::seconds(12))
-                             .run();
+    const BenchRun run =
+        run_wlan(Bench("scan-never-ends")
+                     .line("file /sys/module/bcmdhd/parameters/usbloop_enable blocks")
+                     .signal("TERM@1500ms")
+                     .signal("INT@2000ms")
+                     .at_most(std::chrono::seconds(12)));
     ASSERT_FALSE(run.timed_out);
     EXPECT_EQ(run.status, 0);
     EXPECT_LT(from_last_signal_ms(run), soon_ms);

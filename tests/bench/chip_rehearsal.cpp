@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "chip_rehearsal.hpp"
 
+#include <gtest/gtest.h>
+
 #include <utility>
 
 namespace bench_test {
@@ -28,6 +30,11 @@ std::string ChipRehearsal::diagnostics() const {
 std::string ChipRehearsal::file(const std::string& name) const {
     const auto found = run_.files.find(name);
     return found == run_.files.end() ? "" : found->second;
+}
+
+void expect_results(const ChipRehearsal& run, const std::string& results) {
+    EXPECT_EQ(0, run.status());
+    EXPECT_EQ(results, run.results());
 }
 
 } // namespace bench_test

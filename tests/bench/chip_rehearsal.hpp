@@ -3,6 +3,7 @@
 #pragma once
 
 #include "bench_run.hpp"
+#include "expected.hpp"
 
 #include <string>
 #include <vector>
@@ -52,5 +53,8 @@ private:
 
     BenchRun run_;
 };
+
+/// The run came to its end, with these results.
+void expect_results(const ChipRehearsal& run, const std::string& results);
 
 } // namespace bench_test

@@ -3,6 +3,7 @@
 
 #include "bench_run.hpp"
 #include "expected.hpp"
+#include "text_parts.hpp"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -14,18 +15,7 @@
 namespace bench_test {
 namespace {
 
-using testing::EndsWith;
-using testing::HasSubstr;
-using testing::Not;
-using testing::StartsWith;
-
-int times(const std::string& text, const std::string& part) {
-    int count = 0;
-    for (auto at = text.find(part); at != std::string::npos; at = text.find(part, at + 1)) {
-        ++count;
-    }
-    return count;
-}
+using namespace testing;
 
 void expect_only_usage(const std::vector<std::string>& arguments) {
     const BenchRun run = Bench().args(arguments).run();
@@ -70,12 +60,11 @@ TEST(CommandLineRun, takes_a_count_of_0_or_less_as_1) {
 }
 
 TEST(CommandLineRun, runs_as_many_iterations_as_it_is_told) {
-    const BenchRun run = Bench("scan-refused").args({"-w", "-m", "3"}).run();
+    const BenchRun run = run_wlan(Bench("scan-refused"), 3);
     EXPECT_EQ(times(run.out, "[WIFI]MODULE CONNECTED\n"), 3);
     EXPECT_EQ(run.commands(), (std::vector<std::string>{"SCAN", "SCAN", "SCAN"}));
-    EXPECT_THAT(run.result_file(),
-                testing::Optional(std::string("Test case 1 passed \nTest case 2 passed \n"
-                                              "Test case 8 fail # 3\n")));
+    EXPECT_EQ(run.result_file(), "Test case 1 passed \nTest case 2 passed \n"
+                                 "Test case 8 fail # 3\n");
     EXPECT_GT(run.wall_ms, 8900); // a second to open and two to rest, three times
 }
 
@@ -118,9 +107,8 @@ TEST(ConfigurationChoice, beyond_the_list_runs_without_a_configuration) {
                            "[WIFI]Unable to open sockets!!\n" +
                            regular_end);
     EXPECT_EQ(run.err, "unable to open sockets\n");
-    EXPECT_THAT(run.result_file(),
-                testing::Optional(std::string("Test case 1 fail # 1\nTest case 2 fail # 1\n"
-                                              "Test case 8 fail # 2\n")));
+    EXPECT_EQ(run.result_file(), "Test case 1 fail # 1\nTest case 2 fail # 1\n"
+                                 "Test case 8 fail # 2\n");
 }
 
 TEST(ConfigurationChoice, takes_a_path_only_when_it_is_attached) {
@@ -164,8 +152,7 @@ TEST(ConfigurationChoice, ends_the_run_when_the_file_cannot_be_read) {
 }
 
 TEST(ConfigurationChoice, ends_the_run_when_the_default_file_is_missing) {
-    const BenchRun run =
-        Bench().line("folder /lib/modules/wifi missing").args({"-w", "-m", "1"}).run();
+    const BenchRun run = run_wlan(Bench().line("folder /lib/modules/wifi missing"));
     EXPECT_EQ(run.status, 0);
     EXPECT_THAT(run.out, EndsWith("[WIFI]Reading Conf file: /lib/modules/wifi/wivex.cfg Failed\n"));
     EXPECT_EQ(run.err, "[WIFI]Configuration file problem.Plese check /root/WIFIResult for more "
@@ -174,8 +161,7 @@ TEST(ConfigurationChoice, ends_the_run_when_the_default_file_is_missing) {
 
 TEST(ConfigurationChoice, skips_the_rest_of_an_over_long_line) {
     const std::string long_value(600, 'v');
-    const BenchRun run =
-        Bench("supplicant-absent").set("txpower", long_value).args({"-w", "-m", "1"}).run();
+    const BenchRun run = run_wlan(Bench("supplicant-absent").set("txpower", long_value));
     EXPECT_EQ(run.status, 0);
     EXPECT_THAT(run.out, HasSubstr(checks)); // the lines around it were read
     EXPECT_THAT(run.err, Not(HasSubstr("vvv")));
@@ -187,9 +173,8 @@ TEST(ConfigurationChoice, skips_the_rest_of_an_over_long_line) {
 
 TEST(ModeChoice, runs_only_the_p2p_device_test_when_the_legacy_test_is_chosen_too) {
     const BenchRun run = Bench("supplicant-absent").args({"-w", "-d", "-m", "1"}).run();
-    EXPECT_THAT(run.result_file(),
-                testing::Optional(std::string("Test case 1 passed \nTest case 2 passed \n"
-                                              "Test case 6 fail # 1\nTest case 8 passed \n")));
+    EXPECT_EQ(run.result_file(), "Test case 1 passed \nTest case 2 passed \n"
+                                 "Test case 6 fail # 1\nTest case 8 passed \n");
     EXPECT_GT(run.wall_ms, 11900); // this mode rests for 10 seconds after a failure
 }
 

@@ -15,8 +15,8 @@
 
 #include "bench_run.hpp"
 #include "language/files.hpp"
+#include "long_options.hpp"
 
-#include <getopt.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -288,36 +288,13 @@ private:
 };
 
 bool parse(int argc, char* argv[], Settings& settings) {
-    constexpr std::array<option, 6> options{{{"count", required_argument, nullptr, 'c'},
-                                             {"step", required_argument, nullptr, 's'},
-                                             {"speed", required_argument, nullptr, 'f'},
-                                             {"modes", required_argument, nullptr, 'm'},
-                                             {"trial", no_argument, nullptr, 't'},
-                                             {nullptr, 0, nullptr, 0}}};
-    for (int letter = getopt_long(argc, argv, "", options.data(), nullptr); letter != -1;
-         letter = getopt_long(argc, argv, "", options.data(), nullptr)) {
-        switch (letter) {
-        case 'c':
-            settings.count = std::atoi(optarg);
-            break;
-        case 's':
-            settings.step = std::atoi(optarg);
-            break;
-        case 'f':
-            settings.speed = std::atoi(optarg);
-            break;
-        case 'm':
-            settings.modes = optarg;
-            break;
-        case 't':
-            settings.trial = true;
-            break;
-        default:
-            return false;
-        }
-    }
-    return settings.count > 0 && settings.step > 0 && settings.speed > 0 &&
-           settings.modes.find_first_not_of("wcdS") == std::string::npos;
+    using namespace test_tools;
+    const bool understood =
+        read_options(argc, argv,
+                     {number("count", settings.count), number("step", settings.step),
+                      number("speed", settings.speed), text("modes", settings.modes),
+                      flag("trial", settings.trial)});
+    return understood && settings.modes.find_first_not_of("wcdS") == std::string::npos;
 }
 
 } // namespace

@@ -17,7 +17,7 @@ namespace bench_test {
 namespace {
 
 using std::chrono::milliseconds;
-using testing::HasSubstr;
+using namespace testing;
 
 bool shows(const HangingFolder& folder, std::string_view text) {
     for (int tries = 0; tries < 500; ++tries) {

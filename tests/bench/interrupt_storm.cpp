@@ -12,12 +12,10 @@
 // to the end counts from the moment at which the signal was really sent, however late a loaded
 // machine came to it. Prints a summary; the exit status is 0 when every run ended well.
 
+#include "long_options.hpp"
 #include "storm_kinds.hpp"
 
-#include <getopt.h>
-
 #include <algorithm>
-#include <array>
 #include <atomic>
 #include <cstdio>
 #include <cstdlib>
@@ -143,37 +141,19 @@ private:
 };
 
 bool parse(int argc, char* argv[], Settings& settings) {
-    constexpr std::array<option, 6> options{{{"kind", required_argument, nullptr, 'k'},
-                                             {"count", required_argument, nullptr, 'c'},
-                                             {"seed", required_argument, nullptr, 's'},
-                                             {"jobs", required_argument, nullptr, 'j'},
-                                             {"only", required_argument, nullptr, 'o'},
-                                             {nullptr, 0, nullptr, 0}}};
-    for (int letter = getopt_long(argc, argv, "", options.data(), nullptr); letter != -1;
-         letter = getopt_long(argc, argv, "", options.data(), nullptr)) {
-        const int value = letter == '?' ? 0 : std::atoi(optarg);
-        switch (letter) {
-        case 'k':
-            settings.kind = find_kind(optarg);
-            break;
-        case 'c':
-            settings.count = value;
-            break;
-        case 's':
-            settings.seed = static_cast<unsigned>(value);
-            break;
-        case 'j':
-            settings.jobs = value;
-            break;
-        case 'o':
-            settings.only = value;
-            settings.count = std::max(settings.count, value + 1);
-            break;
-        default:
-            return false;
-        }
-    }
-    return settings.kind != nullptr && settings.count > 0 && settings.jobs > 0;
+    using namespace test_tools;
+    const auto choose_kind = [&settings](const char* name) {
+        settings.kind = find_kind(name);
+        return settings.kind != nullptr;
+    };
+    const bool understood = read_options(argc, argv,
+                                         {{"kind", true, choose_kind},
+                                          number("count", settings.count),
+                                          number("seed", settings.seed, 0),
+                                          number("jobs", settings.jobs),
+                                          number("only", settings.only, 0)});
+    settings.count = std::max(settings.count, settings.only + 1);
+    return understood;
 }
 
 } // namespace

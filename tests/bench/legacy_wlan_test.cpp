@@ -15,11 +15,7 @@
 namespace bench_test {
 namespace {
 
-using testing::ElementsAre;
-using testing::EndsWith;
-using testing::HasSubstr;
-using testing::IsEmpty;
-using testing::Optional;
+using namespace testing;
 
 const std::string all_passed = "Test case 1 passed \nTest case 2 passed \nTest case 8 passed \n";
 const std::string one_failure = "Test case 1 passed \nTest case 2 passed \nTest case 8 fail # 1\n";
@@ -38,7 +34,7 @@ const std::string unmeasured = addressed + "IPERF not set in conf. file!!\n";
 // ---- the pass ----------------------------------------------------------------------------------
 
 TEST(LegacyWlanRun, that_passes_shows_this_console) {
-    const BenchRun run = Bench().args({"-w", "-m", "1"}).run();
+    const BenchRun run = run_wlan(Bench());
     EXPECT_EQ(run.status, 0);
     EXPECT_EQ(run.out, "\n[WIFI]WIVEX2_0_160421_INCREASE_SCAN_RESULT_SIZE\n"
                        "\n"
@@ -74,12 +70,12 @@ TEST(LegacyWlanRun, that_passes_shows_this_console) {
                        "[WIFI]Closing the Event sockets\n"
                        "[WIFI]Reset Value of sigterm_var\n");
     EXPECT_THAT(run.err, HasSubstr("obtained from 192.168.49.1")); // the DHCP client itself
-    EXPECT_THAT(run.result_file(), Optional(all_passed));
+    EXPECT_EQ(run.result_file(), all_passed);
     EXPECT_THAT(run.sockets(), IsEmpty());
 }
 
 TEST(LegacyWlanRun, that_passes_sends_these_commands) {
-    const BenchRun run = Bench().args({"-w", "-m", "1"}).run();
+    const BenchRun run = run_wlan(Bench());
     EXPECT_THAT(run.commands(),
                 ElementsAre("SCAN", "SCAN_RESULTS", "REMOVE_NETWORK all", "ADD_NETWORK",
                             "SET_NETWORK 0 ssid \"bench-ap\"", "SET_NETWORK 0 auth_alg OPEN",
@@ -90,13 +86,10 @@ TEST(LegacyWlanRun, that_passes_sends_these_commands) {
 }
 
 TEST(LegacyWlanRun, keeps_the_streams_in_order_on_one_terminal) {
-    const BenchRun run = Bench("iperf-server-absent")
-                             .line("program udhcpc runs \"exit 0\"")
-                             .line("program killall runs \"exit 0\"")
-                             .line("program iperf runs \"echo measured\"")
-                             .streams_together()
-                             .args({"-w", "-m", "1"})
-                             .run();
+    const BenchRun run = run_wlan(Bench("iperf-server-absent")
+                                      .line(quick_address)
+                                      .line("program iperf runs \"echo measured\"")
+                                      .streams_together());
     EXPECT_EQ(run.out, start + checks + addressed +
                            "measured\nRun Iperf Successful...\nDISABLE_NETWORK 0 \n"
                            "Call to DISABLE_NETWORK is successful...\n" +
@@ -104,63 +97,54 @@ TEST(LegacyWlanRun, keeps_the_streams_in_order_on_one_terminal) {
 }
 
 TEST(LegacyWlanRun, measures_traffic_with_the_real_program) {
-    const BenchRun run = Bench("pass").args({"-w", "-m", "1"}).run();
+    const BenchRun run = run_wlan(Bench("pass"));
     EXPECT_THAT(run.out, HasSubstr(addressed + "-----"));
     EXPECT_THAT(run.out, HasSubstr("Client connecting to 192.168.49.1, TCP port 5001\n"));
     EXPECT_THAT(run.out, HasSubstr("bits/sec\nDISABLE_NETWORK 0 \n"));
     EXPECT_THAT(run.err, EndsWith("Run Iperf Successful...\n"));
-    EXPECT_THAT(run.result_file(), Optional(all_passed));
+    EXPECT_EQ(run.result_file(), all_passed);
 }
 
 TEST(LegacyWlanRun, passes_when_iperf_finds_no_server) {
-    const BenchRun run = Bench("iperf-server-absent").args({"-w", "-m", "1"}).run();
+    const BenchRun run = run_wlan(Bench("iperf-server-absent"));
     EXPECT_THAT(run.err, EndsWith("Run Iperf Successful...\n"));
-    EXPECT_THAT(run.result_file(), Optional(all_passed));
+    EXPECT_EQ(run.result_file(), all_passed);
 }
 
 TEST(LegacyWlanRun, runs_iperf_for_any_word_but_no) {
     for (const char* word : {"0", "false", "NO"}) {
-        const BenchRun run = Bench()
-                                 .set("check_iperf", word)
-                                 .line("program udhcpc runs \"exit 0\"")
-                                 .line("program killall runs \"exit 0\"")
-                                 .line("program iperf runs \"echo iperf \\\"$@\\\"\"")
-                                 .args({"-w", "-m", "1"})
-                                 .run();
+        const BenchRun run = run_wlan(Bench()
+                                          .set("check_iperf", word)
+                                          .line(quick_address)
+                                          .line("program iperf runs \"echo iperf \\\"$@\\\"\""));
         EXPECT_THAT(run.out, HasSubstr("iperf -c 192.168.49.1 -i 1\n"));
         EXPECT_EQ(run.err, "Run Iperf Successful...\n");
     }
-    const BenchRun empty = Bench()
-                               .set("check_iperf", "")
-                               .line("program udhcpc runs \"exit 0\"")
-                               .line("program killall runs \"exit 0\"")
-                               .args({"-w", "-m", "1"})
-                               .run();
+    const BenchRun empty = run_wlan(Bench().set("check_iperf", "").line(quick_address));
     EXPECT_THAT(empty.out, HasSubstr(unmeasured));
 }
 
 TEST(LegacyWlanRun, goes_on_without_an_address) {
-    const BenchRun run = Bench("dhcp-server-absent").args({"-w", "-m", "1"}).run();
+    const BenchRun run = run_wlan(Bench("dhcp-server-absent"));
     EXPECT_EQ(run.out, start + checks + selected +
                            "Executing dhclient...\nudhcpc -i wlan0 --now.\n"
                            "ERROR:UDHCHPC START FAILED\nIPERF not set in conf. file!!\n"
                            "DISABLE_NETWORK 0 \nCall to DISABLE_NETWORK is successful...\n" +
                            closed + regular_end);
     EXPECT_THAT(run.err, EndsWith("Fail to run dhclient!!!\nFail to start udhcpc!!!\n"));
-    EXPECT_THAT(run.result_file(), Optional(all_passed));
+    EXPECT_EQ(run.result_file(), all_passed);
 }
 
 TEST(LegacyWlanRun, goes_on_without_a_dhcp_client) {
-    const BenchRun run = Bench().line("program udhcpc missing").args({"-w", "-m", "1"}).run();
+    const BenchRun run = run_wlan(Bench().line("program udhcpc missing"));
     EXPECT_THAT(run.err, EndsWith("Fail to run dhclient!!!\nFail to start udhcpc!!!\n"));
-    EXPECT_THAT(run.result_file(), Optional(all_passed));
+    EXPECT_EQ(run.result_file(), all_passed);
 }
 
 TEST(LegacyWlanRun, rests_for_the_interval_only_after_a_pass) {
     const auto wall = [](const char* scenario, const char* interval) {
         return Bench(scenario)
-            .line("program udhcpc runs \"exit 0\"")
-            .line("program killall runs \"exit 0\"")
+            .line(quick_address)
             .args({"-w", "-m", "1", "-i", interval})
             .run()
             .wall_ms;
@@ -171,13 +155,12 @@ TEST(LegacyWlanRun, rests_for_the_interval_only_after_a_pass) {
 }
 
 TEST(LegacyWlanRun, counts_only_the_iteration_that_failed) {
-    const BenchRun run = Bench()
-                             .line("supplicant answers \"DISABLE_NETWORK 0 \" 2 with \"FAIL\\n\"")
-                             .line("program udhcpc runs \"exit 0\"")
-                             .line("program killall runs \"exit 0\"")
-                             .args({"-w", "-m", "3"})
-                             .run();
-    EXPECT_THAT(run.result_file(), Optional(one_failure));
+    const BenchRun run =
+        run_wlan(Bench()
+                     .line("supplicant answers \"DISABLE_NETWORK 0 \" 2 with \"FAIL\\n\"")
+                     .line(quick_address),
+                 3);
+    EXPECT_EQ(run.result_file(), one_failure);
     EXPECT_THAT(run.out, HasSubstr("Call to DISABLE_NETWORK is successful...\n" + closed + checks +
                                    unmeasured + "DISABLE_NETWORK 0 \n" + closed + checks));
 }
@@ -199,11 +182,11 @@ void PrintTo(const Failure& failure, std::ostream* out) {
 class FailingRun : public testing::TestWithParam<Failure> {};
 
 TEST_P(FailingRun, shows_its_console_and_writes_its_result) {
-    const BenchRun run = Bench(GetParam().scenario).args({"-w", "-m", "1"}).run();
+    const BenchRun run = run_wlan(Bench(GetParam().scenario));
     EXPECT_EQ(run.status, 0);
     EXPECT_EQ(run.out, start + checks + GetParam().out + regular_end);
     EXPECT_EQ(run.err, GetParam().err);
-    EXPECT_THAT(run.result_file(), Optional(GetParam().result_file));
+    EXPECT_EQ(run.result_file(), GetParam().result_file);
     EXPECT_THAT(run.sockets(), IsEmpty());
 }
 
@@ -287,13 +270,9 @@ INSTANTIATE_TEST_SUITE_P(
     });
 
 TEST(LegacyWlanRun, tells_only_that_old_networks_cannot_be_removed) {
-    const BenchRun run = Bench("remove-network-refused")
-                             .line("program udhcpc runs \"exit 0\"")
-                             .line("program killall runs \"exit 0\"")
-                             .args({"-w", "-m", "1"})
-                             .run();
+    const BenchRun run = run_wlan(Bench("remove-network-refused").line(quick_address));
     EXPECT_EQ(run.err, "REMOVE_NETWORK Command is  not successful\n");
-    EXPECT_THAT(run.result_file(), Optional(all_passed));
+    EXPECT_EQ(run.result_file(), all_passed);
 }
 
 TEST(LegacyWlanRun, says_more_of_a_network_that_cannot_be_added_with_debug) {
@@ -304,25 +283,25 @@ TEST(LegacyWlanRun, says_more_of_a_network_that_cannot_be_added_with_debug) {
                                    closed));
 }
 
-TEST(LegacyWlanRun, fails_when_disabling_is_refused) {
-    const BenchRun run = Bench("disable-refused").args({"-w", "-m", "1"}).run();
+void expect_failed_disabling(const char* scenario, const std::string& told) {
+    const BenchRun run = run_wlan(Bench(scenario));
     EXPECT_EQ(run.out, start + checks + unmeasured + "DISABLE_NETWORK 0 \n" + closed + regular_end);
-    EXPECT_THAT(run.err, EndsWith("DISABLE_NETWORK Command is  not successful\n"
-                                  "Fail to send command DISABLE_NETWORK!!!\n"));
-    EXPECT_THAT(run.result_file(), Optional(one_failure));
+    EXPECT_THAT(run.err, EndsWith(told + "Fail to send command DISABLE_NETWORK!!!\n"));
+    EXPECT_EQ(run.result_file(), one_failure);
+}
+
+TEST(LegacyWlanRun, fails_when_disabling_is_refused) {
+    expect_failed_disabling("disable-refused", "DISABLE_NETWORK Command is  not successful\n");
 }
 
 TEST(LegacyWlanRun, fails_when_the_disconnection_is_never_told) {
-    const BenchRun run = Bench("disconnect-event-never-comes").args({"-w", "-m", "1"}).run();
-    EXPECT_EQ(run.out, start + checks + unmeasured + "DISABLE_NETWORK 0 \n" + closed + regular_end);
-    EXPECT_THAT(run.err, EndsWith("Timeout waiting for CTRL-EVENT-DISCONNECTED event\n"
-                                  "Fail to send command DISABLE_NETWORK!!!\n"));
-    EXPECT_THAT(run.result_file(), Optional(one_failure));
+    expect_failed_disabling("disconnect-event-never-comes",
+                            "Timeout waiting for CTRL-EVENT-DISCONNECTED event\n");
 }
 
 TEST(LegacyWlanRun, asks_a_busy_supplicant_again_at_once) {
-    const BenchRun run = Bench("scan-busy-four-times").args({"-w", "-m", "1"}).run();
-    EXPECT_THAT(run.result_file(), Optional(all_passed));
+    const BenchRun run = run_wlan(Bench("scan-busy-four-times"));
+    EXPECT_EQ(run.result_file(), all_passed);
     const auto commands = run.timed_commands();
     ASSERT_GE(commands.size(), 5U);
     EXPECT_EQ(commands[4].second, "SCAN");
@@ -330,129 +309,16 @@ TEST(LegacyWlanRun, asks_a_busy_supplicant_again_at_once) {
 }
 
 TEST(LegacyWlanRun, passes_through_a_flood_of_other_events) {
-    const BenchRun run = Bench("event-flood").args({"-w", "-m", "1"}).run();
+    const BenchRun run = run_wlan(Bench("event-flood"));
     EXPECT_THAT(run.out, HasSubstr(unmeasured));
-    EXPECT_THAT(run.result_file(), Optional(all_passed));
+    EXPECT_EQ(run.result_file(), all_passed);
 }
 
 TEST(LegacyWlanRun, takes_30_seconds_to_give_a_connection_up) {
-    const BenchRun run = Bench("connection-never-comes").args({"-w", "-m", "1"}).run();
+    const BenchRun run = run_wlan(Bench("connection-never-comes"));
     // Whole seconds of the wall clock count, so the first can be a short one.
     EXPECT_GT(run.wall_ms, 31900);
     EXPECT_LT(run.wall_ms, 35000);
-}
-
-// ---- a supplicant in trouble -------------------------------------------------------------------
-
-TEST(TroubledSupplicant, that_dies_during_a_command_fails_it_after_10_seconds) {
-    const BenchRun run = Bench().line("supplicant dies on \"SCAN\"").args({"-w", "-m", "1"}).run();
-    EXPECT_EQ(run.out, start + checks + "Fail to send Scan Command!!!\nERROR:SCAN-FAIL\n" + closed +
-                           regular_end);
-    EXPECT_THAT(run.result_file(), Optional(one_failure));
-    EXPECT_LT(run.wall_ms, 22000);
-}
-
-TEST(TroubledSupplicant, that_dies_while_an_event_is_awaited_lets_the_time_run_out) {
-    const BenchRun run = Bench()
-                             .line("supplicant dies after \"SELECT_NETWORK 0 \"")
-                             .line("supplicant withholds \"CTRL-EVENT-CONNECTED\"")
-                             .args({"-w", "-m", "1"})
-                             .run();
-    EXPECT_THAT(run.err, HasSubstr("Unable to Connect Time out!!!\n"));
-    EXPECT_THAT(run.result_file(), Optional(one_failure));
-    EXPECT_LT(run.processor_ms, 50);
-}
-
-TEST(TroubledSupplicant, that_sleeps_for_a_while_is_waited_for) {
-    const BenchRun run = Bench()
-                             .line("supplicant stops on \"SCAN_RESULTS\"")
-                             .line("supplicant continues after 3s")
-                             .line("program udhcpc runs \"exit 0\"")
-                             .line("program killall runs \"exit 0\"")
-                             .args({"-w", "-m", "1"})
-                             .run();
-    EXPECT_THAT(run.result_file(), Optional(all_passed));
-}
-
-TEST(TroubledSupplicant, whose_reply_comes_after_9_seconds_is_in_time) {
-    const BenchRun run =
-        Bench()
-            .line("supplicant answers \"REMOVE_NETWORK all\" with \"OK\\n\" after 9s")
-            .line("program udhcpc runs \"exit 0\"")
-            .line("program killall runs \"exit 0\"")
-            .args({"-w", "-m", "1"})
-            .run();
-    EXPECT_EQ(run.err, "");
-    EXPECT_THAT(run.result_file(), Optional(all_passed));
-}
-
-TEST(TroubledSupplicant, whose_reply_comes_after_11_seconds_is_too_late) {
-    const BenchRun run = Bench()
-                             .line("supplicant answers \"ADD_NETWORK\" with \"0\\n\" after 11s")
-                             .args({"-w", "-m", "1"})
-                             .run();
-    EXPECT_EQ(run.err, "ADD_NETWORK Command not successful\n");
-    EXPECT_THAT(run.result_file(), Optional(one_failure));
-}
-
-TEST(TroubledSupplicant, that_returns_serves_the_next_iteration) {
-    const BenchRun run = Bench()
-                             .line("supplicant dies on \"SCAN\" 1")
-                             .line("supplicant returns after 1s")
-                             .line("program udhcpc runs \"exit 0\"")
-                             .line("program killall runs \"exit 0\"")
-                             .args({"-w", "-m", "2"})
-                             .run();
-    EXPECT_THAT(run.result_file(), Optional(one_failure));
-    EXPECT_THAT(run.out, HasSubstr("Call to DISABLE_NETWORK is successful...\n"));
-}
-
-TEST(TroubledSupplicant, whose_listing_is_longer_than_the_buffer_is_understood_as_far_as_it_fits) {
-    const std::string header = "bssid / frequency / signal level / flags / ssid\\n";
-    const BenchRun seen =
-        Bench()
-            .line("supplicant answers \"SCAN_RESULTS\" with \"" + header +
-                  "02:01\\t2412\\t-40\\t[ESS]\\tbench-ap\\n" + std::string(3000, 'x') + "\"")
-            .line("program udhcpc runs \"exit 0\"")
-            .line("program killall runs \"exit 0\"")
-            .args({"-w", "-m", "1"})
-            .run();
-    EXPECT_THAT(seen.result_file(), Optional(all_passed));
-    const BenchRun unseen =
-        Bench()
-            .line("supplicant answers \"SCAN_RESULTS\" with \"" + header + std::string(1200, 'x') +
-                  "\\n02:01\\t2412\\t-40\\t[ESS]\\tbench-ap\\n\"")
-            .args({"-w", "-m", "1"})
-            .run();
-    EXPECT_THAT(unseen.out, HasSubstr("bench-apis not found!!!\n"));
-}
-
-TEST(TroubledSupplicant, that_talks_garbage_does_no_harm) {
-    const BenchRun run =
-        Bench()
-            .line("supplicant answers \"SCAN_RESULTS\" with \"\\xff\\x00\\x80bssid\\n\\0\\0\"")
-            .line("supplicant sends \"\\xff\\xfe\\0\\n%s%n\" on \"SCAN\"")
-            .args({"-w", "-u", "-m", "1"})
-            .run();
-    EXPECT_EQ(run.status, 0);
-    EXPECT_THAT(run.result_file(), Optional(one_failure));
-}
-
-// ---- the control socket's path -----------------------------------------------------------------
-
-TEST(ControlPath, of_107_characters_is_used) {
-    const std::string folder = "/tmp/" + std::string(107 - 5 - 6, 'd');
-    const BenchRun run =
-        Bench("scan-refused").set("ctrl_iface", folder).args({"-w", "-m", "1"}).run();
-    EXPECT_EQ(run.commands(), std::vector<std::string>{"SCAN"});
-}
-
-TEST(ControlPath, of_108_characters_is_refused) {
-    const std::string folder = "/tmp/" + std::string(108 - 5 - 6, 'd');
-    const BenchRun run =
-        Bench("supplicant-absent").set("ctrl_iface", folder).args({"-w", "-m", "1"}).run();
-    EXPECT_THAT(run.out, HasSubstr("[WIFI]Unable to open sockets!!\n"));
-    EXPECT_THAT(run.result_file(), Optional(two_failures));
 }
 
 } // namespace

@@ -6,16 +6,13 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <ostream>
 #include <string>
 
 namespace {
 
-using bench_test::Bench;
-using bench_test::BenchRun;
-using bench_test::ChipRehearsal;
-using testing::EndsWith;
-using testing::HasSubstr;
-using testing::StartsWith;
+using namespace bench_test;
+using namespace testing;
 
 const std::string success = "[WIFI]MAC PRINT SUCCESS\n";
 const std::string failure = "[WIFI]MAC PRINT FAIL\n";
@@ -26,19 +23,28 @@ const std::string kernel_address = "[WIFI]MAC from kernel ioctl :- 00:0A:F5:12:3
 const std::string begin = output_file + kernel_address;
 
 void expect_pass(const ChipRehearsal& run) {
-    EXPECT_EQ(0, run.status());
-    EXPECT_EQ("Test case 1 passed \nTest case 2 passed \nTest case 3 passed \n", run.results());
+    expect_results(run, result_of(3, 0));
 }
 
 void expect_failure(const ChipRehearsal& run) {
-    EXPECT_EQ(0, run.status());
-    EXPECT_EQ("Test case 1 passed \nTest case 2 passed \nTest case 3 fail # 1\n", run.results());
+    expect_results(run, result_of(3, 1));
 }
 
 /// Fails before the chip's address is known, so that no file is written.
 void expect_failure_without_file(const ChipRehearsal& run) {
     expect_failure(run);
     EXPECT_FALSE(run.has_address_file());
+}
+
+/// An address check that breaks off, and what it tells before it says that it failed.
+struct BrokenCheck {
+    const char* name;
+    const char* scenario;
+    std::string told;
+};
+
+void PrintTo(const BrokenCheck& check, std::ostream* out) {
+    *out << check.scenario;
 }
 
 // Broadcom
@@ -84,36 +90,13 @@ TEST(BroadcomMac, fails_when_the_chip_stores_another_address) {
     expect_failure(run);
 }
 
-TEST(BroadcomMac, fails_when_the_driver_refuses) {
-    const ChipRehearsal run("mac/broadcom-refused", {"-M"});
-    EXPECT_EQ(begin + "[WIFI]##### ioctl Failed to send driver #####\n\n" + failure,
-              run.diagnostics());
-    EXPECT_EQ("", run.err());
-    expect_failure_without_file(run);
-}
-
-TEST(MacCheck, fails_when_the_kernel_does_not_tell_the_address) {
-    const ChipRehearsal run("mac/kernel-refused", {"-M"});
-    EXPECT_EQ(output_file + "[WIFI][401]IOCTL fail \n" + failure, run.diagnostics());
-    expect_failure_without_file(run);
-}
-
-TEST(MacCheck, fails_silently_without_a_socket) {
-    const ChipRehearsal run("mac/no-socket", {"-M"});
-    EXPECT_EQ("[WIFI]Result file direcotry is /root/\n" + failure, run.diagnostics());
-    expect_failure_without_file(run);
-}
-
 TEST(MacCheck, tells_of_the_missing_socket_with_the_debug_option) {
     const ChipRehearsal run("mac/no-socket", {"-M", "-u"});
     EXPECT_THAT(run.diagnostics(),
                 EndsWith("[WIFI]PIDs:\n[WIFI]Failed to create the socket\n" + failure));
 }
 
-TEST(BroadcomMac, fails_without_a_second_socket) {
-    const ChipRehearsal silent("mac/no-second-socket", {"-M"});
-    EXPECT_EQ(begin + failure, silent.diagnostics());
-    expect_failure_without_file(silent);
+TEST(BroadcomMac, tells_of_the_missing_second_socket_with_the_debug_option) {
     const ChipRehearsal debug("mac/no-second-socket", {"-M", "-u"});
     EXPECT_THAT(debug.diagnostics(),
                 EndsWith(kernel_address + "[WIFI]Failed to create the socket\n" + failure));
@@ -259,58 +242,6 @@ TEST(Ath6klMac, goes_on_after_a_stat_that_exits_with_1) {
     expect_pass(run);
 }
 
-TEST(Ath6klMac, fails_when_the_shell_of_stat_is_killed) {
-    const ChipRehearsal run("mac/ath6kl-stat-killed", {"-M"});
-    EXPECT_THAT(run.diagnostics(), EndsWith(stat_command + "[WIFI]Call to system(stat " + root +
-                                            "reg_addr) is not successful...\n" + failure));
-    expect_failure_without_file(run);
-}
-
-TEST(Ath6klMac, fails_on_a_dump_of_18_characters) {
-    const ChipRehearsal run("mac/ath6kl-18", {"-M"});
-    EXPECT_THAT(run.diagnostics(),
-                EndsWith(dump_first +
-                         "[WIFI]Can not read temporary file properly r_bytes is 18...\n"
-                         "[WIFI]Content of file can't be stored in buffer and ...\n"
-                         "[WIFI]buf2 is 0x28000: 0x12f50a0 and its length is 18\n" +
-                         failure));
-    expect_failure_without_file(run);
-}
-
-TEST(Ath6klMac, fails_on_a_dump_of_20_characters) {
-    const ChipRehearsal run("mac/ath6kl-20", {"-M"});
-    EXPECT_THAT(run.diagnostics(),
-                EndsWith(dump_first +
-                         "[WIFI]Can not read temporary file properly r_bytes is 20...\n"
-                         "[WIFI]Content of file can't be stored in buffer and ...\n"
-                         "[WIFI]buf2 is 0x280000: 0x12f50a00 and its length is 20\n" +
-                         failure));
-    expect_failure_without_file(run);
-}
-
-TEST(Ath6klMac, fails_on_a_dump_of_any_other_length) {
-    const ChipRehearsal large("mac/ath6kl-long", {"-M"});
-    EXPECT_THAT(large.diagnostics(),
-                EndsWith("[WIFI]buf2 is 00000000000000000000 and its length is 20\n" + failure));
-    const ChipRehearsal empty("mac/ath6kl-empty", {"-M"});
-    EXPECT_THAT(empty.diagnostics(),
-                EndsWith("[WIFI]Can not read temporary file properly r_bytes is 0...\n"
-                         "[WIFI]Content of file can't be stored in buffer and ...\n"
-                         "[WIFI]buf2 is  and its length is 0\n" +
-                         failure));
-}
-
-TEST(Ath6klMac, tells_an_incomplete_second_dump_in_the_opposite_order) {
-    const ChipRehearsal run("mac/ath6kl-second-18", {"-M"});
-    EXPECT_THAT(run.diagnostics(),
-                EndsWith(first_dump + select_second + dump_second +
-                         "[WIFI]Can not read temporary file properly and r_bytes is 18...\n"
-                         "[WIFI]buf2 is 0x28004: 0x0000563 and its length is 18\n"
-                         "[WIFI]Content of file can't be stored in buffer...\n" +
-                         failure));
-    expect_failure_without_file(run);
-}
-
 TEST(Ath6klMac, fails_without_a_phy) {
     const ChipRehearsal no_phy("mac/ath6kl-no-phy", {"-M"});
     EXPECT_EQ(begin +
@@ -328,60 +259,84 @@ TEST(Ath6klMac, fails_without_a_phy) {
     expect_failure_without_file(no_debugfs);
 }
 
-TEST(Ath6klMac, fails_when_no_register_can_be_selected) {
-    const ChipRehearsal run("mac/ath6kl-no-files", {"-M"});
-    EXPECT_EQ(begin + "[WIFI]phy_addr is [phy0]\n" + stat_command + select_first +
-                  "[WIFI]Can not write to reg_addr file using echo command. "
-                  "Please check file access permissions.\n" +
-                  failure,
-              run.diagnostics());
+class BrokenAth6klMac : public TestWithParam<BrokenCheck> {};
+
+TEST_P(BrokenAth6klMac, is_told_and_recorded_and_leaves_no_file) {
+    const ChipRehearsal run(GetParam().scenario, {"-M"});
+    EXPECT_THAT(run.diagnostics(), EndsWith(GetParam().told + failure));
     expect_failure_without_file(run);
 }
 
-TEST(Ath6klMac, fails_when_no_register_can_be_dumped) {
-    const ChipRehearsal run("mac/ath6kl-no-dump", {"-M"});
-    EXPECT_THAT(run.diagnostics(), EndsWith(dump_first +
-                                            "[WIFI]Can not read reg_dump file using cat command. "
-                                            "Please check driver status.\n" +
-                                            failure));
+std::string unreadable_dump(const std::string& bytes, const std::string& shown) {
+    return "[WIFI]Can not read temporary file properly r_bytes is " + bytes +
+           "...\n"
+           "[WIFI]Content of file can't be stored in buffer and ...\n"
+           "[WIFI]buf2 is " +
+           shown + "\n";
+}
+
+std::string unremovable(const std::string& file) {
+    return "[WIFI]Can not remove " + file +
+           " using rm command. Please check file exixtence and access permissions.\n";
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Reasons, BrokenAth6klMac,
+    Values(BrokenCheck{"the_shell_of_stat_is_killed", "mac/ath6kl-stat-killed",
+                       stat_command + "[WIFI]Call to system(stat " + root +
+                           "reg_addr) is not successful...\n"},
+           BrokenCheck{"no_register_can_be_dumped", "mac/ath6kl-no-dump",
+                       dump_first + "[WIFI]Can not read reg_dump file using cat command. "
+                                    "Please check driver status.\n"},
+           BrokenCheck{"the_first_dump_has_vanished", "mac/ath6kl-loses-first",
+                       dump_first + "[WIFI]File temp_file1 doesn't exist...\n"},
+           BrokenCheck{"the_second_dump_has_vanished", "mac/ath6kl-loses-second",
+                       dump_second + "[WIFI]File temp_file2 doesn't exist...\n"},
+           BrokenCheck{"a_dump_cannot_be_read", "mac/ath6kl-unreadable-dump",
+                       dump_first + unreadable_dump("-1", " and its length is 0")},
+           BrokenCheck{"a_dump_is_empty", "mac/ath6kl-empty",
+                       unreadable_dump("0", " and its length is 0")},
+           BrokenCheck{"a_dump_has_18_characters", "mac/ath6kl-18",
+                       dump_first +
+                           unreadable_dump("18", "0x28000: 0x12f50a0 and its length is 18")},
+           BrokenCheck{"a_dump_has_20_characters", "mac/ath6kl-20",
+                       dump_first +
+                           unreadable_dump("20", "0x280000: 0x12f50a00 and its length is 20")},
+           BrokenCheck{"a_dump_is_longer", "mac/ath6kl-long",
+                       "[WIFI]buf2 is 00000000000000000000 and its length is 20\n"},
+           BrokenCheck{"the_second_dump_has_18_characters_which_is_told_in_the_opposite_order",
+                       "mac/ath6kl-second-18",
+                       first_dump + select_second + dump_second +
+                           "[WIFI]Can not read temporary file properly and r_bytes is 18...\n"
+                           "[WIFI]buf2 is 0x28004: 0x0000563 and its length is 18\n"
+                           "[WIFI]Content of file can't be stored in buffer...\n"},
+           BrokenCheck{"the_first_dump_cannot_be_removed", "mac/ath6kl-keeps-first",
+                       complete + remove_first + unremovable("temp_file1")},
+           BrokenCheck{"the_second_dump_cannot_be_removed", "mac/ath6kl-keeps-second",
+                       remove_second + unremovable("temp_file2")}),
+    [](const auto& check) { return check.param.name; });
+
+class BrokenMacCheck : public TestWithParam<BrokenCheck> {};
+
+TEST_P(BrokenMacCheck, tells_this_and_is_recorded_and_leaves_no_file) {
+    const ChipRehearsal run(GetParam().scenario, {"-M"});
+    EXPECT_EQ(GetParam().told + failure, run.diagnostics());
     expect_failure_without_file(run);
 }
 
-TEST(Ath6klMac, fails_when_a_dump_has_vanished) {
-    const ChipRehearsal first("mac/ath6kl-loses-first", {"-M"});
-    EXPECT_THAT(first.diagnostics(),
-                EndsWith(dump_first + "[WIFI]File temp_file1 doesn't exist...\n" + failure));
-    const ChipRehearsal second("mac/ath6kl-loses-second", {"-M"});
-    EXPECT_THAT(second.diagnostics(),
-                EndsWith(dump_second + "[WIFI]File temp_file2 doesn't exist...\n" + failure));
-    expect_failure_without_file(second);
-}
-
-TEST(Ath6klMac, fails_when_a_dump_cannot_be_read) {
-    const ChipRehearsal run("mac/ath6kl-unreadable-dump", {"-M"});
-    EXPECT_THAT(run.diagnostics(),
-                EndsWith(dump_first +
-                         "[WIFI]Can not read temporary file properly r_bytes is -1...\n"
-                         "[WIFI]Content of file can't be stored in buffer and ...\n"
-                         "[WIFI]buf2 is  and its length is 0\n" +
-                         failure));
-    expect_failure_without_file(run);
-}
-
-TEST(Ath6klMac, fails_when_a_dump_cannot_be_removed) {
-    const ChipRehearsal first("mac/ath6kl-keeps-first", {"-M"});
-    EXPECT_THAT(first.diagnostics(),
-                EndsWith(complete + remove_first +
-                         "[WIFI]Can not remove temp_file1 using rm command. "
-                         "Please check file exixtence and access permissions.\n" +
-                         failure));
-    const ChipRehearsal second("mac/ath6kl-keeps-second", {"-M"});
-    EXPECT_THAT(second.diagnostics(),
-                EndsWith(remove_second +
-                         "[WIFI]Can not remove temp_file2 using rm command. "
-                         "Please check file exixtence and access permissions.\n" +
-                         failure));
-    expect_failure_without_file(second);
-}
+INSTANTIATE_TEST_SUITE_P(
+    Reasons, BrokenMacCheck,
+    Values(BrokenCheck{"the_kernel_does_not_tell_the_address", "mac/kernel-refused",
+                       output_file + "[WIFI][401]IOCTL fail \n"},
+           BrokenCheck{"there_is_no_socket", "mac/no-socket",
+                       "[WIFI]Result file direcotry is /root/\n"},
+           BrokenCheck{"there_is_no_second_socket", "mac/no-second-socket", begin},
+           BrokenCheck{"the_broadcom_driver_refuses", "mac/broadcom-refused",
+                       begin + "[WIFI]##### ioctl Failed to send driver #####\n\n"},
+           BrokenCheck{"no_ath6kl_register_can_be_selected", "mac/ath6kl-no-files",
+                       begin + "[WIFI]phy_addr is [phy0]\n" + stat_command + select_first +
+                           "[WIFI]Can not write to reg_addr file using echo command. "
+                           "Please check file access permissions.\n"}),
+    [](const auto& check) { return check.param.name; });
 
 } // namespace

@@ -8,28 +8,20 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <ostream>
 #include <string>
 #include <vector>
 
 namespace bench_test {
 namespace {
 
-using testing::EndsWith;
-using testing::HasSubstr;
-using testing::IsEmpty;
-using testing::Not;
-using testing::Optional;
+using namespace testing;
 
 constexpr const char* same_address = "driver answers address with 00:0a:f5:12:34:56\n"
                                      "driver answers variable cur_etheraddr with 00:0a:f5:12:34:56";
 
 // Client sockets stand in /tmp whatever the configuration says; the supplicant's can be elsewhere.
 constexpr const char* supplicant_elsewhere = "config ctrl_iface=/run/wpa_supplicant";
-
-std::string result_of(int test_case, int failures) {
-    return "Test case 1 passed \nTest case 2 passed \nTest case " + std::to_string(test_case) +
-           (failures == 0 ? " passed \n" : " fail # " + std::to_string(failures) + "\n");
-}
 
 Bench bench_with(const std::string& scenario, const std::vector<std::string>& lines) {
     Bench bench(scenario);
@@ -53,11 +45,8 @@ TEST(FullDisk, of_the_result_file_is_told) {
 }
 
 TEST(FullDisk, of_the_result_file_is_told_by_an_interrupted_run_too) {
-    const BenchRun run = Bench("scan-never-ends")
-                             .line("folder /root full")
-                             .signal("INT@command:SCAN+300ms")
-                             .args({"-w", "-m", "2"})
-                             .run();
+    const BenchRun run = run_wlan(
+        Bench("scan-never-ends").line("folder /root full").signal("INT@command:SCAN+300ms"), 2);
     EXPECT_EQ(run.status, 0);
     EXPECT_THAT(run.err, EndsWith("/root/WIFIResult: No space left on device\n"));
     EXPECT_THAT(run.out, EndsWith(cleanup_of_a_session + done));
@@ -76,7 +65,7 @@ TEST(FullDisk, of_the_listing_fails_the_scan_and_is_no_shielded_room) {
     EXPECT_THAT(run.err, HasSubstr("[WIFI]\"/tmp/output\"File write error: No space left on "
                                    "device\n"));
     EXPECT_THAT(run.out, Not(HasSubstr("SHIELD")));
-    EXPECT_THAT(run.result_file(), Optional(result_of(5, 1)));
+    EXPECT_EQ(run.result_file(), result_of(5, 1));
 }
 
 TEST(FullDisk, of_the_status_file_is_told) {
@@ -90,20 +79,20 @@ TEST(FullDisk, of_the_status_file_is_told) {
 TEST(FullDisk, of_tmp_does_not_disturb_a_session) {
     const BenchRun run =
         bench_with("", {quick_address, "folder /tmp full"}).args({"-w", "-m", "1"}).run();
-    EXPECT_THAT(run.result_file(), Optional(result_of(8, 0)));
+    EXPECT_EQ(run.result_file(), result_of(8, 0));
 }
 
 TEST(ReadOnlyTmp, keeps_the_sessions_from_being_opened) {
     const std::vector<std::string> lines{supplicant_elsewhere, "folder /tmp read-only"};
     const BenchRun wlan = bench_with("", lines).args({"-w"}).run();
     EXPECT_THAT(wlan.out, HasSubstr("[WIFI]Unable to open sockets!!\n"));
-    EXPECT_THAT(wlan.result_file(), Optional(result_of(8, 2)));
+    EXPECT_EQ(wlan.result_file(), result_of(8, 2));
     const BenchRun client = bench_with("", lines).args({"-c"}).run();
-    EXPECT_THAT(client.result_file(), Optional(result_of(9, 1)));
+    EXPECT_EQ(client.result_file(), result_of(9, 1));
     const BenchRun device = bench_with("", lines).args({"-d"}).run();
-    EXPECT_THAT(device.result_file(), Optional(result_of(6, 1)));
+    EXPECT_EQ(device.result_file(), result_of(6, 1));
     const BenchRun owner = bench_with("", lines).args({"-g"}).run();
-    EXPECT_THAT(owner.result_file(), Optional(result_of(7, 1)));
+    EXPECT_EQ(owner.result_file(), result_of(7, 1));
 }
 
 TEST(ReadOnlyTmp, fails_the_scan) {
@@ -111,7 +100,7 @@ TEST(ReadOnlyTmp, fails_the_scan) {
     EXPECT_THAT(run.err,
                 HasSubstr("[WIFI]\"/tmp/output\"File open error: Read-only file system\n"));
     EXPECT_THAT(run.err, HasSubstr("[WIFI]not able to open file\n: Read-only file system\n"));
-    EXPECT_THAT(run.result_file(), Optional(result_of(5, 1)));
+    EXPECT_EQ(run.result_file(), result_of(5, 1));
 }
 
 TEST(ReadOnlyRoot, is_told_of_both_files_and_leaves_the_verdict) {
@@ -127,7 +116,7 @@ TEST(ReadOnlyRoot, is_told_of_both_files_and_leaves_the_verdict) {
 TEST(MissingTmp, keeps_the_session_from_being_opened) {
     const BenchRun run =
         bench_with("", {supplicant_elsewhere, "folder /tmp missing"}).args({"-w"}).run();
-    EXPECT_THAT(run.result_file(), Optional(result_of(8, 2)));
+    EXPECT_EQ(run.result_file(), result_of(8, 2));
 }
 
 // ---- descriptors -------------------------------------------------------------------------------
@@ -168,7 +157,7 @@ TEST(NoDescriptor, for_the_second_connection_leaves_no_socket_and_a_verdict) {
     const BenchRun run =
         bench_with("", {quick_address}).option("--limit-files", "6").args({"-w", "-m", "3"}).run();
     EXPECT_THAT(run.out, HasSubstr("[WIFI]Unable to open sockets!!\n"));
-    EXPECT_THAT(run.result_file(), Optional(result_of(8, 6)));
+    EXPECT_EQ(run.result_file(), result_of(8, 6));
     EXPECT_THAT(run.sockets(), IsEmpty());
 }
 
@@ -248,7 +237,7 @@ TEST(NoMemory, for_further_children_fails_what_needs_them_and_the_run_goes_on) {
     EXPECT_THAT(run.err, EndsWith("Unable to run Iperf in Client mode!!!\n"
                                   "Fail to run dhclient!!!\nFail to start udhcpc!!!\n"
                                   "Unable to run Iperf in Client mode!!!\n"));
-    EXPECT_THAT(run.result_file(), Optional(result_of(8, 2)));
+    EXPECT_EQ(run.result_file(), result_of(8, 2));
     EXPECT_THAT(run.sockets(), IsEmpty());
 }
 
@@ -273,7 +262,7 @@ TEST(UnreadableFile, of_the_previous_status_fails_the_scan_and_is_told) {
         bench_with("scan-listing", {}).args({"-SLINE", std::string("-D") + unreadable}).run();
     EXPECT_THAT(run.err, HasSubstr("[WIFI]File: Input/output error\n"));
     EXPECT_THAT(run.out, HasSubstr("[WIFI]SCAN FAIL\n"));
-    EXPECT_THAT(run.result_file(), Optional(result_of(5, 1)));
+    EXPECT_EQ(run.result_file(), result_of(5, 1));
 }
 
 TEST(UnreadableFile, of_the_configuration_is_a_problem_and_no_empty_one) {
@@ -284,47 +273,60 @@ TEST(UnreadableFile, of_the_configuration_is_a_problem_and_no_empty_one) {
 
 // ---- programs and kernel files -----------------------------------------------------------------
 
-TEST(MissingProgram, udhcpc_fails_the_client_test_and_not_the_wlan_test) {
-    const BenchRun client = bench_with("", {"program udhcpc missing"}).args({"-c"}).run();
-    EXPECT_THAT(client.err, HasSubstr("Fail to run dhclient!!!\nFail to start udhcpc!!!\n"));
-    EXPECT_THAT(client.result_file(), Optional(result_of(9, 1)));
-    const BenchRun wlan = bench_with("", {"program udhcpc missing"}).args({"-w"}).run();
-    EXPECT_THAT(wlan.out, HasSubstr("ERROR:UDHCHPC START FAILED\n"));
-    EXPECT_THAT(wlan.result_file(), Optional(result_of(8, 0)));
+struct MissingProgram {
+    const char* name;
+    const char* scenario;
+    std::string lines;
+    const char* mode;
+    /// What stands on the two streams, among other things.
+    const char* err;
+    const char* out;
+    std::string results;
+};
+
+void PrintTo(const MissingProgram& program, std::ostream* out) {
+    *out << program.name;
 }
 
-TEST(MissingProgram, iperf_is_told_by_the_shell_and_passes) {
+class RunWithoutAProgram : public TestWithParam<MissingProgram> {};
+
+TEST_P(RunWithoutAProgram, is_told_and_goes_on_to_its_verdict) {
     const BenchRun run =
-        bench_with("", {quick_address, "program iperf missing", "config check_iperf=yes"})
-            .args({"-w"})
-            .run();
-    EXPECT_THAT(run.err, HasSubstr("iperf: not found\n"));
-    EXPECT_THAT(run.result_file(), Optional(result_of(8, 0)));
+        bench_with(GetParam().scenario, {GetParam().lines}).args({GetParam().mode}).run();
+    EXPECT_THAT(run.err, HasSubstr(GetParam().err));
+    EXPECT_THAT(run.out, HasSubstr(GetParam().out));
+    EXPECT_EQ(run.result_file(), GetParam().results);
 }
 
-TEST(MissingProgram, ifconfig_is_told_by_the_shell_and_the_interface_stays_down) {
-    const BenchRun run =
-        bench_with("", {quick_address, "program ifconfig missing", "interface down"})
-            .args({"-w"})
-            .run();
-    EXPECT_THAT(run.err, HasSubstr("ifconfig: not found\n"));
-    EXPECT_THAT(run.result_file(),
-                Optional(std::string("Test case 1 passed \nTest case 2 fail # 1\n"
-                                     "Test case 8 passed \n")));
-}
+INSTANTIATE_TEST_SUITE_P(
+    Programs, RunWithoutAProgram,
+    Values(MissingProgram{"udhcpc_fails_the_client_test", "", "program udhcpc missing", "-c",
+                          "Fail to run dhclient!!!\nFail to start udhcpc!!!\n", "",
+                          result_of(9, 1)},
+           MissingProgram{"udhcpc_does_not_fail_the_wlan_test", "", "program udhcpc missing", "-w",
+                          "Fail to run dhclient!!!\nFail to start udhcpc!!!\n",
+                          "ERROR:UDHCHPC START FAILED\n", result_of(8, 0)},
+           MissingProgram{"iperf_passes", "",
+                          quick_address +
+                              std::string("\nprogram iperf missing\nconfig check_iperf=yes"),
+                          "-w", "iperf: not found\n", "", result_of(8, 0)},
+           MissingProgram{"ifconfig_leaves_the_interface_down", "",
+                          quick_address + std::string("\nprogram ifconfig missing\ninterface down"),
+                          "-w", "ifconfig: not found\n", "",
+                          "Test case 1 passed \nTest case 2 fail # 1\nTest case 8 passed \n"},
+           MissingProgram{"ifconfig_of_the_group_owner_passes", "p2p-owner",
+                          quick_address + std::string("\nprogram ifconfig missing"), "-d",
+                          "ifconfig: not found\n", "", result_of(6, 0)},
+           MissingProgram{"udhcpd_of_the_group_owner_passes", "p2p-owner",
+                          quick_address + std::string("\nprogram udhcpd missing"), "-d",
+                          "udhcpd: not found\n", "", result_of(6, 0)},
+           MissingProgram{"mount_leaves_the_module_unseen", "scan-refused",
+                          "folder /proc/bus/usb missing\nprogram mount missing", "-w",
+                          "mount: not found\n", "[WIFI]ERROR:Module not inserted",
+                          "Test case 1 fail # 1\nTest case 2 passed \nTest case 8 fail # 1\n"}),
+    [](const auto& program) { return program.param.name; });
 
-TEST(MissingProgram, of_the_group_owner_is_told_by_the_shell_and_passes) {
-    for (const std::string program : {"ifconfig", "udhcpd"}) {
-        const BenchRun run =
-            bench_with("p2p-owner", {quick_address, "program " + program + " missing"})
-                .args({"-d"})
-                .run();
-        EXPECT_THAT(run.err, HasSubstr(program + ": not found\n"));
-        EXPECT_THAT(run.result_file(), Optional(result_of(6, 0)));
-    }
-}
-
-TEST(MissingProgram, killall_can_be_interrupted_though_it_is_called_for_ever) {
+TEST(MissingKillall, can_be_interrupted_though_it_is_called_for_ever) {
     const BenchRun run = Bench()
                              .line("program udhcpc runs \"exit 0\"")
                              .line("program killall missing")
@@ -332,28 +334,15 @@ TEST(MissingProgram, killall_can_be_interrupted_though_it_is_called_for_ever) {
                              .args({"-w"})
                              .run();
     EXPECT_THAT(run.err, HasSubstr("killall: not found\n"));
-    EXPECT_THAT(run.result_file(), Optional(result_of(8, 0)));
+    EXPECT_EQ(run.result_file(), result_of(8, 0));
     EXPECT_THAT(run.sockets(), IsEmpty());
-}
-
-TEST(MissingProgram, mount_is_told_by_the_shell_and_the_run_goes_on) {
-    const BenchRun run =
-        bench_with("scan-refused", {"folder /proc/bus/usb missing", "program mount missing"})
-            .args({"-w"})
-            .run();
-    EXPECT_THAT(run.err, HasSubstr("mount: not found\n"));
-    EXPECT_THAT(run.out, HasSubstr("[WIFI]ERROR:Module not inserted"));
-    EXPECT_THAT(run.result_file(),
-                Optional(std::string("Test case 1 fail # 1\nTest case 2 passed \n"
-                                     "Test case 8 fail # 1\n")));
 }
 
 TEST(MissingKernelFile, of_the_interface_is_filed_and_the_run_goes_on) {
     const BenchRun run =
         bench_with("scan-refused", {"config wifidev=/sys/class/absent"}).args({"-w"}).run();
-    EXPECT_THAT(run.result_file(),
-                Optional(std::string("Test case 1 passed \nTest case 2 fail # 1\n"
-                                     "Test case 8 fail # 1\n")));
+    EXPECT_EQ(run.result_file(), "Test case 1 passed \nTest case 2 fail # 1\n"
+                                 "Test case 8 fail # 1\n");
 }
 
 } // namespace

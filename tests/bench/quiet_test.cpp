@@ -4,6 +4,7 @@
 #include "bench_run.hpp"
 #include "expected.hpp"
 #include "language/files.hpp"
+#include "text_parts.hpp"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -19,38 +20,35 @@ namespace bench_test {
 namespace {
 
 using std::chrono::milliseconds;
-using testing::EndsWith;
-using testing::HasSubstr;
-using testing::Optional;
+using namespace testing;
 
 TEST(QuietWait, of_60_seconds_for_an_event_costs_less_than_50_ms_of_processor_time) {
-    const BenchRun run =
-        Bench("scan-never-ends").signal("INT@61500ms").args({"-w", "-m", "1"}).run();
+    const BenchRun run = run_wlan(Bench("scan-never-ends").signal("INT@61500ms"));
     EXPECT_EQ(run.status, 0);
     EXPECT_GT(run.wall_ms, 61000);
     EXPECT_LT(run.processor_ms, 50);
 }
 
 TEST(QuietWait, with_a_deadline_costs_next_to_nothing_too) {
-    const BenchRun run = Bench("connection-never-comes").args({"-w", "-m", "1"}).run();
+    const BenchRun run = run_wlan(Bench("connection-never-comes"));
     EXPECT_GT(run.wall_ms, 31000);
     EXPECT_LT(run.processor_ms, 50);
 }
 
 TEST(QuietWait, for_a_reply_costs_next_to_nothing_too) {
-    const BenchRun run = Bench("supplicant-never-answers").args({"-w", "-m", "1"}).run();
+    const BenchRun run = run_wlan(Bench("supplicant-never-answers"));
     EXPECT_GT(run.wall_ms, 12000);
     EXPECT_LT(run.processor_ms, 50);
 }
 
 TEST(QuietWait, ends_within_a_millisecond_of_the_event_at_the_median) {
     constexpr long long delay_us = 20'000;
-    const BenchRun run = Bench("scan-results-refused")
-                             .line("supplicant withholds \"CTRL-EVENT-SCAN-RESULTS\"")
-                             .line("supplicant sends \"<3>CTRL-EVENT-SCAN-RESULTS \" on \"SCAN\" "
-                                   "after 20ms")
-                             .args({"-w", "-m", "15"})
-                             .run();
+    const BenchRun run =
+        run_wlan(Bench("scan-results-refused")
+                     .line("supplicant withholds \"CTRL-EVENT-SCAN-RESULTS\"")
+                     .line("supplicant sends \"<3>CTRL-EVENT-SCAN-RESULTS \" on \"SCAN\" "
+                           "after 20ms"),
+                 15);
     std::vector<long long> reactions;
     const auto commands = run.timed_commands();
     for (std::size_t index = 1; index < commands.size(); ++index) {
@@ -67,19 +65,15 @@ TEST(QuietWait, ends_within_a_millisecond_of_the_event_at_the_median) {
 // ---- descriptors -------------------------------------------------------------------------------
 
 TEST(ManyDescriptors, above_1023_are_as_good_as_any) {
-    const BenchRun run =
-        Bench().line(quick_address).open_descriptors(1100).args({"-w", "-m", "1"}).run();
+    const BenchRun run = run_wlan(Bench().line(quick_address).open_descriptors(1100));
     EXPECT_EQ(run.status, 0);
-    EXPECT_THAT(run.result_file(), Optional(std::string("Test case 1 passed \nTest case 2 passed \n"
-                                                        "Test case 8 passed \n")));
+    EXPECT_EQ(run.result_file(), "Test case 1 passed \nTest case 2 passed \n"
+                                 "Test case 8 passed \n");
 }
 
 TEST(ManyDescriptors, above_1023_do_not_disturb_an_interrupt) {
-    const BenchRun run = Bench("scan-never-ends")
-                             .open_descriptors(1100)
-                             .signal("INT@command:SCAN+500ms")
-                             .args({"-w", "-m", "1"})
-                             .run();
+    const BenchRun run =
+        run_wlan(Bench("scan-never-ends").open_descriptors(1100).signal("INT@command:SCAN+500ms"));
     EXPECT_EQ(run.status, 0);
     EXPECT_THAT(run.out, EndsWith(interrupted + cleanup_of_a_session + done));
     EXPECT_LT(run.wall_ms, 9000);
@@ -136,13 +130,7 @@ TEST(LiveOutput, waits_for_a_slow_reader_without_losing_anything) {
     std::this_thread::sleep_for(milliseconds(1500));
     const BenchRun ended = run->finish();
     EXPECT_EQ(ended.status, 0);
-    int shown = 0;
-    const std::string event = "\n<3>UNRELATED-EVENT-TO-FILL-THE-PIPE";
-    for (auto at = ended.out.find(event); at != std::string::npos;
-         at = ended.out.find(event, at + 1)) {
-        ++shown;
-    }
-    EXPECT_EQ(shown, events);
+    EXPECT_EQ(times(ended.out, "\n<3>UNRELATED-EVENT-TO-FILL-THE-PIPE"), events);
     EXPECT_THAT(ended.out, EndsWith(regular_end));
 }
 

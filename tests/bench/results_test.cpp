@@ -12,9 +12,7 @@
 namespace bench_test {
 namespace {
 
-using testing::HasSubstr;
-using testing::Not;
-using testing::Optional;
+using namespace testing;
 
 TEST(ResultFileOfARun, goes_where_the_option_says) {
     const BenchRun run = Bench("scan-refused").args({"-w", "-m", "1", "-R/tmp/my-result"}).run();
@@ -35,8 +33,7 @@ TEST(ResultFileOfARun, that_cannot_be_opened_is_told_on_two_streams_and_the_run_
 }
 
 TEST(ResultFileOfARun, that_cannot_be_opened_at_its_usual_place_is_told_too) {
-    const BenchRun run =
-        Bench("scan-refused").line("folder /root read-only").args({"-w", "-m", "1"}).run();
+    const BenchRun run = run_wlan(Bench("scan-refused").line("folder /root read-only"));
     EXPECT_EQ(run.status, 0);
     EXPECT_THAT(run.err, testing::EndsWith("[WIFI]Unable to open Result File: "));
     EXPECT_THAT(run.out, testing::EndsWith("/root/WIFIResult\n" + cleanup));
@@ -44,33 +41,23 @@ TEST(ResultFileOfARun, that_cannot_be_opened_at_its_usual_place_is_told_too) {
 }
 
 TEST(ResultFileOfARun, replaces_that_of_an_earlier_run) {
-    const BenchRun run = Bench("scan-refused")
-                             .line("file /root/WIFIResult \"" + std::string(500, 'x') + "\"")
-                             .args({"-w", "-m", "1"})
-                             .run();
-    EXPECT_THAT(run.result_file(), Optional(std::string("Test case 1 passed \nTest case 2 passed \n"
-                                                        "Test case 8 fail # 1\n")));
+    const BenchRun run = run_wlan(
+        Bench("scan-refused").line("file /root/WIFIResult \"" + std::string(500, 'x') + "\""));
+    EXPECT_EQ(run.result_file(), "Test case 1 passed \nTest case 2 passed \n"
+                                 "Test case 8 fail # 1\n");
 }
 
 TEST(ResultFileOfARun, counts_what_failed_in_each_test_case) {
-    const BenchRun run = Bench("supplicant-absent")
-                             .line("module none")
-                             .line("interface absent")
-                             .args({"-w", "-m", "2"})
-                             .run();
-    EXPECT_THAT(run.result_file(),
-                Optional(std::string("Test case 1 fail # 2\nTest case 2 fail # 2\n"
-                                     "Test case 8 fail # 4\n")));
+    const BenchRun run =
+        run_wlan(Bench("supplicant-absent").line("module none").line("interface absent"), 2);
+    EXPECT_EQ(run.result_file(), "Test case 1 fail # 2\nTest case 2 fail # 2\n"
+                                 "Test case 8 fail # 4\n");
 }
 
 TEST(ResultFileOfARun, passes_however_many_iterations_passed) {
-    const BenchRun run = Bench()
-                             .line("program udhcpc runs \"exit 0\"")
-                             .line("program killall runs \"exit 0\"")
-                             .args({"-w", "-m", "3"})
-                             .run();
-    EXPECT_THAT(run.result_file(), Optional(std::string("Test case 1 passed \nTest case 2 passed \n"
-                                                        "Test case 8 passed \n")));
+    const BenchRun run = run_wlan(Bench().line(quick_address), 3);
+    EXPECT_EQ(run.result_file(), "Test case 1 passed \nTest case 2 passed \n"
+                                 "Test case 8 passed \n");
 }
 
 } // namespace

@@ -7,15 +7,14 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <ostream>
+#include <string>
+#include <vector>
 
 namespace {
 
-using bench_test::Bench;
-using bench_test::BenchRun;
-using testing::EndsWith;
-using testing::HasSubstr;
-using testing::Not;
-using testing::StartsWith;
+using namespace bench_test;
+using namespace testing;
 
 constexpr const char* passed = "Test case 1 passed \nTest case 2 passed \nTest case 5 passed \n";
 constexpr const char* failed = "Test case 1 passed \nTest case 2 passed \nTest case 5 fail # 1\n";
@@ -135,14 +134,6 @@ TEST(Scan, records_a_refused_trigger) {
     EXPECT_EQ(run.result_file(), failed);
 }
 
-TEST(Scan, records_an_aborted_scan) {
-    const BenchRun run = scan(Bench("scan-aborted"));
-    EXPECT_THAT(run.out, HasSubstr("[WIFI]Got NL80211_CMD_SCAN_ABORTED.\n"
-                                   "[WIFI]ERROR: Kernel aborted scan.\n"
-                                   "[WIFI]do_scan_trigger() failed with 1.\n"));
-    EXPECT_EQ(run.result_file(), failed);
-}
-
 TEST(Scan, is_not_disturbed_by_an_aborted_scan_before_it) {
     const BenchRun run = scan(Bench("scan-aborted-once").faster(5), "-S", "2");
     EXPECT_THAT(run.out, HasSubstr("[WIFI]SCAN FAIL\n"));
@@ -157,16 +148,6 @@ TEST(Scan, does_not_start_when_nobody_would_tell_its_end) {
     EXPECT_EQ(run.result_file(), failed);
 }
 
-TEST(Scan, records_a_kernel_without_nl80211) {
-    EXPECT_EQ(scan(Bench("scan-without-nl80211")).result_file(), failed);
-}
-
-TEST(Scan, records_a_refused_dump) {
-    const BenchRun run = scan(Bench("scan-dump-refused"));
-    EXPECT_THAT(run.out, HasSubstr("ERROR: nl_recvmsgs_default() returned -"));
-    EXPECT_EQ(run.result_file(), failed);
-}
-
 TEST(Scan, does_not_write_its_listing_through_a_link_that_anybody_can_plant) {
     const BenchRun run = scan(Bench("scan-listing")
                                   .line("file /root/victim \"precious\\n\"")
@@ -177,19 +158,45 @@ TEST(Scan, does_not_write_its_listing_through_a_link_that_anybody_can_plant) {
     EXPECT_EQ(run.result_file(), failed);
 }
 
-TEST(Scan, fails_when_the_answer_to_its_trigger_is_lost) {
-    const BenchRun run = scan(Bench("scan-answer-lost"));
-    EXPECT_THAT(run.out, HasSubstr("[WIFI]Waiting for scan to complete...\n"
-                                   "[WIFI]ERROR: nl_recvmsgs() returned -5 (Out of memory).\n"
-                                   "[WIFI]do_scan_trigger() failed with -5.\n"));
+struct FailedScan {
+    const char* name;
+    const char* scenario;
+    std::vector<std::string> told;
+};
+
+void PrintTo(const FailedScan& scan, std::ostream* out) {
+    *out << scan.scenario;
+}
+
+class ScanThatFails : public TestWithParam<FailedScan> {};
+
+TEST_P(ScanThatFails, is_told_and_recorded) {
+    const BenchRun run = scan(Bench(GetParam().scenario));
+    for (const std::string& text : GetParam().told) {
+        EXPECT_THAT(run.out, HasSubstr(text));
+    }
     EXPECT_EQ(run.result_file(), failed);
 }
 
-TEST(Scan, fails_when_a_part_of_its_dump_is_lost) {
-    const BenchRun run = scan(Bench("scan-dump-lost"));
-    EXPECT_THAT(run.out, HasSubstr("ERROR: nl_recvmsgs_default() returned -5 (Out of memory).\n"));
-    EXPECT_EQ(run.result_file(), failed);
-}
+INSTANTIATE_TEST_SUITE_P(
+    Reasons, ScanThatFails,
+    Values(FailedScan{"aborted",
+                      "scan-aborted",
+                      {"[WIFI]Got NL80211_CMD_SCAN_ABORTED.\n"
+                       "[WIFI]ERROR: Kernel aborted scan.\n"
+                       "[WIFI]do_scan_trigger() failed with 1.\n"}},
+           FailedScan{"kernel_without_nl80211", "scan-without-nl80211", {"[WIFI]SCAN FAIL\n"}},
+           FailedScan{
+               "refused_dump", "scan-dump-refused", {"ERROR: nl_recvmsgs_default() returned -"}},
+           FailedScan{"answer_to_the_trigger_lost",
+                      "scan-answer-lost",
+                      {"[WIFI]Waiting for scan to complete...\n"
+                       "[WIFI]ERROR: nl_recvmsgs() returned -5 (Out of memory).\n"
+                       "[WIFI]do_scan_trigger() failed with -5.\n"}},
+           FailedScan{"part_of_the_dump_lost",
+                      "scan-dump-lost",
+                      {"ERROR: nl_recvmsgs_default() returned -5 (Out of memory).\n"}}),
+    [](const auto& scan) { return scan.param.name; });
 
 TEST(Scan, survives_lost_messages_and_late_notifications) {
     EXPECT_THAT(scan(Bench("scan-overflow")).out, HasSubstr("[WIFI]SCAN SUCCESS\n"));
@@ -230,35 +237,60 @@ TEST(ScanStatus, tells_when_no_name_begins_with_the_prefix) {
     EXPECT_EQ(run.files.at("tmp/ap_status.txt"), "//4/\n");
 }
 
-TEST(ScanStatus, marks_a_vanished_access_point_with_status_1) {
-    const BenchRun run =
-        scan(Bench("scan-listing")
-                 .line("file /tmp/ap_status.txt \"02:00:00:00:01:0F/-40.00/0/LINE-AP-9\\n\""),
-             "-SLINE");
-    EXPECT_EQ(run.files.at("tmp/ap_status.txt"), "02:00:00:00:01:0F//1/LINE-AP-9\n"
-                                                 "02:00:00:00:01:0A/-55.-12/0/LINE-AP-1\n");
+/// A scan behind an earlier one.
+struct Rescan {
+    const char* name;
+    const char* scenario;
+    const char* option;
+    /// The status file before, as a scenario writes it, and behind the scan.
+    std::string before;
+    std::string after;
+    const char* told = "";
+};
+
+void PrintTo(const Rescan& rescan, std::ostream* out) {
+    *out << rescan.name;
 }
 
-TEST(ScanStatus, marks_a_returned_access_point_with_status_0_and_its_new_signal) {
+class StatusOfARescan : public TestWithParam<Rescan> {};
+
+TEST_P(StatusOfARescan, goes_on_from_the_one_before) {
     const BenchRun run = scan(
-        Bench("scan-listing").line("file /tmp/ap_status.txt \"02:00:00:00:01:0A//1/LINE-AP-1\\n\""),
-        "-SLINE");
-    EXPECT_EQ(run.files.at("tmp/ap_status.txt"), "02:00:00:00:01:0A/-55.-12/0/LINE-AP-1\n");
+        Bench(GetParam().scenario).line("file /tmp/ap_status.txt \"" + GetParam().before + "\""),
+        GetParam().option);
+    EXPECT_EQ(run.files.at("tmp/ap_status.txt"), GetParam().after);
+    EXPECT_THAT(run.out, HasSubstr(GetParam().told));
 }
 
-TEST(ScanStatus, keeps_the_known_access_points_when_the_scan_fails) {
-    const BenchRun run =
-        scan(Bench("scan-aborted")
-                 .line("file /tmp/ap_status.txt \"02:00:00:00:01:0A/-40.00/0/LINE-AP-1\\n\""),
-             "-SLINE");
-    EXPECT_EQ(run.files.at("tmp/ap_status.txt"), "02:00:00:00:01:0A//1/LINE-AP-1\n");
-}
+INSTANTIATE_TEST_SUITE_P(
+    AccessPoints, StatusOfARescan,
+    Values(Rescan{"marks_a_vanished_one_with_status_1", "scan-listing", "-SLINE",
+                  "02:00:00:00:01:0F/-40.00/0/LINE-AP-9\\n",
+                  "02:00:00:00:01:0F//1/LINE-AP-9\n02:00:00:00:01:0A/-55.-12/0/LINE-AP-1\n"},
+           Rescan{"marks_a_returned_one_with_status_0_and_its_new_signal", "scan-listing", "-SLINE",
+                  "02:00:00:00:01:0A//1/LINE-AP-1\\n", "02:00:00:00:01:0A/-55.-12/0/LINE-AP-1\n"},
+           Rescan{"keeps_the_known_ones_when_the_scan_fails", "scan-aborted", "-SLINE",
+                  "02:00:00:00:01:0A/-40.00/0/LINE-AP-1\\n", "02:00:00:00:01:0A//1/LINE-AP-1\n"},
+           Rescan{"reads_a_marker_line_as_nothing", "scan-listing", "-SLINE", "//2/\\n",
+                  "02:00:00:00:01:0A/-55.-12/0/LINE-AP-1\n"}),
+    [](const auto& rescan) { return rescan.param.name; });
 
-TEST(ScanStatus, reads_a_marker_line_as_nothing) {
-    const BenchRun run =
-        scan(Bench("scan-listing").line("file /tmp/ap_status.txt \"//2/\\n\""), "-SLINE");
-    EXPECT_EQ(run.files.at("tmp/ap_status.txt"), "02:00:00:00:01:0A/-55.-12/0/LINE-AP-1\n");
-}
+INSTANTIATE_TEST_SUITE_P(
+    Names, StatusOfARescan,
+    Values(Rescan{"cut_at_an_apostrophe_or_slash_when_they_are_read_back", "scan-nothing-heard",
+                  "-SAP",
+                  "02:00:00:00:01:03/-40.00/0/AP/one\\n02:00:00:00:01:04/-40.00/0/AP's two\\n",
+                  "02:00:00:00:01:03//1/AP\n02:00:00:00:01:04//1/AP\n"},
+           Rescan{"counted_and_told_on_a_malformed_line", "scan-nothing-heard", "-SAP",
+                  "02:00:00/-40.00/0/AP-1\\n", "//1/AP-1\n",
+                  "[WIFI]Should not happend 985   scan_wifi_test\n"},
+           Rescan{"taken_with_127_characters", "scan-nothing-heard", "-SAP",
+                  "02:00:00:00:01:03/-40.00/0/" + std::string(127, 'x') + "\\n",
+                  "02:00:00:00:01:03//1/" + std::string(127, 'x') + "\n"},
+           Rescan{"left_out_with_more_than_128_characters_and_their_newline", "scan-nothing-heard",
+                  "-SAP", "02:00:00:00:01:03/-40.00/0/" + std::string(128, 'x') + "\\n",
+                  "02:00:00:00:01:03//1/\n", "[WIFI]Should not happend 995   scan_wifi_test\n"}),
+    [](const auto& rescan) { return rescan.param.name; });
 
 TEST(ScanStatus, ignores_the_previous_run_unless_the_choice_is_iw) {
     const auto status_after = [](const std::string& choice) {
@@ -310,42 +342,6 @@ TEST(ScanStatus, that_cannot_be_written_is_told) {
         Bench("scan-listing").args({"-SLINE", "-D/no/such/folder", "-m", "1"}).run();
     EXPECT_THAT(run.err, HasSubstr("[WIFI]not able to open file\n: No such file or directory\n"));
     EXPECT_EQ(run.result_file(), passed);
-}
-
-TEST(ScanStatus, cuts_a_name_at_an_apostrophe_or_slash_when_it_is_read_back) {
-    const BenchRun run =
-        scan(Bench("scan-nothing-heard")
-                 .line("file /tmp/ap_status.txt \"02:00:00:00:01:03/-40.00/0/AP/one\\n"
-                       "02:00:00:00:01:04/-40.00/0/AP's two\\n\""),
-             "-SAP");
-    EXPECT_EQ(run.files.at("tmp/ap_status.txt"), "02:00:00:00:01:03//1/AP\n"
-                                                 "02:00:00:00:01:04//1/AP\n");
-}
-
-TEST(ScanStatus, counts_a_malformed_line_and_tells_it) {
-    const BenchRun run = scan(
-        Bench("scan-nothing-heard").line("file /tmp/ap_status.txt \"02:00:00/-40.00/0/AP-1\\n\""),
-        "-SAP");
-    EXPECT_THAT(run.out, HasSubstr("[WIFI]Should not happend 985   scan_wifi_test\n"));
-    EXPECT_EQ(run.files.at("tmp/ap_status.txt"), "//1/AP-1\n");
-}
-
-TEST(ScanStatus, takes_a_name_of_127_characters) {
-    const std::string name(127, 'x');
-    const BenchRun run =
-        scan(Bench("scan-nothing-heard")
-                 .line("file /tmp/ap_status.txt \"02:00:00:00:01:03/-40.00/0/" + name + "\\n\""),
-             "-SAP");
-    EXPECT_EQ(run.files.at("tmp/ap_status.txt"), "02:00:00:00:01:03//1/" + name + "\n");
-}
-
-TEST(ScanStatus, takes_no_name_that_has_more_than_128_characters_with_its_newline) {
-    const BenchRun run = scan(Bench("scan-nothing-heard")
-                                  .line("file /tmp/ap_status.txt \"02:00:00:00:01:03/-40.00/0/" +
-                                        std::string(128, 'x') + "\\n\""),
-                              "-SAP");
-    EXPECT_THAT(run.out, HasSubstr("[WIFI]Should not happend 995   scan_wifi_test\n"));
-    EXPECT_EQ(run.files.at("tmp/ap_status.txt"), "02:00:00:00:01:03//1/\n");
 }
 
 TEST(ScanStatus, takes_the_first_50_matches) {

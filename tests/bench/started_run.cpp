@@ -4,6 +4,7 @@
 #include "bench_run.hpp"
 #include "console.hpp"
 #include "language/files.hpp"
+#include "temporary_folder.hpp"
 #include "world/program.hpp"
 
 #include <fcntl.h>
@@ -28,29 +29,6 @@ namespace {
 
 namespace fs = std::filesystem;
 using Clock = std::chrono::steady_clock;
-
-class Folder {
-public:
-    Folder() : path_("/tmp/bench-test-XXXXXX") {
-        if (mkdtemp(path_.data()) == nullptr) {
-            std::perror("mkdtemp");
-            std::abort();
-        }
-    }
-    ~Folder() {
-        std::error_code ignored;
-        fs::remove_all(path_, ignored);
-    }
-    Folder(const Folder&) = delete;
-    Folder& operator=(const Folder&) = delete;
-
-    const std::string& path() const {
-        return path_;
-    }
-
-private:
-    std::string path_;
-};
 
 struct Pipe {
     std::array<int, 2> ends{-1, -1};
@@ -172,7 +150,7 @@ void read_usage(BenchRun& run) {
 } // namespace
 
 struct StartedRun::Ends {
-    Folder folder;
+    test_tools::TemporaryFolder folder{"bench-test"};
     Pipe in;
     Pipe out;
     Pipe err;

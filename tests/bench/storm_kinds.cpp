@@ -216,14 +216,10 @@ Attempt slow_once(int index, std::mt19937& random) {
 
 /// A run that comes to a file whose opening never ends.
 struct BlockedLife {
-    const char* name;
-    const char* arguments;
-    const char* scenario;
-    const char* lines;
+    /// Its span ends where it is certain to stand there, or anywhere before.
+    Life life;
     /// Whether it is the result file: only a kill ends such a run.
     bool results;
-    /// Milliseconds from the start to where it is certain to stand there, or anywhere before.
-    int latest_ms;
 };
 
 constexpr const char* same_address = "driver answers address with 00:0a:f5:12:34:56\n"
@@ -231,31 +227,37 @@ constexpr const char* same_address = "driver answers address with 00:0a:f5:12:34
                                      "00:0a:f5:12:34:56\nfile /root/WIFIAddr blocks";
 
 constexpr std::array<BlockedLife, 10> blocked_lives{{
-    {"results of a scan that never ends", "-w -R/tmp/result", "scan-never-ends",
-     "file /tmp/result blocks", true, 4000},
-    {"results of a flood", "-w -u -R/tmp/result", "endless-event-flood", "file /tmp/result blocks",
-     true, 4000},
-    {"results at the normal end", "-M -R/tmp/result", "mac/combo-same", "file /tmp/result blocks",
-     true, 5000},
-    {"status file of the run before", "-SLINE -D/tmp/status", "scan-listing",
-     "file /tmp/status blocks", false, 3000},
-    {"status file", "-SLINE -odbus -D/tmp/status", "scan-listing", "file /tmp/status blocks", false,
-     3000},
-    {"listing", "-S", "scan-listing", "file /tmp/output blocks", false, 3000},
-    {"address file", "-M", "", same_address, false, 3000},
-    {"bus at the start", "-w", "", "file /proc/bus/usb/devices blocks", false, 2000},
-    {"device list", "-w", "",
-     "config device_type=other\nconfig usbdevlist=/tmp/list\nfile /tmp/list blocks", false, 2000},
-    {"interface's flags", "-w", "", "config wifidev=/tmp/net\nfile /tmp/net/wlan0/flags blocks",
-     false, 2000},
+    {{"results of a scan that never ends", "-w -R/tmp/result", "scan-never-ends",
+      "file /tmp/result blocks", 4000, 1},
+     true},
+    {{"results of a flood", "-w -u -R/tmp/result", "endless-event-flood", "file /tmp/result blocks",
+      4000, 1},
+     true},
+    {{"results at the normal end", "-M -R/tmp/result", "mac/combo-same", "file /tmp/result blocks",
+      5000, 1},
+     true},
+    {{"status file of the run before", "-SLINE -D/tmp/status", "scan-listing",
+      "file /tmp/status blocks", 3000, 1},
+     false},
+    {{"status file", "-SLINE -odbus -D/tmp/status", "scan-listing", "file /tmp/status blocks", 3000,
+      1},
+     false},
+    {{"listing", "-S", "scan-listing", "file /tmp/output blocks", 3000, 1}, false},
+    {{"address file", "-M", "", same_address, 3000, 1}, false},
+    {{"bus at the start", "-w", "", "file /proc/bus/usb/devices blocks", 2000, 1}, false},
+    {{"device list", "-w", "",
+      "config device_type=other\nconfig usbdevlist=/tmp/list\nfile /tmp/list blocks", 2000, 1},
+     false},
+    {{"interface's flags", "-w", "", "config wifidev=/tmp/net\nfile /tmp/net/wlan0/flags blocks",
+      2000, 1},
+     false},
 }};
 
 Attempt block_once(int index, std::mt19937& random) {
     const BlockedLife& blocked = draw_one(random, blocked_lives);
-    const Life life{blocked.name,  blocked.arguments, blocked.scenario,
-                    blocked.lines, blocked.latest_ms, 1};
+    const Life& life = blocked.life;
     const auto arguments = arguments_of(life, 1);
-    const int moment_ms = draw(random, blocked.latest_ms / 3, blocked.latest_ms);
+    const int moment_ms = draw(random, life.latest_ms / 3, life.latest_ms);
     const int signal = index % 2 == 0 ? SIGINT : SIGTERM;
     Attempt attempt{life.name, std::string(life.name) + ":", {}, {}};
     std::vector<std::string> signals{at_ms(name_of(signal), moment_ms)};

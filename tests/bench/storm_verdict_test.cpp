@@ -16,7 +16,7 @@
 namespace bench_test {
 namespace {
 
-using testing::ElementsAre;
+using namespace testing;
 
 const std::vector<std::string> wlan{"-w", "-m", "1000"};
 const std::string passed = "Test case 1 passed \nTest case 2 passed \nTest case 8 passed \n";

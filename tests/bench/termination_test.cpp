@@ -8,16 +8,13 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <ostream>
 #include <string>
-#include <utility>
 
 namespace bench_test {
 namespace {
 
-using testing::EndsWith;
-using testing::HasSubstr;
-using testing::IsEmpty;
-using testing::Optional;
+using namespace testing;
 
 const std::string nothing_failed =
     "Test case 1 passed \nTest case 2 passed \nTest case 8 passed \n";
@@ -43,12 +40,11 @@ void PrintTo(const Moment& moment, std::ostream* out) {
 class MomentOfARun : public testing::TestWithParam<Moment> {
 protected:
     static BenchRun run_with(const std::string& signal) {
-        return Bench(GetParam().scenario)
-            .line(GetParam().line)
-            .signal(signal + "@" + GetParam().when)
-            .args({"-w", "-m", "100"})
-            .at_most(std::chrono::seconds(30))
-            .run();
+        return run_wlan(Bench(GetParam().scenario)
+                            .line(GetParam().line)
+                            .signal(signal + "@" + GetParam().when)
+                            .at_most(std::chrono::seconds(30)),
+                        100);
     }
 
     static const std::string& expected_cleanup() {
@@ -61,7 +57,7 @@ TEST_P(MomentOfARun, can_be_interrupted) {
     EXPECT_FALSE(run.timed_out);
     EXPECT_EQ(run.status, 0);
     EXPECT_THAT(run.out, EndsWith(interrupted + expected_cleanup() + done));
-    EXPECT_THAT(run.result_file(), Optional(nothing_failed));
+    EXPECT_EQ(run.result_file(), nothing_failed);
     EXPECT_THAT(run.sockets(), IsEmpty());
     EXPECT_LT(run.wall_ms, far_below_the_wait_ms);
 }
@@ -107,25 +103,19 @@ INSTANTIATE_TEST_SUITE_P(
 // ---- what an interrupted run has recorded ------------------------------------------------------
 
 TEST(InterruptedRun, keeps_the_failures_recorded_up_to_then) {
-    const BenchRun run = Bench("scan-refused")
-                             .line("module none")
-                             .signal("INT@command:SCAN#3+500ms")
-                             .args({"-w", "-m", "100"})
-                             .run();
-    EXPECT_THAT(run.result_file(),
-                Optional(std::string("Test case 1 fail # 3\nTest case 2 passed \n"
-                                     "Test case 8 fail # 3\n")));
+    const BenchRun run =
+        run_wlan(Bench("scan-refused").line("module none").signal("INT@command:SCAN#3+500ms"), 100);
+    EXPECT_EQ(run.result_file(), "Test case 1 fail # 3\nTest case 2 passed \n"
+                                 "Test case 8 fail # 3\n");
 }
 
 TEST(InterruptedRun, counts_of_the_running_iteration_only_what_it_had_recorded) {
-    const BenchRun run = Bench("connection-never-comes")
-                             .line("module none")
-                             .signal("INT@command:SELECT_NETWORK 0 +300ms")
-                             .args({"-w", "-m", "100"})
-                             .run();
-    EXPECT_THAT(run.result_file(),
-                Optional(std::string("Test case 1 fail # 1\nTest case 2 passed \n"
-                                     "Test case 8 passed \n")));
+    const BenchRun run = run_wlan(Bench("connection-never-comes")
+                                      .line("module none")
+                                      .signal("INT@command:SELECT_NETWORK 0 +300ms"),
+                                  100);
+    EXPECT_EQ(run.result_file(), "Test case 1 fail # 1\nTest case 2 passed \n"
+                                 "Test case 8 passed \n");
 }
 
 TEST(InterruptedRun, writes_its_results_where_the_option_says) {
@@ -163,12 +153,10 @@ TEST(InterruptedRun, tells_of_the_flush_with_debug) {
 }
 
 TEST(InterruptedRun, handles_only_the_first_of_several_interrupts) {
-    const BenchRun run = Bench("scan-never-ends")
-                             .signal("INT@command:SCAN+300ms")
-                             .signal("INT@command:SCAN+300ms")
-                             .signal("INT@command:SCAN+301ms")
-                             .args({"-w", "-m", "1"})
-                             .run();
+    const BenchRun run = run_wlan(Bench("scan-never-ends")
+                                      .signal("INT@command:SCAN+300ms")
+                                      .signal("INT@command:SCAN+300ms")
+                                      .signal("INT@command:SCAN+301ms"));
     EXPECT_EQ(run.status, 0);
     EXPECT_THAT(run.out, EndsWith(interrupted + cleanup_of_a_session + done));
     EXPECT_EQ(run.out.find("Got ^C"), run.out.rfind("Got ^C"));
@@ -202,7 +190,7 @@ TEST(InterruptedRun, ends_although_nobody_reads_its_output) {
     ASSERT_TRUE(run->ends_unread(std::chrono::seconds(9)));
     const BenchRun ended = run->finish();
     EXPECT_EQ(ended.status, 0);
-    EXPECT_THAT(ended.result_file(), Optional(nothing_failed));
+    EXPECT_EQ(ended.result_file(), nothing_failed);
     EXPECT_LT(ended.wall_ms, far_below_the_wait_ms);
 }
 
@@ -218,53 +206,47 @@ TEST(KilledRun, ends_although_nobody_reads_its_output) {
 
 // ---- what a kill does to the module ------------------------------------------------------------
 
-BenchRun killed_with(const std::string& module) {
-    return Bench("scan-never-ends")
-        .line(module)
-        .line("file /sys/module/bcmdhd/parameters/usbloop_enable \"1\\n\"")
-        .signal("TERM@command:SCAN+300ms")
-        .args({"-w", "-m", "1"})
-        .run();
+struct KilledModule {
+    const char* name;
+    const char* line;
+    int chip;
+    /// What is told of the module.
+    const char* told;
+};
+
+void PrintTo(const KilledModule& module, std::ostream* out) {
+    *out << module.line;
 }
 
-const std::string switched = "[WIFI]Write to file "
-                             "\"/sys/module/bcmdhd/parameters/usbloop_enable\" success\n";
+class ModuleOfAKilledRun : public testing::TestWithParam<KilledModule> {};
 
-TEST(KilledRun, takes_a_broadcom_usb_module_out_of_loopback_mode) {
-    for (const auto& [module, chip] :
-         {std::pair("module 0a5c:bd27", "3"), std::pair("module 9e0c:20a0", "5")}) {
-        const BenchRun run = killed_with(module);
-        EXPECT_EQ(run.status, 0);
-        EXPECT_THAT(run.out,
-                    EndsWith("[WIFI] Got Kill signal...\n[WIFI]Calling for chip --> " +
-                             std::string(chip) + "\n" + switched + cleanup_of_a_session + done));
-        EXPECT_EQ(run.err, "");
-        EXPECT_EQ(run.result_file(), std::nullopt);
-    }
+TEST_P(ModuleOfAKilledRun, leaves_loopback_mode_where_it_has_one) {
+    const BenchRun run =
+        run_wlan(Bench("scan-never-ends")
+                     .line(GetParam().line)
+                     .line("file /sys/module/bcmdhd/parameters/usbloop_enable \"1\\n\"")
+                     .signal("TERM@command:SCAN+300ms"));
+    EXPECT_EQ(run.status, 0);
+    EXPECT_THAT(run.out, EndsWith("[WIFI] Got Kill signal...\n[WIFI]Calling for chip --> " +
+                                  std::to_string(GetParam().chip) + "\n" + GetParam().told +
+                                  cleanup_of_a_session + done));
+    EXPECT_EQ(run.err, "");
+    EXPECT_EQ(run.result_file(), std::nullopt);
 }
 
-TEST(KilledRun, has_nothing_to_do_for_a_qca_module) {
-    for (const auto& [module, chip] :
-         {std::pair("module 0cf3:1022", "1"), std::pair("module 0cf3:9378", "2")}) {
-        const BenchRun run = killed_with(module);
-        EXPECT_THAT(run.out, EndsWith("[WIFI] Got Kill signal...\n[WIFI]Calling for chip --> " +
-                                      std::string(chip) +
-                                      "\n[WIFI]WiFi Vendor is QCA 11n. Nothing to do.\n" +
-                                      cleanup_of_a_session + done));
-        EXPECT_EQ(run.result_file(), std::nullopt);
-    }
-}
+constexpr const char* switched =
+    "[WIFI]Write to file \"/sys/module/bcmdhd/parameters/usbloop_enable\" success\n";
+constexpr const char* qca = "[WIFI]WiFi Vendor is QCA 11n. Nothing to do.\n";
 
-TEST(KilledRun, does_nothing_for_other_modules_or_none) {
-    for (const auto& [module, chip] :
-         {std::pair("module 0a5c:bd1d", "4"), std::pair("module none", "0")}) {
-        const BenchRun run = killed_with(module);
-        EXPECT_THAT(run.out, EndsWith("[WIFI] Got Kill signal...\n[WIFI]Calling for chip --> " +
-                                      std::string(chip) + "\n" + cleanup_of_a_session + done));
-        EXPECT_EQ(run.err, "");
-        EXPECT_EQ(run.result_file(), std::nullopt);
-    }
-}
+INSTANTIATE_TEST_SUITE_P(
+    Modules, ModuleOfAKilledRun,
+    testing::Values(KilledModule{"module_bd27", "module 0a5c:bd27", 3, switched},
+                    KilledModule{"module_20a0", "module 9e0c:20a0", 5, switched},
+                    KilledModule{"module_1022", "module 0cf3:1022", 1, qca},
+                    KilledModule{"module_9378", "module 0cf3:9378", 2, qca},
+                    KilledModule{"module_bd1d", "module 0a5c:bd1d", 4, ""},
+                    KilledModule{"no_module", "module none", 0, ""}),
+    [](const auto& module) { return module.param.name; });
 
 } // namespace
 } // namespace bench_test

@@ -15,10 +15,7 @@
 namespace faults {
 namespace {
 
-using testing::Contains;
-using testing::ElementsAre;
-using testing::IsEmpty;
-using testing::Not;
+using namespace testing;
 
 const std::string log_of_a_run =
     "execve(\"/bench/wivex\", [\"/bench/wivex\", \"-w\"], 0x7ffe /* 9 vars */) = 0\n"

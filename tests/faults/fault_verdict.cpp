@@ -230,21 +230,10 @@ FaultVerdict judge_whole_run(const Fault& fault, const BenchRun& whole, const Be
 } // namespace
 
 const char* name_of(Outcome outcome) {
-    switch (outcome) {
-    case Outcome::good:
-        return "good";
-    case Outcome::crash:
-        return "crash";
-    case Outcome::hang:
-        return "hang";
-    case Outcome::lost_verdict:
-        return "lost verdict";
-    case Outcome::false_verdict:
-        return "false verdict";
-    case Outcome::not_tried:
-        return "not tried";
-    }
-    return "";
+    constexpr std::array<const char*, 6> names{
+        "good", "crash", "hang", "lost verdict", "false verdict", "not tried"};
+    static_assert(names.size() == static_cast<std::size_t>(Outcome::not_tried) + 1);
+    return names.at(static_cast<std::size_t>(outcome));
 }
 
 FaultVerdict judge(const Fault& fault, const BenchRun& whole, const BenchRun& run) {

@@ -11,7 +11,7 @@
 namespace faults {
 namespace {
 
-using bench_test::BenchRun;
+using namespace bench_test;
 
 const std::string begin = "\n[WIFI]Chip type is = 3\n"
                           "[WIFI]MODULE CONNECTED\n"

@@ -14,10 +14,8 @@
 #include "fault_modes.hpp"
 #include "fault_plan.hpp"
 #include "fault_verdict.hpp"
+#include "long_options.hpp"
 
-#include <getopt.h>
-
-#include <array>
 #include <atomic>
 #include <cstdio>
 #include <cstdlib>
@@ -231,53 +229,25 @@ int run(const Settings& settings) {
     return Sweep(learned, std::move(faults), !settings.only.empty()).run(settings.jobs);
 }
 
-bool take_option(int letter, const char* value, Settings& settings) {
-    switch (letter) {
-    case 'm': {
-        const Mode* const mode = find_mode(value);
-        settings.modes.push_back(mode);
-        return mode != nullptr;
-    }
-    case 'c':
-        settings.count = static_cast<std::size_t>(std::atoi(value));
-        return settings.count > 0;
-    case 's':
-        settings.seed = static_cast<unsigned>(std::atoi(value));
-        return true;
-    case 'j':
-        settings.jobs = std::atoi(value);
-        return settings.jobs > 0;
-    case 'o':
-        settings.only = value;
-        return true;
-    case 'l':
-        settings.listing = true;
-        return true;
-    default:
-        return false;
-    }
-}
-
 bool parse(int argc, char* argv[], Settings& settings) {
-    constexpr std::array<option, 7> options{{{"mode", required_argument, nullptr, 'm'},
-                                             {"count", required_argument, nullptr, 'c'},
-                                             {"seed", required_argument, nullptr, 's'},
-                                             {"jobs", required_argument, nullptr, 'j'},
-                                             {"only", required_argument, nullptr, 'o'},
-                                             {"list", no_argument, nullptr, 'l'},
-                                             {nullptr, 0, nullptr, 0}}};
-    for (int letter = getopt_long(argc, argv, "", options.data(), nullptr); letter != -1;
-         letter = getopt_long(argc, argv, "", options.data(), nullptr)) {
-        if (!take_option(letter, optarg, settings)) {
-            return false;
-        }
-    }
+    using namespace test_tools;
+    const auto add_mode = [&settings](const char* name) {
+        settings.modes.push_back(find_mode(name));
+        return settings.modes.back() != nullptr;
+    };
+    const bool understood = read_options(argc, argv,
+                                         {{"mode", true, add_mode},
+                                          number("count", settings.count),
+                                          number("seed", settings.seed, 0),
+                                          number("jobs", settings.jobs),
+                                          text("only", settings.only),
+                                          flag("list", settings.listing)});
     if (settings.modes.empty()) {
         for (const Mode& mode : modes()) {
             settings.modes.push_back(&mode);
         }
     }
-    return optind == argc;
+    return understood;
 }
 
 void print_usage() {

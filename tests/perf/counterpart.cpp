@@ -5,7 +5,6 @@
 #include "measure.hpp"
 
 #include <signal.h>
-#include <stdlib.h>
 #include <sys/prctl.h>
 #include <sys/socket.h>
 #include <sys/un.h>
@@ -14,7 +13,7 @@
 
 #include <array>
 #include <cstdio>
-#include <cstring>
+#include <cstdlib>
 #include <string_view>
 
 namespace perf {
@@ -95,21 +94,17 @@ int listen_in(const std::string& folder) {
     return server;
 }
 
-wivex::RunConfig configuration_for(const Counterpart& counterpart) {
+wivex::RunConfig configuration_for(const std::string& folder) {
     wivex::RunConfig config;
-    config.ctrl_iface = counterpart.folder();
+    config.ctrl_iface = folder;
     config.interface_name = "wlan0";
     return config;
 }
 
 } // namespace
 
-Counterpart::Counterpart() : folder_("/tmp/wivex-perf-XXXXXX") {
-    if (mkdtemp(folder_.data()) == nullptr) {
-        std::perror("mkdtemp");
-        std::exit(1);
-    }
-    const int server = listen_in(folder_);
+Counterpart::Counterpart(const std::string& folder) {
+    const int server = listen_in(folder);
     process_ = fork();
     if (process_ == 0) {
         prctl(PR_SET_PDEATHSIG, SIGKILL);
@@ -121,11 +116,9 @@ Counterpart::Counterpart() : folder_("/tmp/wivex-perf-XXXXXX") {
 Counterpart::~Counterpart() {
     kill(process_, SIGKILL);
     waitpid(process_, nullptr, 0);
-    unlink((folder_ + "/wlan0").c_str());
-    rmdir(folder_.c_str());
 }
 
-MeasuredSession::MeasuredSession() : session_(configuration_for(counterpart_)) {
+MeasuredSession::MeasuredSession() : session_(configuration_for(folder_.path())) {
     if (session_.isInvalid()) {
         std::puts("no session");
         std::exit(1);

@@ -4,32 +4,26 @@
 #pragma once
 
 #include "ctrl/supplicant_session.hpp"
+#include "temporary_folder.hpp"
 
 #include <sys/types.h>
 
-#include <functional>
 #include <string>
 
 namespace perf {
 
-/// A folder with the control socket "wlan0" in it and a process that serves it. The process answers
+/// A process that serves the control socket "wlan0" in a folder. It answers
 /// "OK\n" to everything, with two exceptions: "EVENT n" also makes it send n events to the attached
 /// connection, a few milliseconds later when n is 1; "DELAY" is answered with the microseconds that
 /// have passed since the last event was sent.
 class Counterpart {
 public:
-    Counterpart();
-    ~Counterpart();
+    explicit Counterpart(const std::string& folder);
     Counterpart(const Counterpart&) = delete;
     Counterpart& operator=(const Counterpart&) = delete;
-
-    /// The folder, for `ctrl_iface`.
-    const std::string& folder() const {
-        return folder_;
-    }
+    ~Counterpart();
 
 private:
-    std::string folder_;
     pid_t process_ = -1;
 };
 
@@ -43,7 +37,8 @@ public:
     }
 
 private:
-    Counterpart counterpart_;
+    test_tools::TemporaryFolder folder_{"wivex-perf"};
+    Counterpart counterpart_{folder_.path()};
     wivex::SupplicantSession session_;
 };
 

@@ -45,6 +45,18 @@ void print_against_floor(const char* name, const char* unit, double figure, doub
     std::puts("");
 }
 
+void compare_with_floor(const char* name, const char* unit, int samples,
+                        const std::function<double()>& figure, const std::function<double()>& floor,
+                        double largest_ratio) {
+    std::vector<double> figures;
+    std::vector<double> floors;
+    for (int sample = 0; sample < samples; ++sample) {
+        figures.push_back(figure());
+        floors.push_back(floor());
+    }
+    print_against_floor(name, unit, quantile(figures, 0.5), quantile(floors, 0.5), largest_ratio);
+}
+
 void print_figure(const char* name, const char* unit, double figure, double limit) {
     std::printf("%-34s %10.2f %-4s (at most %.2f)\n", name, figure, unit, limit);
 }

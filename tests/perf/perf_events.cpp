@@ -13,7 +13,6 @@
 #include <array>
 #include <cstdio>
 #include <string>
-#include <vector>
 
 namespace {
 
@@ -42,9 +41,7 @@ void drain_through_session(wivex::SupplicantSession& session) {
 template <typename Drain>
 double microseconds(wivex::SupplicantSession& session, Drain drain) {
     queue_events(session);
-    const double start = perf::now();
-    drain();
-    return (perf::now() - start) * 1e6 / events_a_batch;
+    return perf::microseconds_of(drain) / events_a_batch;
 }
 
 } // namespace
@@ -53,13 +50,9 @@ int main() {
     perf::MeasuredSession measured;
     wivex::SupplicantSession& session = measured.get();
     const int fd = wivex::wpa_ctrl_get_fd(*wivex::event_connection);
-    std::vector<double> through_session;
-    std::vector<double> floor;
-    for (int batch = 0; batch < batches; ++batch) {
-        through_session.push_back(microseconds(session, [&] { drain_through_session(session); }));
-        floor.push_back(microseconds(session, [&] { drain_bare(fd); }));
-    }
-    perf::print_against_floor("draining an event", "us", perf::quantile(through_session, 0.5),
-                              perf::quantile(floor, 0.5), 1.3);
+    perf::compare_with_floor(
+        "draining an event", "us", batches,
+        [&] { return microseconds(session, [&] { drain_through_session(session); }); },
+        [&] { return microseconds(session, [&] { drain_bare(fd); }); }, 1.3);
     return 0;
 }

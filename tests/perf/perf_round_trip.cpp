@@ -13,7 +13,6 @@
 
 #include <array>
 #include <cstdio>
-#include <vector>
 
 namespace {
 
@@ -37,11 +36,12 @@ void session_round_trip(wivex::SupplicantSession& session) {
 
 template <typename RoundTrip>
 double microseconds(RoundTrip round_trip) {
-    const double start = perf::now();
-    for (int count = 0; count < commands_a_round; ++count) {
-        round_trip();
-    }
-    return (perf::now() - start) * 1e6 / commands_a_round;
+    const auto many = [&round_trip] {
+        for (int count = 0; count < commands_a_round; ++count) {
+            round_trip();
+        }
+    };
+    return perf::microseconds_of(many) / commands_a_round;
 }
 
 } // namespace
@@ -50,13 +50,9 @@ int main() {
     perf::MeasuredSession measured;
     wivex::SupplicantSession& session = measured.get();
     const int bare = wivex::wpa_ctrl_get_fd(*wivex::command_connection);
-    std::vector<double> through_session;
-    std::vector<double> floor;
-    for (int round = 0; round < rounds; ++round) {
-        through_session.push_back(microseconds([&] { session_round_trip(session); }));
-        floor.push_back(microseconds([&] { bare_round_trip(bare); }));
-    }
-    perf::print_against_floor("command round trip", "us", perf::quantile(through_session, 0.5),
-                              perf::quantile(floor, 0.5), 1.25);
+    perf::compare_with_floor(
+        "command round trip", "us", rounds,
+        [&] { return microseconds([&] { session_round_trip(session); }); },
+        [&] { return microseconds([&] { bare_round_trip(bare); }); }, 1.25);
     return 0;
 }

@@ -13,7 +13,6 @@
 #include <cstdio>
 #include <cstdlib>
 #include <string>
-#include <vector>
 
 namespace {
 
@@ -61,13 +60,8 @@ int main(int argc, char** argv) {
         std::puts("usage: perf_start TOOL");
         return 2;
     }
-    std::vector<double> tool;
-    std::vector<double> nothing;
-    for (int sample = 0; sample < samples; ++sample) {
-        tool.push_back(first_byte_of(argv[1]));
-        nothing.push_back(first_byte_of("/bin/true"));
-    }
-    perf::print_against_floor("start to first line", "us", perf::quantile(tool, 0.5),
-                              perf::quantile(nothing, 0.5), 0);
+    perf::compare_with_floor(
+        "start to first line", "us", samples, [&] { return first_byte_of(argv[1]); },
+        [] { return first_byte_of("/bin/true"); }, 0);
     return 0;
 }

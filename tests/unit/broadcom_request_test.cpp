@@ -10,8 +10,7 @@
 
 namespace {
 
-using testing::Each;
-using testing::ElementsAre;
+using namespace testing;
 using wivex::Iovar;
 using wivex::WlIoctlRecord;
 namespace broadcom_request = wivex::broadcom_request;

@@ -14,9 +14,8 @@
 namespace wivex {
 namespace {
 
-using test_support::ConsoleCapture;
-using ::testing::ElementsAre;
-using ::testing::IsEmpty;
+using namespace test_support;
+using namespace testing;
 
 constexpr int usb = 0;
 constexpr int pcie = 1;

@@ -19,8 +19,8 @@
 namespace wivex {
 namespace {
 
-using test_support::ConsoleCapture;
-using ::testing::HasSubstr;
+using namespace test_support;
+using namespace testing;
 
 constexpr const char* usage_text =
     "\n\nUsage: wivex  -m <count> \n\tA: SoftAP mode\n\tl: loopback test\n\tS: wifiscan mode "

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "common/process_state.hpp"
-#include "console_capture.hpp"
+#include "process_fixture.hpp"
 #include "run/config_file.hpp"
-#include "scratch.hpp"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <ostream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -14,12 +14,8 @@
 namespace wivex {
 namespace {
 
-using test_support::ConsoleCapture;
-using test_support::ScratchDirectory;
-using ::testing::ElementsAre;
-using ::testing::HasSubstr;
-using ::testing::IsEmpty;
-using ::testing::Not;
+using namespace test_support;
+using namespace testing;
 
 struct KeyNumber {
     const char* key;
@@ -78,15 +74,8 @@ TEST(ConfigKeys, that_are_not_exactly_known_have_the_number_39) {
     }
 }
 
-class ConfigFile : public ::testing::Test {
+class ConfigFile : public ProcessFixture {
 protected:
-    void SetUp() override {
-        test_support::reset_process_state();
-    }
-    void TearDown() override {
-        test_support::reset_process_state();
-    }
-
     int read(std::string_view content) {
         path_ = directory_.file("test.cfg", content);
         const int result = read_config_file(path_, config_);
@@ -95,9 +84,6 @@ protected:
         return result;
     }
 
-    ScratchDirectory directory_;
-    ConsoleCapture console_;
-    RunConfig config_;
     std::string path_;
     std::string out_;
     std::string err_;
@@ -204,88 +190,65 @@ TEST_F(ConfigFile, sets_both_copies_of_the_interface_name) {
     EXPECT_EQ(config_.interface_name_copy, "wlan0");
 }
 
-TEST_F(ConfigFile, keeps_the_later_of_the_two_channel_keys) {
-    read("p2p_oper_chan=11\np2p_listen_chan=6\n");
-    EXPECT_EQ(config_.p2p_channel, "6");
-    read("p2p_listen_chan=1\np2p_oper_chan=11\n");
-    EXPECT_EQ(config_.p2p_channel, "11");
+struct Line {
+    const char* name;
+    const char* content;
+    /// What one field holds afterwards, and what is reported.
+    std::string RunConfig::*field;
+    const char* value;
+    const char* report;
+};
+
+void PrintTo(const Line& line, std::ostream* out) {
+    *out << line.name;
 }
 
-TEST_F(ConfigFile, lets_a_repeated_key_overwrite) {
-    read("ssid=first\nssid=second\n");
-    EXPECT_EQ(config_.ssid, "second");
-    read("ssid=first\nssid=\n");
-    EXPECT_EQ(config_.ssid, "");
+class LineOfAConfigFile : public ConfigFile, public WithParamInterface<Line> {};
+
+TEST_P(LineOfAConfigFile, is_read_to_the_letter) {
+    EXPECT_EQ(read(GetParam().content), 1);
+    EXPECT_EQ(config_.*GetParam().field, GetParam().value);
+    EXPECT_EQ(err_, GetParam().report);
 }
 
-TEST_F(ConfigFile, splits_at_the_first_equals_sign) {
-    read("psk=a=b==c\n");
-    EXPECT_EQ(config_.psk, "a=b==c");
-}
-
-TEST_F(ConfigFile, skips_a_line_without_an_equals_sign_silently) {
-    EXPECT_EQ(read("ssid\nsome words\n\n   \nssid=home\n"), 1);
-    EXPECT_EQ(err_, "");
-    EXPECT_EQ(config_.ssid, "home");
-}
-
-TEST_F(ConfigFile, takes_comments_only_from_the_first_character_on) {
-    read("#ssid=x\n//ssid=y\n# colour=blue\n");
-    EXPECT_EQ(err_, "");
-    EXPECT_EQ(config_.ssid, "");
-}
-
-TEST_F(ConfigFile, reports_a_comment_with_a_leading_blank_as_an_unknown_key) {
-    read(" #ssid=x\n");
-    EXPECT_EQ(err_, "[WIFI]Unknown key value pair..\nskipping key =  #ssid value = x\n");
-    EXPECT_EQ(config_.ssid, "");
-}
-
-TEST_F(ConfigFile, takes_a_single_slash_for_no_comment) {
-    read("/ssid=x\n");
-    EXPECT_EQ(err_, "[WIFI]Unknown key value pair..\nskipping key = /ssid value = x\n");
-}
-
-TEST_F(ConfigFile, keeps_comment_signs_inside_a_value) {
-    read("psk=a#b//c\n");
-    EXPECT_EQ(config_.psk, "a#b//c");
-}
-
-TEST_F(ConfigFile, trims_nothing) {
-    read("ssid = home\n");
-    EXPECT_EQ(err_, "[WIFI]Unknown key value pair..\nskipping key = ssid  value =  home\n");
-    EXPECT_EQ(config_.ssid, "");
-    read("ssid= my home \n");
-    EXPECT_EQ(config_.ssid, " my home ");
-}
-
-TEST_F(ConfigFile, interprets_no_quotes) {
-    read("ssid=\"home\"\n");
-    EXPECT_EQ(config_.ssid, "\"home\"");
-}
-
-TEST_F(ConfigFile, keeps_a_carriage_return_in_the_value) {
-    read("ssid=home\r\npsk=secret\r\n");
-    EXPECT_EQ(config_.ssid, "home\r");
-    EXPECT_EQ(config_.psk, "secret\r");
-}
-
-TEST_F(ConfigFile, reports_an_empty_key_as_unknown) {
-    read("=x\n");
-    EXPECT_EQ(err_, "[WIFI]Unknown key value pair..\nskipping key =  value = x\n");
-}
-
-TEST_F(ConfigFile, reports_every_unknown_key_and_reads_on) {
-    EXPECT_EQ(read("a=1\nssid=home\nSSID=2\n"), 1);
-    EXPECT_EQ(err_, "[WIFI]Unknown key value pair..\nskipping key = a value = 1\n"
-                    "[WIFI]Unknown key value pair..\nskipping key = SSID value = 2\n");
-    EXPECT_EQ(config_.ssid, "home");
-}
-
-TEST_F(ConfigFile, needs_no_final_newline) {
-    EXPECT_EQ(read("ssid=home\npsk=secret"), 1);
-    EXPECT_EQ(config_.psk, "secret");
-}
+INSTANTIATE_TEST_SUITE_P(
+    Lines, LineOfAConfigFile,
+    Values(Line{"overwrites_an_earlier_one_of_its_key", "ssid=first\nssid=second\n",
+                &RunConfig::ssid, "second", ""},
+           Line{"overwrites_an_earlier_one_with_nothing", "ssid=first\nssid=\n", &RunConfig::ssid,
+                "", ""},
+           Line{"of_the_listen_channel_overwrites_the_operating_channel",
+                "p2p_oper_chan=11\np2p_listen_chan=6\n", &RunConfig::p2p_channel, "6", ""},
+           Line{"of_the_operating_channel_overwrites_the_listen_channel",
+                "p2p_listen_chan=1\np2p_oper_chan=11\n", &RunConfig::p2p_channel, "11", ""},
+           Line{"splits_at_the_first_equals_sign", "psk=a=b==c\n", &RunConfig::psk, "a=b==c", ""},
+           Line{"without_an_equals_sign_is_skipped_silently",
+                "ssid\nsome words\n\n   \nssid=home\n", &RunConfig::ssid, "home", ""},
+           Line{"is_a_comment_from_its_first_character_on", "#ssid=x\n//ssid=y\n# colour=blue\n",
+                &RunConfig::ssid, "", ""},
+           Line{"is_no_comment_behind_a_blank", " #ssid=x\n", &RunConfig::ssid, "",
+                "[WIFI]Unknown key value pair..\nskipping key =  #ssid value = x\n"},
+           Line{"is_no_comment_behind_a_single_slash", "/ssid=x\n", &RunConfig::ssid, "",
+                "[WIFI]Unknown key value pair..\nskipping key = /ssid value = x\n"},
+           Line{"keeps_comment_signs_inside_a_value", "psk=a#b//c\n", &RunConfig::psk, "a#b//c",
+                ""},
+           Line{"is_not_trimmed_around_its_key", "ssid = home\n", &RunConfig::ssid, "",
+                "[WIFI]Unknown key value pair..\nskipping key = ssid  value =  home\n"},
+           Line{"is_not_trimmed_around_its_value", "ssid= my home \n", &RunConfig::ssid,
+                " my home ", ""},
+           Line{"keeps_its_quotes", "ssid=\"home\"\n", &RunConfig::ssid, "\"home\"", ""},
+           Line{"keeps_a_carriage_return", "ssid=home\r\npsk=secret\r\n", &RunConfig::ssid,
+                "home\r", ""},
+           Line{"keeps_a_carriage_return_at_the_end", "ssid=home\r\npsk=secret\r\n",
+                &RunConfig::psk, "secret\r", ""},
+           Line{"with_an_empty_key_is_reported", "=x\n", &RunConfig::ssid, "",
+                "[WIFI]Unknown key value pair..\nskipping key =  value = x\n"},
+           Line{"with_an_unknown_key_is_reported_and_the_next_one_read", "a=1\nssid=home\nSSID=2\n",
+                &RunConfig::ssid, "home",
+                "[WIFI]Unknown key value pair..\nskipping key = a value = 1\n"
+                "[WIFI]Unknown key value pair..\nskipping key = SSID value = 2\n"},
+           Line{"needs_no_final_newline", "ssid=home\npsk=secret", &RunConfig::psk, "secret", ""}),
+    [](const auto& line) { return line.param.name; });
 
 TEST_F(ConfigFile, reads_a_line_of_511_characters_whole) {
     const std::string value(511 - 5, 'v');
@@ -302,7 +265,7 @@ TEST_F(ConfigFile, reads_a_last_line_of_511_characters_without_newline_whole) {
     EXPECT_EQ(err_, "");
 }
 
-class TooLongLine : public ConfigFile, public ::testing::WithParamInterface<std::size_t> {};
+class TooLongLine : public ConfigFile, public WithParamInterface<std::size_t> {};
 
 TEST_P(TooLongLine, is_cut_behind_511_characters_and_reported_with_its_number) {
     const std::string value(GetParam() - 5, 'v');
@@ -321,8 +284,7 @@ TEST_P(TooLongLine, is_no_harm_as_the_last_line_without_newline) {
     EXPECT_THAT(err_, HasSubstr("2"));
 }
 
-INSTANTIATE_TEST_SUITE_P(Lengths, TooLongLine,
-                         ::testing::Values(512, 513, 1022, 1023, 1024, 1535, 100000),
+INSTANTIATE_TEST_SUITE_P(Lengths, TooLongLine, Values(512, 513, 1022, 1023, 1024, 1535, 100000),
                          [](const auto& length) {
                              return "length_" + std::to_string(length.param);
                          });

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <string>
+#include <utility>
 
 namespace wivex::test_support {
 
@@ -25,6 +26,11 @@ public:
 
     /// What was written to standard error since the last call.
     std::string err();
+
+    /// Both at once: standard output, standard error.
+    std::pair<std::string, std::string> streams() {
+        return {out(), err()};
+    }
 
     /// Like `out`, without the flush.
     std::string out_without_flush();

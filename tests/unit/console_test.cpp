@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "children.hpp"
 #include "common/console.hpp"
 #include "common/interrupts.hpp"
 #include "console_capture.hpp"
-#include "scratch.hpp"
+#include "pipe.hpp"
 
 #include <fcntl.h>
 #include <gmock/gmock.h>
@@ -20,11 +21,7 @@
 namespace wivex {
 namespace {
 
-using std::chrono::milliseconds;
-using test_support::ConsoleCapture;
-using test_support::end_of_child;
-using test_support::fork_child;
-using test_support::Gate;
+using namespace test_support;
 
 TEST(Console, writes_a_complete_line_at_once) {
     ConsoleCapture console;
@@ -104,12 +101,10 @@ TEST(Console, prints_many_unfinished_pieces_whole) {
 /// Runs `print` in a child whose standard output is a pipe, and returns what comes out of it when
 /// nobody reads for `pause`.
 std::string through_a_pipe(bool non_blocking, milliseconds pause, void (*print)()) {
-    int ends[2]{};
-    EXPECT_EQ(::pipe2(ends, O_CLOEXEC), 0);
+    Pipe pipe;
     const int child = fork_child([&] {
-        ::dup2(ends[1], STDOUT_FILENO);
-        ::close(ends[0]);
-        ::close(ends[1]);
+        ::dup2(pipe.writer(), STDOUT_FILENO);
+        pipe.close_writer();
         if (non_blocking) {
             ::fcntl(STDOUT_FILENO, F_SETFL, ::fcntl(STDOUT_FILENO, F_GETFL) | O_NONBLOCK);
         }
@@ -117,15 +112,14 @@ std::string through_a_pipe(bool non_blocking, milliseconds pause, void (*print)(
         flush_out();
         return 0;
     });
-    ::close(ends[1]);
+    pipe.close_writer();
     std::this_thread::sleep_for(pause);
     std::string text;
     std::array<char, 4096> buffer{};
     ssize_t count = 0;
-    while ((count = ::read(ends[0], buffer.data(), buffer.size())) > 0) {
+    while ((count = ::read(pipe.reader(), buffer.data(), buffer.size())) > 0) {
         text.append(buffer.data(), static_cast<std::size_t>(count));
     }
-    ::close(ends[0]);
     EXPECT_EQ(end_of_child(child, milliseconds(2000)), 0);
     return text;
 }
@@ -154,20 +148,17 @@ TEST(Console, loses_nothing_on_a_pipe_that_does_not_block) {
 }
 
 TEST(Console, is_line_buffered_into_a_pipe) {
-    int ends[2]{};
-    ASSERT_EQ(::pipe2(ends, O_CLOEXEC), 0);
+    const Pipe pipe;
     const int child = fork_child([&] {
-        ::dup2(ends[1], STDOUT_FILENO);
+        ::dup2(pipe.writer(), STDOUT_FILENO);
         print_out("a line\nand a piece");
         std::this_thread::sleep_for(milliseconds(700));
         return 0;
     });
-    ::close(ends[1]);
     std::this_thread::sleep_for(milliseconds(300));
     int waiting = 0;
-    ::ioctl(ends[0], FIONREAD, &waiting);
+    ::ioctl(pipe.reader(), FIONREAD, &waiting);
     EXPECT_GE(waiting, 7);
-    ::close(ends[0]);
     EXPECT_EQ(end_of_child(child, milliseconds(2000)), 0);
 }
 
@@ -182,51 +173,28 @@ TEST(Console, drops_text_that_its_file_does_not_take) {
     EXPECT_EQ(end_of_child(child, milliseconds(5000)), 7);
 }
 
-[[noreturn]] void exit_50(int /*signal_number*/) {
-    ::_exit(50);
+/// How a child ends that prints into a pipe which nobody reads, when it is interrupted.
+int interrupted_while_nobody_reads(void (*handler)(int), milliseconds limit) {
+    const Pipe pipe;
+    const auto print = [&pipe] {
+        ::dup2(pipe.writer(), STDOUT_FILENO);
+        print_a_megabyte();
+    };
+    return end_of_interrupted(SIGINT, print, handler, limit);
 }
 
 TEST(Console, lets_an_interrupt_in_while_nobody_reads) {
-    int ends[2]{};
-    ASSERT_EQ(::pipe2(ends, O_CLOEXEC), 0);
-    const Gate ready;
-    const int child = fork_child([&] {
-        install_interrupt_handler(exit_50);
-        ready.open();
-        ::dup2(ends[1], STDOUT_FILENO);
-        print_a_megabyte();
-        return 0;
-    });
-    ready.wait();
-    std::this_thread::sleep_for(milliseconds(200));
-    ::kill(child, SIGINT);
-    EXPECT_EQ(end_of_child(child, milliseconds(2000)), 50);
-    ::close(ends[0]);
-    ::close(ends[1]);
+    EXPECT_EQ(interrupted_while_nobody_reads(exit_by_signal, milliseconds(2000)), 50);
 }
 
 TEST(Console, drops_text_that_nobody_takes_once_the_end_has_begun) {
-    int ends[2]{};
-    ASSERT_EQ(::pipe2(ends, O_CLOEXEC), 0);
-    const Gate ready;
-    const int child = fork_child([&] {
-        install_interrupt_handler([](int) {
-            seal_interrupts(SIGINT);
-            print_a_megabyte();
-            flush_out();
-            ::_exit(51);
-        });
-        ready.open();
-        ::dup2(ends[1], STDOUT_FILENO);
+    const auto print_more = [](int /*signal_number*/) {
+        seal_interrupts(SIGINT);
         print_a_megabyte();
-        return 0;
-    });
-    ready.wait();
-    std::this_thread::sleep_for(milliseconds(200));
-    ::kill(child, SIGINT);
-    EXPECT_EQ(end_of_child(child, milliseconds(3000)), 51);
-    ::close(ends[0]);
-    ::close(ends[1]);
+        flush_out();
+        ::_exit(51);
+    };
+    EXPECT_EQ(interrupted_while_nobody_reads(print_more, milliseconds(3000)), 51);
 }
 
 } // namespace

@@ -17,13 +17,9 @@ namespace wivex {
 namespace {
 
 using std::chrono::microseconds;
-using std::chrono::milliseconds;
 using std::chrono::steady_clock;
-using test_support::SessionFixture;
-using test_support::Stopwatch;
-using ::testing::AllOf;
-using ::testing::Ge;
-using ::testing::Le;
+using namespace test_support;
+using namespace testing;
 
 class EventWait : public SessionFixture {};
 

@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "children.hpp"
 #include "common/files.hpp"
 #include "common/interrupts.hpp"
 #include "scratch.hpp"
 
 #include <fcntl.h>
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -19,40 +21,31 @@
 namespace wivex {
 namespace {
 
-using std::chrono::milliseconds;
-using test_support::end_of_child;
-using test_support::fork_child;
-using test_support::Gate;
-using test_support::ScratchDirectory;
+using namespace test_support;
+using namespace testing;
 
-class Files : public ::testing::Test {
+class Files : public testing::Test {
 protected:
-    FileReader reader_of(const std::string& content) const {
-        return FileReader(open_file(directory_.file("read", content).c_str(), O_RDONLY));
+    /// What a buffer of this size receives, call by call.
+    template <std::size_t size>
+    std::vector<std::string> lines_of(const std::string& content) const {
+        FileReader file(open_file(directory_.file("read", content).c_str(), O_RDONLY));
+        std::vector<std::string> lines;
+        for (std::array<char, size> line{}; file.read_line(line);) {
+            lines.emplace_back(line.data());
+        }
+        return lines;
     }
 
     ScratchDirectory directory_;
 };
 
 TEST_F(Files, are_read_line_by_line) {
-    FileReader file = reader_of("one\n\nthree");
-    std::array<char, 16> line{};
-    EXPECT_TRUE(file.read_line(line));
-    EXPECT_STREQ(line.data(), "one\n");
-    EXPECT_TRUE(file.read_line(line));
-    EXPECT_STREQ(line.data(), "\n");
-    EXPECT_TRUE(file.read_line(line));
-    EXPECT_STREQ(line.data(), "three");
-    EXPECT_FALSE(file.read_line(line));
+    EXPECT_THAT(lines_of<16>("one\n\nthree"), ElementsAre("one\n", "\n", "three"));
 }
 
 TEST_F(Files, give_a_line_that_is_too_long_in_pieces) {
-    FileReader file = reader_of("abcdef\n");
-    std::array<char, 5> line{};
-    EXPECT_TRUE(file.read_line(line));
-    EXPECT_STREQ(line.data(), "abcd");
-    EXPECT_TRUE(file.read_line(line));
-    EXPECT_STREQ(line.data(), "ef\n");
+    EXPECT_THAT(lines_of<5>("abcdef\n"), ElementsAre("abcd", "ef\n"));
 }
 
 TEST_F(Files, that_cannot_be_read_have_no_lines) {
@@ -72,7 +65,7 @@ TEST_F(Files, are_written_whole_however_long_they_are) {
     }
     file.put(std::string(10'000, 'x'));
     EXPECT_EQ(file.close(), 0);
-    EXPECT_EQ(test_support::read_file(directory_ / "out"), expected + std::string(10'000, 'x'));
+    EXPECT_EQ(read_file(directory_ / "out"), expected + std::string(10'000, 'x'));
 }
 
 TEST_F(Files, that_take_no_more_say_why) {
@@ -104,42 +97,22 @@ TEST_F(Files, that_are_folders_list_their_entries_and_then_end_without_an_error)
     EXPECT_FALSE(open_directory((directory_ / "entry").c_str()));
 }
 
-void exit_by_signal(int signal_number) {
-    ::_exit(48 + signal_number);
-}
-
-/// Runs `body` under a handler of interrupts and sends the signal after a while; returns the end.
-int interrupted(int signal_number, const std::function<void()>& body,
-                void (*handler)(int) = exit_by_signal) {
-    const Gate ready;
-    const int child = fork_child([&] {
-        install_interrupt_handler(handler);
-        ready.open();
-        body();
-        return 7;
-    });
-    ready.wait();
-    ::usleep(300'000);
-    ::kill(child, signal_number);
-    return end_of_child(child, milliseconds(2000));
-}
-
 TEST_F(Files, that_are_stuck_let_an_interrupt_in) {
     const std::string pipe = directory_ / "pipe";
     ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
-    EXPECT_EQ(interrupted(SIGINT, [&] { open_to_write(pipe.c_str()); }), 48 + SIGINT);
-    EXPECT_EQ(interrupted(SIGTERM, [&] { can_be_read(pipe.c_str()); }), 48 + SIGTERM);
+    EXPECT_EQ(end_of_interrupted(SIGINT, [&] { open_to_write(pipe.c_str()); }), 50);
+    EXPECT_EQ(end_of_interrupted(SIGTERM, [&] { can_be_read(pipe.c_str()); }), 60);
     const auto write_without_a_reader_that_reads = [&] {
         const UniqueFd other_end = open_file(pipe.c_str(), O_RDWR);
         FileWriter file(open_to_write(pipe.c_str()));
         file.put(std::string(100'000, 'x'));
     };
-    EXPECT_EQ(interrupted(SIGINT, write_without_a_reader_that_reads), 48 + SIGINT);
+    EXPECT_EQ(end_of_interrupted(SIGINT, write_without_a_reader_that_reads), 50);
     const auto read_what_nobody_writes = [&] {
         FileReader file(open_file(pipe.c_str(), O_RDWR));
         file.get();
     };
-    EXPECT_EQ(interrupted(SIGINT, read_what_nobody_writes), 48 + SIGINT);
+    EXPECT_EQ(end_of_interrupted(SIGINT, read_what_nobody_writes), 50);
 }
 
 TEST_F(Files, hold_interrupts_back_again_once_they_are_no_longer_stuck) {

@@ -1,37 +1,20 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "children.hpp"
 #include "common/process_state.hpp"
-#include "console_capture.hpp"
-#include "fake_supplicant.hpp"
+#include "legacy_wlan_fixture.hpp"
 #include "modes/legacy_wlan.hpp"
-#include "scratch.hpp"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <sys/resource.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 #include <chrono>
-#include <cstdlib>
-#include <memory>
 #include <string>
 
 namespace wivex {
 namespace {
 
-using std::chrono::milliseconds;
-using test_support::ConsoleCapture;
-using test_support::FakeSupplicant;
-using test_support::ScratchDirectory;
-using test_support::Stopwatch;
-using ::testing::AllOf;
-using ::testing::ElementsAre;
-using ::testing::Ge;
-using ::testing::Le;
-
-constexpr const char* closed =
-    "[WIFI]Here at 217 wpa_ctrl_close...\nValue of sigterm_var is 0 ...\n"
-    "[WIFI]Here at 217 wpa_ctrl_close...\nValue of sigterm_var is 0 ...\n";
+using namespace test_support;
+using namespace testing;
 
 const std::string scanned = "Scan Command Sent Successfully...\n";
 const std::string listed = scanned + "homeis found...\nScan_Results Command Sent Successfully...\n";
@@ -44,64 +27,21 @@ const std::string unmeasured = addressed + "IPERF not set in conf. file!!\n";
 const std::string disabled =
     unmeasured + "DISABLE_NETWORK 0 \nCall to DISABLE_NETWORK is successful...\n";
 
-class LegacyWlan : public ::testing::Test {
+class LegacyWlan : public LegacyWlanFixture {
 protected:
-    static void SetUpTestSuite() {
-        test_support::use_private_tmp();
-    }
-
     void SetUp() override {
-        test_support::reset_process_state();
-        old_path_ = ::getenv("PATH");
-        ::setenv("PATH", directory_.path().c_str(), 1);
-        provide("udhcpc");
-        provide("killall");
-        provide("iperf");
-        config_.ctrl_iface = directory_.path();
-        config_.interface_name = "wlan0";
-        config_.go_ssid = "home";
-        config_.go_passphrase = "secret";
-        config_.p2p_iface_ip = "10.0.0.1";
-        supplicant_ = std::make_unique<FakeSupplicant>(directory_ / "wlan0");
-        supplicant_->event_after("SCAN", "<3>CTRL-EVENT-SCAN-RESULTS ");
-        supplicant_->answer("SCAN_RESULTS",
-                            {"bssid / frequency / signal level / flags / ssid\n"
-                             "02:00:00:00:00:01\t2412\t-40\t[WPA2-PSK-CCMP][ESS]\thome\n"});
-        supplicant_->answer("ADD_NETWORK", {"0\n"});
-        supplicant_->event_after("SELECT_NETWORK 0 ", "<3>CTRL-EVENT-CONNECTED - Connection");
-        supplicant_->event_after("DISABLE_NETWORK 0 ", "<3>CTRL-EVENT-DISCONNECTED bssid=02:00");
-    }
-
-    void TearDown() override {
-        ::setenv("PATH", old_path_.c_str(), 1);
-        test_support::reset_process_state();
-    }
-
-    void provide(const std::string& tool, const std::string& behaviour = "exit 0") const {
-        directory_.program(tool, "#!/bin/sh\necho \"" + tool + " $*\" >>" + (directory_ / "log") +
-                                     "\n" + behaviour + "\n");
-    }
-
-    std::string calls() const {
-        return test_support::read_file(directory_ / "log");
+        LegacyWlanFixture::SetUp();
+        start_supplicant();
     }
 
     void expect_end(ErrorCode code, const std::string& out, const std::string& err) {
         EXPECT_EQ(legacy_wlan_test(config_), code);
-        EXPECT_EQ(console_.out(), out + closed);
+        EXPECT_EQ(console_.out(), out + closing_trace);
         EXPECT_EQ(console_.err(), err);
         EXPECT_EQ(command_connection, nullptr);
         EXPECT_EQ(event_connection, nullptr);
         EXPECT_EQ(supplicant_->commands().back(), "DETACH");
     }
-
-    ScratchDirectory directory_;
-    ConsoleCapture console_;
-    std::unique_ptr<FakeSupplicant> supplicant_;
-    RunConfig config_;
-
-private:
-    std::string old_path_;
 };
 
 TEST_F(LegacyWlan, passes_from_scan_to_disconnect) {
@@ -112,7 +52,7 @@ TEST_F(LegacyWlan, passes_from_scan_to_disconnect) {
                             "SET_NETWORK 0 proto RSN", "SET_NETWORK 0 key_mgmt WPA-PSK",
                             "SET_NETWORK 0 pairwise CCMP", "SET_NETWORK 0 psk \"secret\"",
                             "SELECT_NETWORK 0 ", "DISABLE_NETWORK 0 ", "DETACH"));
-    EXPECT_EQ(calls(), "udhcpc -i wlan0 --now\nkillall udhcpc\n");
+    EXPECT_EQ(programs_.calls(), "udhcpc -i wlan0 --now\nkillall udhcpc\n");
 }
 
 TEST_F(LegacyWlan, records_nothing_itself) {
@@ -140,14 +80,15 @@ TEST_F(LegacyWlan, does_not_rest_after_a_failure) {
 TEST_F(LegacyWlan, returns_6_without_a_supplicant) {
     supplicant_->die();
     EXPECT_EQ(legacy_wlan_test(config_), 6);
-    EXPECT_EQ(console_.out(), "[WIFI]Unable to open sockets!!\n");
-    EXPECT_EQ(console_.err(), "unable to open sockets\n");
+    EXPECT_THAT(console_.streams(),
+                Pair("[WIFI]Unable to open sockets!!\n", "unable to open sockets\n"));
 }
 
 TEST_F(LegacyWlan, returns_6_when_the_supplicant_refuses_the_event_connection) {
     supplicant_->answer("ATTACH", {"FAIL\n"});
     EXPECT_EQ(legacy_wlan_test(config_), 6);
-    EXPECT_EQ(console_.out(), std::string("[WIFI]Unable to attach event socket!!\n") + closed);
+    EXPECT_EQ(console_.out(),
+              std::string("[WIFI]Unable to attach event socket!!\n") + closing_trace);
     EXPECT_EQ(console_.err(), "unable to open sockets\n");
 }
 
@@ -171,10 +112,7 @@ TEST_F(LegacyWlan, returns_9_when_the_network_is_not_listed) {
 }
 
 TEST_F(LegacyWlan, returns_9_when_the_listing_is_refused) {
-    supplicant_ = nullptr;
-    supplicant_ = std::make_unique<FakeSupplicant>(directory_ / "wlan0");
-    supplicant_->event_after("SCAN", "<3>CTRL-EVENT-SCAN-RESULTS ");
-    supplicant_->answer("SCAN_RESULTS", {"FAIL\n"});
+    start_supplicant("FAIL\n");
     expect_end(9, scanned + "homeis not found!!!\nFail to send Scan_Results Command!!!\n",
                "scan_results Command not successful\n");
 }
@@ -182,11 +120,7 @@ TEST_F(LegacyWlan, returns_9_when_the_listing_is_refused) {
 class LegacyWlanNetwork : public LegacyWlan {
 protected:
     void add_network_answers(const char* reply) {
-        supplicant_ = nullptr;
-        supplicant_ = std::make_unique<FakeSupplicant>(directory_ / "wlan0");
-        supplicant_->event_after("SCAN", "<3>CTRL-EVENT-SCAN-RESULTS ");
-        supplicant_->answer("SCAN_RESULTS", {"bssid\n02:01\t2412\t-40\t[ESS]\thome\n"});
-        supplicant_->answer("ADD_NETWORK", {reply});
+        start_supplicant("bssid\n02:01\t2412\t-40\t[ESS]\thome\n", reply);
     }
 };
 
@@ -205,10 +139,9 @@ TEST_F(LegacyWlanNetwork, says_more_of_a_network_that_cannot_be_added_with_debug
     run_options.debug = 1;
     add_network_answers("FAIL\n");
     EXPECT_EQ(legacy_wlan_test(config_), 9);
-    EXPECT_THAT(console_.out(),
-                ::testing::EndsWith("Fail to send Command ADD_NETWORK!!!\n\nERROR:ADD_NETWORK "
-                                    "COMMAND FAILED\n" +
-                                    std::string(closed)));
+    EXPECT_THAT(console_.out(), EndsWith("Fail to send Command ADD_NETWORK!!!\n\nERROR:ADD_NETWORK "
+                                         "COMMAND FAILED\n" +
+                                         std::string(closing_trace)));
 }
 
 TEST_F(LegacyWlan, returns_19_when_a_setting_is_refused) {
@@ -228,57 +161,48 @@ TEST_F(LegacyWlan, returns_19_when_the_selection_is_refused) {
 }
 
 TEST_F(LegacyWlan, goes_on_after_a_dhcp_failure) {
-    provide("udhcpc", "exit 1");
+    programs_.provide("udhcpc", "exit 1");
     expect_end(0,
                selected + "Executing dhclient...\nudhcpc -i wlan0 --now.\n"
                           "ERROR:UDHCHPC START FAILED\nIPERF not set in conf. file!!\n"
                           "DISABLE_NETWORK 0 \nCall to DISABLE_NETWORK is successful...\n",
                "Fail to run dhclient!!!\nFail to start udhcpc!!!\n");
-    EXPECT_EQ(calls(), "udhcpc -i wlan0 --now\n");
+    EXPECT_EQ(programs_.calls(), "udhcpc -i wlan0 --now\n");
 }
 
 TEST_F(LegacyWlan, measures_no_traffic_when_told_no) {
     config_.check_iperf = "no";
     expect_end(0, disabled, "");
-    EXPECT_EQ(calls(), "udhcpc -i wlan0 --now\nkillall udhcpc\n");
+    EXPECT_EQ(programs_.calls(), "udhcpc -i wlan0 --now\nkillall udhcpc\n");
 }
 
-class TrafficWord : public LegacyWlan, public ::testing::WithParamInterface<const char*> {};
+class TrafficWord : public LegacyWlan, public WithParamInterface<const char*> {};
 
 TEST_P(TrafficWord, measures_traffic) {
     config_.check_iperf = GetParam();
     expect_end(0, addressed + "DISABLE_NETWORK 0 \nCall to DISABLE_NETWORK is successful...\n",
                "Run Iperf Successful...\n");
-    EXPECT_EQ(calls(), "udhcpc -i wlan0 --now\nkillall udhcpc\niperf -c 10.0.0.1 -i 1\n");
+    EXPECT_EQ(programs_.calls(), "udhcpc -i wlan0 --now\nkillall udhcpc\niperf -c 10.0.0.1 -i 1\n");
 }
 
-INSTANTIATE_TEST_SUITE_P(Words, TrafficWord, ::testing::Values("yes", "0", "false", "NO", "no "),
+INSTANTIATE_TEST_SUITE_P(Words, TrafficWord, Values("yes", "0", "false", "NO", "no "),
                          [](const auto& word) { return "word_" + std::to_string(word.index); });
 
 TEST_F(LegacyWlan, does_not_ask_what_iperf_said) {
     config_.check_iperf = "yes";
-    provide("iperf", "exit 1");
+    programs_.provide("iperf", "exit 1");
     expect_end(0, addressed + "DISABLE_NETWORK 0 \nCall to DISABLE_NETWORK is successful...\n",
                "Run Iperf Successful...\n");
 }
 
 TEST_F(LegacyWlan, returns_14_when_no_child_can_be_started_for_iperf) {
     config_.check_iperf = "yes";
-    ::chmod(directory_.path().c_str(), 0777);
-    ::chmod((directory_ / "wlan0").c_str(), 0777);
-    const int child = test_support::fork_child([this] {
-        const rlimit none{0, 0};
-        ::setrlimit(RLIMIT_NPROC, &none);
-        if (::geteuid() == 0 && ::setuid(65534) != 0) {
-            return 100;
-        }
-        return legacy_wlan_test(config_);
-    });
-    EXPECT_EQ(test_support::end_of_child(child, milliseconds(8000)), 14);
+    let_anybody_in();
+    EXPECT_EQ(without_processes([this] { return legacy_wlan_test(config_); }), 14);
     EXPECT_EQ(console_.out(), selected +
                                   "Executing dhclient...\nudhcpc -i wlan0 --now.\n"
                                   "ERROR:UDHCHPC START FAILED\n" +
-                                  closed);
+                                  closing_trace);
     EXPECT_EQ(console_.err(), "Fail to run dhclient!!!\nFail to start udhcpc!!!\n"
                               "Unable to run Iperf in Client mode!!!\n");
     EXPECT_EQ(supplicant_->commands().back(), "DETACH");

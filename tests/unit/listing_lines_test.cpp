@@ -13,7 +13,7 @@
 namespace wivex {
 namespace {
 
-using ::testing::EndsWith;
+using namespace testing;
 
 class ListingLines : public test_support::SessionFixture {
 protected:

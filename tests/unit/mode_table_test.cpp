@@ -13,8 +13,7 @@
 namespace wivex {
 namespace {
 
-using ::testing::ElementsAre;
-using ::testing::HasSubstr;
+using namespace testing;
 
 std::string failure_table() {
     std::ostringstream text;

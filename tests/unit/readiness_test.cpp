@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "common/process_state.hpp"
-#include "console_capture.hpp"
+#include "process_fixture.hpp"
 #include "run/readiness.hpp"
-#include "scratch.hpp"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -14,18 +13,11 @@
 namespace wivex {
 namespace {
 
-using test_support::ConsoleCapture;
-using test_support::ScratchDirectory;
+using namespace test_support;
+using namespace testing;
 
-class Readiness : public ::testing::Test {
+class Readiness : public ProcessFixture {
 protected:
-    void SetUp() override {
-        test_support::reset_process_state();
-    }
-    void TearDown() override {
-        test_support::reset_process_state();
-    }
-
     int chip_in(std::string_view device_list) {
         return detect_usb_chip(directory_.file("devices", device_list), config_);
     }
@@ -35,9 +27,6 @@ protected:
         return read_interface_flag(directory_.file("flags", flags), bit, status_);
     }
 
-    ScratchDirectory directory_;
-    ConsoleCapture console_;
-    RunConfig config_;
     std::int32_t status_ = 0;
 };
 
@@ -51,7 +40,7 @@ void PrintTo(const KnownModule& module, std::ostream* out) {
     *out << module.text;
 }
 
-class ModuleOnTheBus : public Readiness, public ::testing::WithParamInterface<KnownModule> {};
+class ModuleOnTheBus : public Readiness, public WithParamInterface<KnownModule> {};
 
 TEST_P(ModuleOnTheBus, is_found_by_the_ids_in_the_middle_of_its_line) {
     const auto& module = GetParam();
@@ -64,11 +53,11 @@ TEST_P(ModuleOnTheBus, is_found_by_the_ids_in_the_middle_of_its_line) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Known, ModuleOnTheBus,
-                         ::testing::Values(KnownModule{"Vendor=0cf3 ProdID=1022", 1, "1022"},
-                                           KnownModule{"Vendor=0cf3 ProdID=9378", 2, "9378"},
-                                           KnownModule{"Vendor=0a5c ProdID=bd27", 3, "bd27"},
-                                           KnownModule{"Vendor=0a5c ProdID=bd1d", 4, "bd1d"},
-                                           KnownModule{"Vendor=9e0c ProdID=20a0", 5, "20a0"}),
+                         Values(KnownModule{"Vendor=0cf3 ProdID=1022", 1, "1022"},
+                                KnownModule{"Vendor=0cf3 ProdID=9378", 2, "9378"},
+                                KnownModule{"Vendor=0a5c ProdID=bd27", 3, "bd27"},
+                                KnownModule{"Vendor=0a5c ProdID=bd1d", 4, "bd1d"},
+                                KnownModule{"Vendor=9e0c ProdID=20a0", 5, "20a0"}),
                          [](const auto& module) {
                              return std::string("product_") + module.param.product_id;
                          });
@@ -80,6 +69,17 @@ TEST_F(Readiness, finds_no_module_among_strangers) {
                       "P:  Vendor=0cf3\nProdID=1022\n"),
               0);
     EXPECT_EQ(config_.product_id, "kept");
+}
+
+TEST_F(Readiness, needs_the_ids_of_a_module_from_their_first_letter_to_their_last) {
+    for (const char* cut :
+         {"endor=0cf3 ProdID=1022", "endor=0cf3 ProdID=9378", "endor=0a5c ProdID=bd27",
+          "endor=0a5c ProdID=bd1d", "endor=9e0c ProdID=20a0", "Vendor=0cf3 ProdID=102",
+          "Vendor=0cf3 ProdID=937", "Vendor=0a5c ProdID=bd2", "Vendor=0a5c ProdID=bd1",
+          "Vendor=9e0c ProdID=20a"}) {
+        EXPECT_EQ(chip_in(std::string("P:  v") + cut + " Rev= 0.01\n"), 0) << cut;
+        EXPECT_EQ(chip_in(cut), 0) << cut;
+    }
 }
 
 TEST_F(Readiness, takes_the_module_that_comes_first_in_the_file) {
@@ -108,8 +108,7 @@ TEST_F(Readiness, finds_nothing_in_an_empty_device_list) {
 
 TEST_F(Readiness, says_nothing_about_an_unreadable_device_list) {
     EXPECT_EQ(detect_usb_chip(directory_ / "absent", config_), 0);
-    EXPECT_EQ(console_.out(), "");
-    EXPECT_EQ(console_.err(), "");
+    EXPECT_THAT(console_.streams(), Pair("", ""));
 }
 
 TEST_F(Readiness, names_an_unreadable_device_list_with_debug) {
@@ -189,8 +188,7 @@ TEST_F(Readiness, survives_flags_longer_than_a_line_buffer) {
 TEST_F(Readiness, says_nothing_about_an_unreadable_flags_file) {
     EXPECT_EQ(read_interface_flag(directory_ / "absent", 1, status_), 0);
     EXPECT_EQ(status_, -1);
-    EXPECT_EQ(console_.out(), "");
-    EXPECT_EQ(console_.err(), "");
+    EXPECT_THAT(console_.streams(), Pair("", ""));
 }
 
 TEST_F(Readiness, names_an_unreadable_flags_file_with_debug) {

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "common/process_state.hpp"
-#include "console_capture.hpp"
+#include "process_fixture.hpp"
 #include "run/results.hpp"
-#include "scratch.hpp"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -14,10 +13,8 @@
 namespace wivex {
 namespace {
 
-using test_support::ConsoleCapture;
-using test_support::ScratchDirectory;
-using ::testing::ElementsAre;
-using ::testing::IsEmpty;
+using namespace test_support;
+using namespace testing;
 
 std::vector<ErrorCode> codes_of(const TestCaseResult& result) {
     std::vector<ErrorCode> codes;
@@ -160,25 +157,20 @@ TEST(RecordTestCase, ignores_every_other_index) {
     }
 }
 
-class ResultFile : public ::testing::Test {
+class ResultFile : public ProcessFixture {
 protected:
     void SetUp() override {
-        test_support::reset_process_state();
+        ProcessFixture::SetUp();
         run_options.result_file = directory_ / "result";
         enable_test_case(results_, test_case::module);
         enable_test_case(results_, test_case::driver);
     }
-    void TearDown() override {
-        test_support::reset_process_state();
-    }
 
     std::string written() {
         write_result_file(results_, run_options.result_file, stream_);
-        return test_support::read_file(run_options.result_file);
+        return read_file(run_options.result_file);
     }
 
-    ScratchDirectory directory_;
-    ConsoleCapture console_;
     TestCaseResults results_;
     ResultStream stream_;
 };
@@ -269,7 +261,7 @@ TEST_F(ResultFile, that_cannot_be_opened_is_reported_on_two_streams) {
     EXPECT_EQ(console_.err(), "[WIFI]Unable to open Result File: ");
     EXPECT_EQ(console_.out(), "[WIFI]user file name is " + path + "\n" + path + "\n");
     EXPECT_TRUE(stream_.failed);
-    EXPECT_FALSE(test_support::exists(directory_ / "absent"));
+    EXPECT_FALSE(exists(directory_ / "absent"));
 }
 
 } // namespace

@@ -1,80 +1,41 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "children.hpp"
 #include "common/process_state.hpp"
-#include "console_capture.hpp"
-#include "fake_supplicant.hpp"
+#include "legacy_wlan_fixture.hpp"
 #include "run/results.hpp"
 #include "run/run_loop.hpp"
 #include "run/start.hpp"
-#include "scratch.hpp"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <sys/resource.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 #include <chrono>
-#include <cstdlib>
 #include <filesystem>
-#include <memory>
+#include <ostream>
 #include <string>
+#include <vector>
 
 namespace wivex {
 namespace {
 
-using std::chrono::milliseconds;
-using test_support::ConsoleCapture;
-using test_support::FakeSupplicant;
-using test_support::ScratchDirectory;
-using test_support::Stopwatch;
-using ::testing::AllOf;
-using ::testing::ElementsAre;
-using ::testing::Ge;
-using ::testing::HasSubstr;
-using ::testing::Le;
-using ::testing::StartsWith;
+using namespace test_support;
+using namespace testing;
 
 constexpr const char* checks_passed =
     "\n[WIFI]Chip type is = 1\n[WIFI]Chip vendor id = 0cf3 and product id 1022\n"
     "[WIFI]MODULE CONNECTED\n[WIFI]WIFI DRIVER READY\n";
 
-class RunLoop : public ::testing::Test {
+class RunLoop : public LegacyWlanFixture {
 protected:
-    static void SetUpTestSuite() {
-        test_support::use_private_tmp();
-    }
-
     void SetUp() override {
-        test_support::reset_process_state();
-        old_path_ = ::getenv("PATH");
-        ::setenv("PATH", (directory_.path() + ":" + old_path_).c_str(), 1);
-        directory_.program("udhcpc", "#!/bin/sh\n");
-        directory_.program("killall", "#!/bin/sh\n");
+        LegacyWlanFixture::SetUp();
         std::filesystem::create_directory(directory_ / "wlan0");
         directory_.file("wlan0/flags", "0x1003\n");
         config_.usbdevlist = directory_.file("devices", "P:  Vendor=0cf3 ProdID=1022 Rev= 0.01\n");
         config_.vendor_id = "0cf3";
         config_.wifidev = directory_.path();
-        config_.interface_name = "wlan0";
-        config_.ctrl_iface = directory_ / "ctrl";
-        config_.go_ssid = "home";
-        std::filesystem::create_directory(directory_ / "ctrl");
         run_options.iteration_count = 1;
         run_options.wlan_legacy_mode = 1;
-    }
-
-    void TearDown() override {
-        ::setenv("PATH", old_path_.c_str(), 1);
-        test_support::reset_process_state();
-    }
-
-    /// A supplicant with which the legacy WLAN test passes.
-    void start_supplicant() {
-        supplicant_ = std::make_unique<FakeSupplicant>(directory_ / "ctrl/wlan0");
-        supplicant_->event_after("SCAN", "<3>CTRL-EVENT-SCAN-RESULTS ");
-        supplicant_->answer("SCAN_RESULTS", {"bssid\n02:01\t2412\t-40\t[ESS]\thome\n"});
-        supplicant_->event_after("SELECT_NETWORK 0 ", "<3>CTRL-EVENT-CONNECTED");
-        supplicant_->event_after("DISABLE_NETWORK 0 ", "<3>CTRL-EVENT-DISCONNECTED");
     }
 
     RunEnd run() {
@@ -93,14 +54,6 @@ protected:
         }
         return sum;
     }
-
-    ScratchDirectory directory_;
-    ConsoleCapture console_;
-    std::unique_ptr<FakeSupplicant> supplicant_;
-    RunConfig config_;
-
-private:
-    std::string old_path_;
 };
 
 // ---- checks ------------------------------------------------------------------------------------
@@ -173,24 +126,38 @@ TEST_F(RunLoop, files_code_6_twice) {
     EXPECT_EQ(legacy_records(), 2);
 }
 
-TEST_F(RunLoop, files_code_8_as_21) {
+struct RefusedCommand {
+    const char* name;
+    const char* command;
+    std::vector<std::string> replies;
+    ErrorCode filed_as;
+};
+
+void PrintTo(const RefusedCommand& refused, std::ostream* out) {
+    *out << refused.command;
+}
+
+class RefusedCommandOfTheLoop : public RunLoop, public WithParamInterface<RefusedCommand> {};
+
+TEST_P(RefusedCommandOfTheLoop, is_filed_once) {
     start_supplicant();
-    supplicant_->answer("SCAN", {"FAIL\n"});
+    for (const std::string& reply : GetParam().replies) {
+        supplicant_->answer(GetParam().command, {reply});
+    }
     run();
-    EXPECT_THAT(legacy(21).iterations, ElementsAre(0));
-    EXPECT_EQ(legacy(8).count, 0);
+    EXPECT_THAT(legacy(GetParam().filed_as).iterations, ElementsAre(0));
+    EXPECT_EQ(legacy(8).count, 0); // a refused scan's own code is filed as 21
     EXPECT_EQ(legacy_records(), 1);
 }
 
-TEST_F(RunLoop, files_code_24) {
-    start_supplicant();
-    for (const char* reply : {"FAIL-BUSY\n", "FAIL-BUSY\n", "FAIL-BUSY\n", "FAIL\n"}) {
-        supplicant_->answer("SCAN", {reply});
-    }
-    run();
-    EXPECT_THAT(legacy(24).iterations, ElementsAre(0));
-    EXPECT_EQ(legacy_records(), 1);
-}
+INSTANTIATE_TEST_SUITE_P(
+    Codes, RefusedCommandOfTheLoop,
+    Values(RefusedCommand{"code_8_as_21", "SCAN", {"FAIL\n"}, 21},
+           RefusedCommand{
+               "code_24", "SCAN", {"FAIL-BUSY\n", "FAIL-BUSY\n", "FAIL-BUSY\n", "FAIL\n"}, 24},
+           RefusedCommand{"code_19", "SET_NETWORK 0 auth_alg OPEN", {"FAIL\n"}, 19},
+           RefusedCommand{"code_22", "DISABLE_NETWORK 0 ", {"FAIL\n"}, 22}),
+    [](const auto& refused) { return refused.param.name; });
 
 TEST_F(RunLoop, files_code_9) {
     start_supplicant();
@@ -200,41 +167,34 @@ TEST_F(RunLoop, files_code_9) {
     EXPECT_EQ(legacy_records(), 1);
 }
 
-TEST_F(RunLoop, files_code_19) {
-    start_supplicant();
-    supplicant_->answer("SET_NETWORK 0 auth_alg OPEN", {"FAIL\n"});
-    run();
-    EXPECT_THAT(legacy(19).iterations, ElementsAre(0));
-    EXPECT_EQ(legacy_records(), 1);
-}
-
-TEST_F(RunLoop, files_code_22) {
-    start_supplicant();
-    supplicant_->answer("DISABLE_NETWORK 0 ", {"FAIL\n"});
-    run();
-    EXPECT_THAT(legacy(22).iterations, ElementsAre(0));
-    EXPECT_EQ(legacy_records(), 1);
-}
-
 TEST_F(RunLoop, files_code_14) {
     start_supplicant();
     config_.check_iperf = "yes";
     run_options.result_file = directory_ / "result";
-    ::chmod(directory_.path().c_str(), 0777);
-    ::chmod((directory_ / "ctrl/wlan0").c_str(), 0777);
-    const int child = test_support::fork_child([this] {
-        const rlimit none{0, 0};
-        ::setrlimit(RLIMIT_NPROC, &none);
-        if (::geteuid() == 0 && ::setuid(65534) != 0) {
-            return 100;
-        }
-        run();
-        write_result_file(run_options.results, run_options.result_file, run_options.result_stream);
-        return 0;
-    });
-    EXPECT_EQ(test_support::end_of_child(child, milliseconds(9000)), 0);
-    EXPECT_EQ(test_support::read_file(run_options.result_file),
+    let_anybody_in();
+    EXPECT_EQ(without_processes([this] {
+                  run();
+                  write_result_file(run_options.results, run_options.result_file,
+                                    run_options.result_stream);
+                  return 0;
+              }),
+              0);
+    EXPECT_EQ(read_file(run_options.result_file),
               "Test case 1 passed \nTest case 2 passed \nTest case 8 fail # 1\n");
+}
+
+// ---- the address check -------------------------------------------------------------------------
+
+TEST_F(RunLoop, looks_for_the_folder_of_its_files_in_the_first_99_characters_of_the_results_path) {
+    run_options.mac_mode = 1;
+    const std::string within = "/tmp/" + std::string(93, 'd') + "/";
+    ASSERT_EQ(within.size(), 99U);
+    run_options.result_file = within + "result";
+    run();
+    EXPECT_THAT(console_.out(), HasSubstr("[WIFI]Result file direcotry is " + within + "\n"));
+    run_options.result_file = "/tmp/" + std::string(94, 'd') + "/result";
+    run();
+    EXPECT_THAT(console_.out(), HasSubstr("[WIFI]Result file direcotry is /tmp/\n"));
 }
 
 // ---- the choice of the mode --------------------------------------------------------------------
@@ -252,7 +212,7 @@ TEST_F(RunLoop, calls_a_softap_created_exactly_when_the_driver_check_fails) {
     run_options.softap_mode = 1;
     directory_.file("wlan0/flags", "0x1002\n");
     EXPECT_EQ(run(), RunEnd::softap);
-    EXPECT_THAT(console_.out(), ::testing::EndsWith("[WIFI]softAP created successfuly.\n"));
+    EXPECT_THAT(console_.out(), EndsWith("[WIFI]softAP created successfuly.\n"));
 }
 
 TEST_F(RunLoop, runs_only_the_first_of_several_modes) {

@@ -1,24 +1,22 @@
 // SPDX-License-Identifier: Apache-2.0
-// Small helpers of the unit tests: a directory that goes away again, files, clocks, children.
+// Small helpers of the unit tests: a directory that goes away again, files, clocks.
 #pragma once
 
+#include "temporary_folder.hpp"
+
 #include <chrono>
-#include <functional>
 #include <string>
 #include <string_view>
 
 namespace wivex::test_support {
 
+using std::chrono::milliseconds;
+
 /// A directory of its own that is removed with all it holds.
 class ScratchDirectory {
 public:
-    ScratchDirectory();
-    ~ScratchDirectory();
-    ScratchDirectory(const ScratchDirectory&) = delete;
-    ScratchDirectory& operator=(const ScratchDirectory&) = delete;
-
     const std::string& path() const {
-        return path_;
+        return folder_.path();
     }
     std::string operator/(std::string_view name) const;
 
@@ -29,11 +27,14 @@ public:
     std::string program(std::string_view name, std::string_view content) const;
 
 private:
-    std::string path_;
+    test_tools::TemporaryFolder folder_{"unit-test"};
 };
 
 /// The whole content of a file; empty when there is none.
 std::string read_file(const std::string& path);
+
+/// Creates an empty file.
+void create_file(const std::string& path);
 
 bool exists(const std::string& path);
 
@@ -50,29 +51,6 @@ public:
 private:
     std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
 };
-
-/// Through which a child tells its parent that it is ready.
-class Gate {
-public:
-    Gate();
-    ~Gate();
-    Gate(const Gate&) = delete;
-    Gate& operator=(const Gate&) = delete;
-
-    void open() const;
-    void wait() const;
-
-private:
-    int read_end_ = -1;
-    int write_end_ = -1;
-};
-
-/// Forks a child that runs `body` and exits with its result. Returns the child's process id.
-int fork_child(const std::function<int()>& body);
-
-/// Waits for the end of a child; kills it after `limit`. Returns its exit status, 128 plus the
-/// number of the signal that ended it, or -1 when it had to be killed.
-int end_of_child(int pid, std::chrono::milliseconds limit);
 
 /// Gives the run options and the other process-wide state the values they have before `main`.
 void reset_process_state();

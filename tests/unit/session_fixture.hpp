@@ -1,30 +1,25 @@
 // SPDX-License-Identifier: Apache-2.0
-// An open session with a fake supplicant at its other end, for whatever works on a session.
+// A session with a fake supplicant at its other end, for whatever works on a session.
 #pragma once
 
-#include "common/process_state.hpp"
-#include "common/run_config.hpp"
-#include "console_capture.hpp"
 #include "ctrl/supplicant_session.hpp"
-#include "fake_supplicant.hpp"
-#include "scratch.hpp"
-
-#include <gtest/gtest.h>
+#include "process_fixture.hpp"
 
 #include <optional>
 
 namespace wivex::test_support {
 
-class SessionFixture : public ::testing::Test {
+/// A supplicant, and no session with it yet.
+class SupplicantFixture : public ControlSocketFixture {
 protected:
-    static void SetUpTestSuite() {
-        use_private_tmp();
-    }
+    FakeSupplicant supplicant_{control_path()};
+};
 
+/// An open session.
+class SessionFixture : public SupplicantFixture {
+protected:
     void SetUp() override {
-        reset_process_state();
-        config_.ctrl_iface = directory_.path();
-        config_.interface_name = "wlan0";
+        SupplicantFixture::SetUp();
         session_.emplace(config_);
         ASSERT_FALSE(session_->isInvalid());
         console_.out();
@@ -32,13 +27,9 @@ protected:
 
     void TearDown() override {
         session_.reset();
-        reset_process_state();
+        SupplicantFixture::TearDown();
     }
 
-    ScratchDirectory directory_;
-    ConsoleCapture console_;
-    FakeSupplicant supplicant_{directory_ / "wlan0"};
-    RunConfig config_;
     std::optional<SupplicantSession> session_;
 };
 

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "children.hpp"
 #include "common/console.hpp"
 #include "common/interrupts.hpp"
 #include "common/shell.hpp"
@@ -20,13 +21,7 @@
 namespace wivex {
 namespace {
 
-using std::chrono::milliseconds;
-using test_support::ConsoleCapture;
-using test_support::end_of_child;
-using test_support::fork_child;
-using test_support::Gate;
-using test_support::ScratchDirectory;
-using test_support::Stopwatch;
+using namespace test_support;
 
 TEST(RunShell, returns_the_wait_status_of_the_command) {
     EXPECT_EQ(run_shell("true"), 0);
@@ -45,7 +40,7 @@ TEST(RunShell, understands_what_a_shell_understands) {
     EXPECT_EQ(run_shell("x=a; echo \"$x b\" >" + (directory / "out") + " && test -s " +
                         (directory / "out")),
               0);
-    EXPECT_EQ(test_support::read_file(directory / "out"), "a b\n");
+    EXPECT_EQ(read_file(directory / "out"), "a b\n");
 }
 
 TEST(RunShell, shows_earlier_output_before_that_of_the_command) {
@@ -67,10 +62,6 @@ TEST(RunShell, takes_no_notice_of_other_children) {
     EXPECT_EQ(end_of_child(other, milliseconds(1000)), 7);
 }
 
-[[noreturn]] void exit_by_signal(int signal_number) {
-    ::_exit(signal_number == SIGINT ? 50 : 60);
-}
-
 TEST(RunShell, starts_the_command_with_default_actions_and_an_open_mask) {
     const int child = fork_child([] {
         install_interrupt_handler(exit_by_signal);
@@ -85,42 +76,24 @@ TEST(RunShell, starts_the_command_with_default_actions_and_an_open_mask) {
     EXPECT_EQ(end_of_child(child, milliseconds(5000)), 0);
 }
 
-class InterruptOfACommand : public ::testing::TestWithParam<int> {};
+class InterruptOfACommand : public testing::TestWithParam<int> {};
 
 TEST_P(InterruptOfACommand, is_handled_at_once) {
-    const Gate ready;
-    const int child = fork_child([&] {
-        install_interrupt_handler(exit_by_signal);
-        ready.open();
-        run_shell("exec sleep 10");
-        return 1;
-    });
-    ready.wait();
-    std::this_thread::sleep_for(milliseconds(200));
-    const Stopwatch watch;
-    ::kill(child, GetParam());
-    EXPECT_EQ(end_of_child(child, milliseconds(5000)), GetParam() == SIGINT ? 50 : 60);
-    EXPECT_LT(watch.elapsed(), milliseconds(1500));
+    EXPECT_EQ(end_of_interrupted(GetParam(), [] { run_shell("exec sleep 10"); }),
+              GetParam() == SIGINT ? 50 : 60);
 }
 
-INSTANTIATE_TEST_SUITE_P(Signals, InterruptOfACommand, ::testing::Values(SIGINT, SIGTERM),
+INSTANTIATE_TEST_SUITE_P(Signals, InterruptOfACommand, testing::Values(SIGINT, SIGTERM),
                          [](const auto& signal) {
                              return "signal_" + std::to_string(signal.param);
                          });
 
 TEST(RunShell, lets_an_interrupt_in_between_commands_that_never_end_to_fail) {
-    const Gate ready;
-    const int child = fork_child([&] {
-        install_interrupt_handler(exit_by_signal);
-        ready.open();
+    const auto run_for_ever = [] {
         while (run_shell("false") != 0) {
         }
-        return 1;
-    });
-    ready.wait();
-    std::this_thread::sleep_for(milliseconds(200));
-    ::kill(child, SIGINT);
-    EXPECT_EQ(end_of_child(child, milliseconds(3000)), 50);
+    };
+    EXPECT_EQ(end_of_interrupted(SIGINT, run_for_ever), 50);
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 // What runs out in the middle of a run: descriptors, processes, and what each operation makes of
 // it.
 
+#include "children.hpp"
 #include "common/shell.hpp"
 #include "console_capture.hpp"
 #include "ctrl/wpa_ctrl.hpp"
@@ -23,31 +24,17 @@
 namespace wivex {
 namespace {
 
-using std::chrono::milliseconds;
-using test_support::ConsoleCapture;
-using ::testing::HasSubstr;
+using namespace test_support;
+using namespace testing;
 
 /// Runs `body` in a process that can open nothing besides the three standard streams.
 int without_descriptors(const std::function<int()>& body) {
-    const int child = test_support::fork_child([&body] {
+    const int child = fork_child([&body] {
         const rlimit none{3, 3};
         ::setrlimit(RLIMIT_NOFILE, &none);
         return body();
     });
-    return test_support::end_of_child(child, milliseconds(5000));
-}
-
-/// Runs `body` in a process that can start no other.
-int without_processes(const std::function<int()>& body) {
-    const int child = test_support::fork_child([&body] {
-        const rlimit none{0, 0};
-        ::setrlimit(RLIMIT_NPROC, &none);
-        if (::geteuid() == 0 && ::setuid(65534) != 0) {
-            return 100;
-        }
-        return body();
-    });
-    return test_support::end_of_child(child, milliseconds(5000));
+    return end_of_child(child, milliseconds(5000));
 }
 
 TEST(WithoutDescriptors, no_connection_is_opened) {

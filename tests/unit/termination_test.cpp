@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "children.hpp"
 #include "common/process_state.hpp"
-#include "console_capture.hpp"
 #include "ctrl/wpa_ctrl.hpp"
-#include "fake_supplicant.hpp"
+#include "process_fixture.hpp"
 #include "run/results.hpp"
 #include "run/termination.hpp"
-#include "scratch.hpp"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -21,42 +20,31 @@
 namespace wivex {
 namespace {
 
-using std::chrono::milliseconds;
-using test_support::ConsoleCapture;
-using test_support::FakeSupplicant;
-using test_support::ScratchDirectory;
-using ::testing::ElementsAre;
+using namespace test_support;
+using namespace testing;
 
 constexpr const char* cleanup_without_connections =
     "[WIFI]Cleanup\n[WIFI]Set value of sigterm_var\n[WIFI]Closing the ctrl sockets\n"
     "[WIFI]Closing the Event sockets\n[WIFI]Reset Value of sigterm_var\n";
 
-class Termination : public ::testing::Test {
+class Termination : public ControlSocketFixture {
 protected:
-    static void SetUpTestSuite() {
-        test_support::use_private_tmp();
-    }
     void SetUp() override {
-        test_support::reset_process_state();
+        ControlSocketFixture::SetUp();
         result_path_ = directory_ / "result";
         run_options.result_file = result_path_;
         enable_test_case(run_options.results, test_case::module);
     }
-    void TearDown() override {
-        test_support::reset_process_state();
-    }
 
     /// Runs the handler in a child, because it ends its process.
     int handle(int signal_number) const {
-        return test_support::end_of_child(test_support::fork_child([&] {
-                                              termination_handler(signal_number);
-                                              return 99;
-                                          }),
-                                          milliseconds(5000));
+        return end_of_child(fork_child([&] {
+                                termination_handler(signal_number);
+                                return 99;
+                            }),
+                            milliseconds(5000));
     }
 
-    ScratchDirectory directory_;
-    ConsoleCapture console_;
     std::string result_path_;
 };
 
@@ -86,8 +74,8 @@ TEST_F(Termination, cleanup_closes_both_connections_without_detach) {
     EXPECT_EQ(command_connection, nullptr);
     EXPECT_EQ(event_connection, nullptr);
     EXPECT_EQ(sigterm_var, 0);
-    EXPECT_FALSE(test_support::exists(kept_command->local.sun_path));
-    EXPECT_FALSE(test_support::exists(kept_event->local.sun_path));
+    EXPECT_FALSE(exists(kept_command->local.sun_path));
+    EXPECT_FALSE(exists(kept_event->local.sun_path));
     EXPECT_THAT(supplicant.commands(), ElementsAre("ATTACH"));
 }
 
@@ -101,7 +89,7 @@ TEST_F(Termination, of_an_interrupted_run_writes_the_results) {
                   " Updated\n[WIFI] Before resultFile.flush call \n" + cleanup_without_connections +
                   "[WIFI] Done..\n");
     EXPECT_EQ(console_.err(), "");
-    EXPECT_EQ(test_support::read_file(result_path_), "Test case 1 fail # 1\n");
+    EXPECT_EQ(read_file(result_path_), "Test case 1 fail # 1\n");
 }
 
 TEST_F(Termination, of_an_interrupted_run_tells_of_the_flush_with_debug) {
@@ -123,7 +111,7 @@ TEST_F(Termination, of_an_interrupted_run_writes_nothing_through_a_failed_stream
         console_.out(),
         std::string("[WIFI] Got ^C. Writing results to file before quitting.Please hold on...\n") +
             cleanup_without_connections + "[WIFI] Done..\n");
-    EXPECT_FALSE(test_support::exists(result_path_));
+    EXPECT_FALSE(exists(result_path_));
 }
 
 TEST_F(Termination, of_an_interrupted_run_reports_a_result_file_that_cannot_be_opened) {
@@ -138,12 +126,12 @@ TEST_F(Termination, of_an_interrupted_run_reports_a_result_file_that_cannot_be_o
                   "[WIFI] Done..\n");
 }
 
-class KilledRun : public Termination, public ::testing::WithParamInterface<int> {};
+class KilledRun : public Termination, public WithParamInterface<int> {};
 
 TEST_P(KilledRun, writes_no_result_file) {
     run_options.chip_type = GetParam();
     EXPECT_EQ(handle(SIGTERM), 0);
-    EXPECT_FALSE(test_support::exists(result_path_));
+    EXPECT_FALSE(exists(result_path_));
     const std::string chip = std::to_string(GetParam());
     const bool qca = GetParam() == 1 || GetParam() == 2;
     EXPECT_EQ(console_.out(), "[WIFI] Got Kill signal...\n[WIFI]Calling for chip --> " + chip +
@@ -153,11 +141,11 @@ TEST_P(KilledRun, writes_no_result_file) {
     EXPECT_EQ(console_.err(), "");
 }
 
-INSTANTIATE_TEST_SUITE_P(Chips, KilledRun, ::testing::Values(0, 1, 2, 4),
+INSTANTIATE_TEST_SUITE_P(Chips, KilledRun, Values(0, 1, 2, 4),
                          [](const auto& chip) { return "chip_" + std::to_string(chip.param); });
 
 TEST_F(Termination, of_a_killed_run_reports_a_missing_loopback_switch) {
-    if (test_support::exists("/sys/module/bcmdhd/parameters/usbloop_enable")) {
+    if (exists("/sys/module/bcmdhd/parameters/usbloop_enable")) {
         GTEST_SKIP() << "this machine has a Broadcom driver";
     }
     for (const int chip : {3, 5}) {
@@ -182,20 +170,20 @@ bool provide_loopback_switch(const std::string& target) {
            ::symlink(target.c_str(), (directory + "/usbloop_enable").c_str()) == 0;
 }
 
-class BroadcomRun : public Termination, public ::testing::WithParamInterface<int> {
+class BroadcomRun : public Termination, public WithParamInterface<int> {
 protected:
     /// Runs the handler where the loopback switch is `target`; false when that cannot be had.
     bool kill_with_switch(const std::string& target) const {
-        const int status = test_support::end_of_child(test_support::fork_child([&] {
-                                                          if (!provide_loopback_switch(target)) {
-                                                              return 77;
-                                                          }
-                                                          run_options.chip_type = GetParam();
-                                                          termination_handler(SIGTERM);
-                                                          return 99;
-                                                      }),
-                                                      milliseconds(5000));
-        EXPECT_THAT(status, ::testing::AnyOf(0, 77));
+        const int status = end_of_child(fork_child([&] {
+                                            if (!provide_loopback_switch(target)) {
+                                                return 77;
+                                            }
+                                            run_options.chip_type = GetParam();
+                                            termination_handler(SIGTERM);
+                                            return 99;
+                                        }),
+                                        milliseconds(5000));
+        EXPECT_THAT(status, AnyOf(0, 77));
         return status == 0;
     }
 };
@@ -212,8 +200,8 @@ TEST_P(BroadcomRun, is_taken_out_of_loopback_mode_when_it_is_killed) {
                   "success\n" +
                   cleanup_without_connections + "[WIFI] Done..\n");
     EXPECT_EQ(console_.err(), "");
-    EXPECT_EQ(test_support::read_file(loopback_switch), "0\n");
-    EXPECT_FALSE(test_support::exists(result_path_));
+    EXPECT_EQ(read_file(loopback_switch), "0\n");
+    EXPECT_FALSE(exists(result_path_));
 }
 
 TEST_P(BroadcomRun, reports_a_loopback_switch_that_cannot_be_written) {
@@ -226,13 +214,13 @@ TEST_P(BroadcomRun, reports_a_loopback_switch_that_cannot_be_written) {
     EXPECT_EQ(console_.err(), "[WIFI]Write error: No space left on device\n");
 }
 
-INSTANTIATE_TEST_SUITE_P(Chips, BroadcomRun, ::testing::Values(3, 5),
+INSTANTIATE_TEST_SUITE_P(Chips, BroadcomRun, Values(3, 5),
                          [](const auto& chip) { return "chip_" + std::to_string(chip.param); });
 
 TEST_F(Termination, by_another_signal_only_cleans_up) {
     EXPECT_EQ(handle(SIGHUP), 0);
     EXPECT_EQ(console_.out(), std::string(cleanup_without_connections) + "[WIFI] Done..\n");
-    EXPECT_FALSE(test_support::exists(result_path_));
+    EXPECT_FALSE(exists(result_path_));
 }
 
 } // namespace

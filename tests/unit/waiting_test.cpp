@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "children.hpp"
 #include "common/console.hpp"
-#include "common/interrupts.hpp"
-#include "common/shell.hpp"
 #include "common/unique_fd.hpp"
 #include "common/waiting.hpp"
 #include "console_capture.hpp"
+#include "pipe.hpp"
 #include "scratch.hpp"
 
 #include <fcntl.h>
@@ -12,7 +12,6 @@
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <sys/time.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -20,47 +19,13 @@
 #include <chrono>
 #include <csignal>
 #include <ctime>
-#include <functional>
 #include <thread>
-#include <vector>
 
 namespace wivex {
 namespace {
 
-using std::chrono::milliseconds;
-using test_support::ConsoleCapture;
-using test_support::end_of_child;
-using test_support::fork_child;
-using test_support::Gate;
-using test_support::processor_time;
-using test_support::Stopwatch;
-using ::testing::AllOf;
-using ::testing::Ge;
-using ::testing::Le;
-
-class Pipe {
-public:
-    Pipe() {
-        int ends[2]{};
-        if (::pipe2(ends, O_CLOEXEC) == 0) {
-            in_.reset(ends[1]);
-            out_.reset(ends[0]);
-        }
-    }
-    int reader() const {
-        return out_.get();
-    }
-    void write() const {
-        EXPECT_EQ(::write(in_.get(), "x", 1), 1);
-    }
-    void close_writer() {
-        in_.reset();
-    }
-
-private:
-    UniqueFd in_;
-    UniqueFd out_;
-};
+using namespace test_support;
+using namespace testing;
 
 TEST(WaitReadable, returns_1_at_once_when_there_is_input) {
     const Pipe pipe;
@@ -258,155 +223,6 @@ TEST(Waiting, costs_next_to_no_processor_time) {
     wait_readable_or_next_second(pipe.reader());
     wait_for(1);
     EXPECT_LT(processor_time() - before, milliseconds(10));
-}
-
-// ---- interrupts --------------------------------------------------------------------------------
-
-[[noreturn]] void exit_by_signal(int signal_number) {
-    ::_exit(signal_number == SIGINT ? 50 : 60);
-}
-
-/// Runs `wait` again and again in a child that holds interrupts back, sends it `signal_number` and
-/// returns how the child ended.
-int interrupted_while(int signal_number, const std::function<void()>& wait) {
-    const Gate ready;
-    const int child = fork_child([&] {
-        install_interrupt_handler(exit_by_signal);
-        ready.open();
-        for (;;) {
-            wait();
-        }
-        return 1;
-    });
-    ready.wait();
-    std::this_thread::sleep_for(milliseconds(100));
-    ::kill(child, signal_number);
-    return end_of_child(child, milliseconds(1500));
-}
-
-TEST(Interrupts, are_let_in_while_waiting_for_input) {
-    const Pipe pipe;
-    EXPECT_EQ(interrupted_while(SIGINT, [&] { wait_readable(pipe.reader(), -1); }), 50);
-    EXPECT_EQ(interrupted_while(SIGTERM, [&] { wait_readable(pipe.reader(), 60000); }), 60);
-}
-
-TEST(Interrupts, are_let_in_when_the_input_is_never_empty) {
-    const Pipe pipe;
-    pipe.write();
-    EXPECT_EQ(interrupted_while(SIGINT, [&] { wait_readable(pipe.reader(), -1); }), 50);
-    EXPECT_EQ(interrupted_while(SIGTERM, [&] { wait_readable(pipe.reader(), 0); }), 60);
-    EXPECT_EQ(interrupted_while(SIGINT, [&] { wait_readable_or_next_second(pipe.reader()); }), 50);
-}
-
-TEST(Interrupts, are_let_in_while_waiting_for_the_clock) {
-    const Pipe pipe;
-    const auto wait_many_seconds = [&] {
-        for (int second = 0; second < 60; ++second) {
-            wait_readable_or_next_second(pipe.reader());
-        }
-    };
-    EXPECT_EQ(interrupted_while(SIGINT, wait_many_seconds), 50);
-    EXPECT_EQ(interrupted_while(SIGINT, [] { wait_for(60); }), 50);
-    EXPECT_EQ(interrupted_while(SIGTERM, [] { wait_for(0, 60'000'000); }), 60);
-}
-
-TEST(Interrupts, are_let_in_by_a_wait_for_no_time) {
-    EXPECT_EQ(interrupted_while(SIGINT, [] { wait_for(0); }), 50);
-}
-
-TEST(Interrupts, are_let_in_while_waiting_for_a_child) {
-    EXPECT_EQ(interrupted_while(SIGINT,
-                                [] {
-                                    wait_for_child(fork_child([] {
-                                        ::alarm(1); // default action: the end
-                                        ::pause();
-                                        return 0;
-                                    }));
-                                }),
-              50);
-}
-
-TEST(Interrupts, are_held_back_while_the_program_computes) {
-    const int child = fork_child([] {
-        install_interrupt_handler(exit_by_signal);
-        ::raise(SIGINT);
-        ::raise(SIGTERM);
-        const Stopwatch watch;
-        while (watch.elapsed() < milliseconds(100)) {
-        }
-        return 7;
-    });
-    EXPECT_EQ(end_of_child(child, milliseconds(2000)), 7);
-}
-
-TEST(Interrupts, are_let_in_on_request) {
-    const int child = fork_child([] {
-        install_interrupt_handler(exit_by_signal);
-        let_interrupts_in();
-        ::raise(SIGINT);
-        let_interrupts_in();
-        return 7;
-    });
-    EXPECT_EQ(end_of_child(child, milliseconds(2000)), 50);
-}
-
-TEST(Interrupts, are_held_back_again_after_every_way_of_letting_them_in) {
-    const std::vector<std::function<void()>> ways{
-        [] { let_interrupts_in(); },
-        [] { const InterruptsOpen open; },
-        [] { wait_for(0, 1000); },
-        [] { wait_readable(STDIN_FILENO, 0); },
-        [] { wait_for_child(fork_child([] { return 0; })); },
-        [] { run_shell("true"); },
-    };
-    for (const auto& way : ways) {
-        const int child = fork_child([&] {
-            install_interrupt_handler(exit_by_signal);
-            way();
-            ::raise(SIGINT);
-            ::raise(SIGTERM);
-            return 7;
-        });
-        EXPECT_EQ(end_of_child(child, milliseconds(2000)), 7);
-    }
-}
-
-TEST(Interrupts, have_their_default_actions_before_the_handler_is_installed) {
-    const int child = fork_child([] {
-        ::raise(SIGINT);
-        return 7;
-    });
-    EXPECT_EQ(end_of_child(child, milliseconds(2000)), 128 + SIGINT);
-}
-
-TEST(Interrupts, are_not_let_in_any_more_once_sealed) {
-    const int child = fork_child([] {
-        install_interrupt_handler(exit_by_signal);
-        if (interrupts_sealed()) {
-            return 1;
-        }
-        seal_interrupts(SIGINT);
-        ::raise(SIGINT);
-        ::raise(SIGTERM);
-        let_interrupts_in();
-        wait_for(0, 1000);
-        return interrupts_sealed() ? 7 : 2;
-    });
-    EXPECT_EQ(end_of_child(child, milliseconds(2000)), 7);
-}
-
-TEST(Interrupts, that_come_during_the_handler_wait_for_ever) {
-    const int child = fork_child([] {
-        install_interrupt_handler([](int) {
-            ::raise(SIGINT);
-            ::raise(SIGTERM);
-            ::_exit(8);
-        });
-        ::raise(SIGTERM);
-        let_interrupts_in();
-        return 7;
-    });
-    EXPECT_EQ(end_of_child(child, milliseconds(2000)), 8);
 }
 
 } // namespace
