@@ -24,9 +24,7 @@ struct ReaderOptions {
 
 class LogBuilder {
 public:
-    /// `console` has read the line that is being taken; it learns where runs and iterations begin.
-    LogBuilder(const ReaderOptions& options, LineReader& console)
-        : options_(options), console_(console) {}
+    explicit LogBuilder(const ReaderOptions& options) : options_(options) {}
 
     // ---- The console
     const Log& log() const {
@@ -45,9 +43,9 @@ public:
     void set_clock(double seconds) {
         clock_ = seconds;
     }
-    /// To be told what names of access points follow.
-    ScanList& names() {
-        return console_.names();
+    /// Reads the lines. It learns here what names of access points follow, and where they end.
+    LineReader& console() {
+        return console_;
     }
 
     // ---- Runs
@@ -102,7 +100,7 @@ private:
     void conclude_missing_failure();
 
     ReaderOptions options_;
-    LineReader& console_;
+    LineReader console_;
     FailureKeeper failures_;
     Log log_;
     Run* run_ = nullptr;

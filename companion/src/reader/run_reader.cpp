@@ -19,18 +19,19 @@ void RunReader::finish(double now) {
 
 // A console with stamps has a clock of its own.
 void RunReader::set_clock(double now) {
-    if (!console_.stamps().active()) {
+    if (!builder_.console().stamps().active()) {
         builder_.set_clock(now);
     }
 }
 
 void RunReader::take_line(std::string_view line) {
-    line = console_.without_stamp(line);
-    if (console_.stamps().active()) {
-        builder_.set_clock(console_.stamps().seconds());
+    LineReader& console = builder_.console();
+    line = console.without_stamp(line);
+    if (console.stamps().active()) {
+        builder_.set_clock(console.stamps().seconds());
     }
     builder_.add_line(line);
-    for (const Finding& finding : console_.read(line)) {
+    for (const Finding& finding : console.read(line)) {
         take(builder_, finding);
     }
 }

@@ -3,7 +3,6 @@
 // counts failures as the tool records them.
 #pragma once
 
-#include "console/line_reader.hpp"
 #include "console/line_splitter.hpp"
 #include "reader/log_builder.hpp"
 
@@ -13,12 +12,7 @@ namespace wivex::report {
 
 class RunReader {
 public:
-    explicit RunReader(const ReaderOptions& options = {}) : builder_(options, console_) {}
-    ~RunReader() = default;
-    RunReader(const RunReader&) = delete;
-    RunReader& operator=(const RunReader&) = delete;
-    RunReader(RunReader&&) = delete;
-    RunReader& operator=(RunReader&&) = delete;
+    explicit RunReader(const ReaderOptions& options = {}) : builder_(options) {}
 
     /// Takes the next bytes of the console, read at `now` (seconds of any steady clock).
     void feed(std::string_view bytes, double now = 0);
@@ -39,7 +33,6 @@ private:
     void take_line(std::string_view line);
 
     LineSplitter splitter_;
-    LineReader console_;
     LogBuilder builder_;
 };
 

@@ -130,12 +130,12 @@ public:
 
     void operator()(const NamesFollow& names) const {
         builder_.enter(Phase::scan);
-        builder_.names().expect(names.count);
+        builder_.console().names().expect(names.count);
     }
 
     void operator()(const MatchesFollow& matches) const {
         builder_.enter(Phase::scan);
-        builder_.names().expect_matches(matches.prefix);
+        builder_.console().names().expect_matches(matches.prefix);
     }
 
 private:
