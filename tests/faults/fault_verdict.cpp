@@ -230,8 +230,8 @@ FaultVerdict judge_whole_run(const Fault& fault, const BenchRun& whole, const Be
 } // namespace
 
 const char* name_of(Outcome outcome) {
-    constexpr std::array<const char*, 6> names{
-        "good", "crash", "hang", "lost verdict", "false verdict", "not tried"};
+    constexpr std::array<const char*, 6> names{"good",         "crash",         "hang",
+                                               "lost verdict", "false verdict", "not tried"};
     static_assert(names.size() == static_cast<std::size_t>(Outcome::not_tried) + 1);
     return names.at(static_cast<std::size_t>(outcome));
 }
