@@ -22,6 +22,7 @@ build_image() (
         assemble_image
         find "$cache/images" -type f -mtime +30 -delete
     fi
+    cp "$scratch/kernel-package" "out/$arch/kernel-package"
     ln -sf "$kernel" "out/$arch/kernel"
     ln -sf "$image" "out/$arch/image"
 )

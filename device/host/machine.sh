@@ -15,6 +15,7 @@ prepare_device() {
     tools/dev-build --arch "$1" --static
     tools/dev-build --arch "$1" --target device_programs
     build_image "$1"
+    build_drivers "$1"
 }
 
 boot_device() (
@@ -79,7 +80,7 @@ console_signals() {
 # What changes from run to run: the tool, our programs and scripts, the job, the configuration.
 add_overlay() {
     root=$work/$arch.root
-    mkdir -p "$root/etc/udhcpc" "$root/usr/bin" "$root/device"
+    mkdir -p "$root/etc/udhcpc" "$root/usr/bin" "$root/device/drivers"
     cp "out/$arch/wivex" "out/$arch/wivex-static" "$root/usr/bin/"
     for program in as-kernel-3-2 control-script go-between move-radio; do
         cp "out/$arch/build/device/$program" "$root/usr/bin/"
@@ -88,6 +89,7 @@ add_overlay() {
     cp device/guest/udhcpc.script "$root/etc/udhcpc/default.script"
     cp -r device/guest/start device/guest/main device/guest/run-tool device/guest/run-suite \
         device/guest/lib device/scenarios examples "$root/device/"
+    cp "out/$arch/drivers"/*.ko "$root/device/drivers/"
     cp "$config" "$root/device/wivex.cfg"
     cp "$1" "$root/device/job"
     archive "$root" >"$work/$arch.overlay"

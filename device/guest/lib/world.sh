@@ -13,6 +13,7 @@ begin_world() {
 
 end_world() {
     stop_all_daemons
+    unload_drivers
     remove_driver_files
     remove_usbfs
     unplug_module

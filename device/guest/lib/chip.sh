@@ -1,0 +1,75 @@
+# SPDX-License-Identifier: Apache-2.0
+# Sourced: the chips, whose drivers are the modules of device/kernel. Needs basics.sh and world.sh.
+
+chip_files=/sys/kernel/debug/chip
+
+# plug_chip FAMILY VENDOR:PRODUCT  the module on the bus and its driver: bcmdhd, qca_combo or ath6kl.
+# The interface of the first two is wlan0, so the radio that had this name becomes radio0.
+plug_chip() {
+    plug_module "$2"
+    [ "$1" = ath6kl ] || free_wlan0
+    load_driver "$1"
+    ifconfig wlan0 up
+}
+
+free_wlan0() {
+    [ ! -e /sys/class/net/radio0 ] || return 0
+    ifconfig wlan0 down
+    ip link set wlan0 name radio0 || fail "the radio keeps its name"
+}
+
+load_driver() {
+    insmod "/device/drivers/$1.ko" || fail "the driver cannot be loaded: $1"
+}
+
+# unload_driver NAME  waits for those who are inside.
+unload_driver() {
+    until_true 10 rmmod "$1" 2>/dev/null || fail "the driver stays: $1"
+}
+
+unload_drivers() {
+    [ ! -e "$chip_files/control" ] || echo reset >"$chip_files/control"
+    for driver in bcmdhd qca_combo ath6kl; do
+        [ ! -e "/sys/module/$driver" ] || unload_driver "$driver"
+    done
+}
+
+# chip STATEMENT  says what the chip holds and how it misbehaves, as device/kernel/chip.h tells.
+chip() {
+    echo "$1" >"$chip_files/control" || fail "not understood by the driver: $1"
+}
+
+# await_request NAME  until such a request has arrived at the driver.
+await_request() {
+    until_true 30 grep -q "^request $1" "$chip_files/requests" || fail "no request arrived: $1"
+}
+
+# expect_requests  what arrived at the driver since it was loaded is exactly standard input.
+expect_requests() {
+    cat >"$here/expected-requests"
+    cp "$chip_files/requests" "$here/requests"
+    cmp -s "$here/expected-requests" "$here/requests" && return
+    sed 's/^/#   /' "$here/requests"
+    fail "these requests arrived at the driver, and no others were expected"
+}
+
+# tool_is_32_bit  by the fifth byte of its file.
+tool_is_32_bit() {
+    [ "$(dd if="/usr/bin/$program" bs=1 skip=4 count=1 2>/dev/null)" = "$(printf '\001')" ]
+}
+
+# A chip whose driver sleeps on REQUEST until a signal comes: sleeping_in REQUEST OPTIONS...
+# starts the tool and returns when it is inside.
+sleeping_in() {
+    chip "$1 sleeps=1"
+    start_inside "$@"
+}
+
+# start_inside REQUEST OPTIONS...  starts the tool, and returns when it has come to this request.
+start_inside() {
+    inside=$1
+    shift
+    start_tool "$@"
+    until_true 30 grep -q "^  inside $inside\$" "$chip_files/requests" || fail "the tool never asks for $inside"
+}
+
