@@ -19,6 +19,7 @@ free_wlan0() {
 }
 
 load_driver() {
+    modprobe cfg80211
     insmod "/device/drivers/$1.ko" || fail "the driver cannot be loaded: $1"
 }
 
@@ -73,3 +74,57 @@ start_inside() {
     until_true 30 grep -q "^  inside $inside\$" "$chip_files/requests" || fail "the tool never asks for $inside"
 }
 
+
+expect_chip_address() {
+    [ "$(cat /root/WIFIAddr)" = "$1" ] || fail "the address file holds: $(cat /root/WIFIAddr)"
+}
+
+# What every chip whose interface is wlan0 must come through; a scenario has plugged it.
+
+# The chip's wlan0 has no air; the radio beside it does the legacy test in the same run.
+passes_beside_a_radio() {
+    configure interface_name=radio0 check_iperf=no
+    make_room home wlan1
+    start_access_point home wlan1 "$(wpa2 'Factory Line 7' 'correct horse battery')"
+    start_services home wlan1 192.168.77.1
+    start_supplicant supplicant radio0 /var/run/wpa_supplicant
+    run_tool -l -M -w -m 2
+    expect_result 'Test case 1 passed ' 'Test case 2 passed ' 'Test case 3 passed ' 'Test case 4 passed ' \
+        'Test case 8 passed '
+    expect_out '[WIFI]LOOPBACK SUCCESS' 2
+}
+
+# signal_inside SIGNAL REQUEST WORD  the signal comes while the driver is in this request; the run
+# ends soon.
+signal_inside() {
+    chip "$2 $3"
+    start_inside "$2" -l -M -m 3
+    kill "-$1" -- "-$tool"
+    finish_tool 10
+    chip reset
+}
+
+# ctrl_c_waits_for_the_driver REQUEST  a driver that lets no signal in delays the end of the run until
+# it returns.
+ctrl_c_waits_for_the_driver() {
+    chip "$1 late=4000"
+    start_inside "$1" -l -M -m 3
+    read -r began _ </proc/uptime
+    press_ctrl_c
+    usleep 500000
+    ! process_is_gone "$tool" || fail "the tool has ended before the driver returned"
+    finish_tool 10
+    read -r ended _ </proc/uptime
+    [ $((${ended%.*} - ${began%.*})) -ge 3 ] || fail "the driver was not waited for"
+    expect_result 'Test case 1 passed ' 'Test case 2 passed ' 'Test case 3 passed ' 'Test case 4 passed '
+    chip reset
+}
+
+# As a radio that is blocked by a switch (ERFKILL): the interface cannot come up.
+answers_while_its_interface_is_blocked() {
+    ifconfig wlan0 down
+    chip 'open error=132'
+    run_tool -l -M -m 1
+    expect_result 'Test case 1 passed ' 'Test case 2 fail # 1' 'Test case 3 passed ' 'Test case 4 passed '
+    expect_err_matching '^ifconfig: SIOCSIFFLAGS: '
+}

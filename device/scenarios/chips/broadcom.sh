@@ -12,10 +12,6 @@ expect_loopback_parameter() {
     [ "$(cat $loopback_parameter)" = "$1" ] || fail "the driver's loopback parameter is not $1"
 }
 
-expect_chip_address() {
-    [ "$(cat /root/WIFIAddr)" = "$1" ] || fail "the address file holds: $(cat /root/WIFIAddr)"
-}
-
 loopback_and_address_pass() {
     broadcom_world "$1"
     run_tool -u -l -M -m 1
@@ -145,28 +141,9 @@ scenario_broadcom_second_iteration_fails_alone() {
     expect_out '[WIFI]MAC PRINT SUCCESS' 2
 }
 
-# The chip's wlan0 has no air; the radio beside it does the legacy test in the same run.
 scenario_broadcom_chip_and_radio_pass_in_one_run() {
     broadcom_world
-    configure interface_name=radio0 check_iperf=no
-    make_room home wlan1
-    start_access_point home wlan1 "$(wpa2 'Factory Line 7' 'correct horse battery')"
-    start_services home wlan1 192.168.77.1
-    start_supplicant supplicant radio0 /var/run/wpa_supplicant
-    run_tool -l -M -w -m 2
-    expect_result 'Test case 1 passed ' 'Test case 2 passed ' 'Test case 3 passed ' 'Test case 4 passed ' \
-        'Test case 8 passed '
-    expect_out '[WIFI]LOOPBACK SUCCESS' 2
-}
-
-# inside SIGNAL REQUEST WORD  the signal comes while the driver works on this request; the run ends
-# within SECONDS.
-signal_inside() {
-    chip "$2 $3"
-    start_inside "$2" -l -M -m 3
-    kill "-$1" -- "-$tool"
-    finish_tool 10
-    chip reset
+    passes_beside_a_radio
 }
 
 scenario_ctrl_c_ends_every_broadcom_request_that_sleeps() {
@@ -195,20 +172,11 @@ scenario_a_kill_inside_every_broadcom_request_leaves_loopback_mode() {
     done
 }
 
-# A driver that lets no signal in delays the end of the run until it returns.
 scenario_ctrl_c_waits_for_a_broadcom_driver_that_lets_no_signal_in() {
     broadcom_world
-    chip 'usb_lb_txfer late=4000'
-    start_inside usb_lb_txfer -l -m 3
-    read -r began _ </proc/uptime
-    press_ctrl_c
-    usleep 500000
-    ! process_is_gone "$tool" || fail "the tool has ended before the driver returned"
-    finish_tool 10
-    read -r ended _ </proc/uptime
-    [ $((${ended%.*} - ${began%.*})) -ge 3 ] || fail "the driver was not waited for"
-    expect_result 'Test case 1 passed ' 'Test case 2 passed ' 'Test case 4 passed '
-    expect_loopback_parameter 1
+    for request in cur_etheraddr bus:loopback usb_lb_txfer; do
+        ctrl_c_waits_for_the_driver $request
+    done
 }
 
 scenario_a_broadcom_driver_unloaded_between_two_iterations_fails_the_second() {
@@ -225,12 +193,7 @@ scenario_a_broadcom_driver_unloaded_between_two_iterations_fails_the_second() {
     expect_out '[WIFI]LOOPBACK SUCCESS' 2
 }
 
-# As a radio that is blocked by a switch: the interface cannot come up, its driver still answers.
 scenario_a_blocked_broadcom_interface_still_answers_private_requests() {
     broadcom_world
-    ifconfig wlan0 down
-    chip 'open error=132'
-    run_tool -l -M -m 1
-    expect_result 'Test case 1 passed ' 'Test case 2 fail # 1' 'Test case 3 passed ' 'Test case 4 passed '
-    expect_err_matching 'ifconfig: SIOCSIFFLAGS: '
+    answers_while_its_interface_is_blocked
 }
