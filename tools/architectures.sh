@@ -21,6 +21,7 @@ use_architecture() {
     arm64) triplet=aarch64-linux-gnu ;;
     armel) triplet=arm-linux-gnueabi ;;
     x86_64) triplet=x86_64-linux-gnu debian_arch=amd64 ;;
+    i386) triplet=i686-linux-gnu ;; # not shipped: the device suite runs it on a 64-bit kernel
     *)
         echo "unknown architecture: $arch (one of: $architectures)" >&2
         return 2

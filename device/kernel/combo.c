@@ -33,7 +33,7 @@
 #define SECOND_WORD 0x18004
 
 enum { OPENING, TABLE, LOOPBACK, MEMORY, REQUESTS };
-enum { ENTRIES, AT, NUMBER };
+enum { TABLE_ENTRIES, TABLE_AT, TABLE_NUMBER };
 enum { PACKETS, LOST, DAMAGED, FILLED, CLAIMS };
 enum { FIRST, SECOND, SHORT, END };
 
@@ -45,9 +45,9 @@ static struct chip_request requests[REQUESTS] = {
 		.name = "table",
 		.changed = arrange_table,
 		.values = {
-			[ENTRIES] = { "entries", 40 },
-			[AT] = { "at", 20 },
-			[NUMBER] = { "number", LOOPBACK_NUMBER },
+			[TABLE_ENTRIES] = { "entries", 40 },
+			[TABLE_AT] = { "at", 20 },
+			[TABLE_NUMBER] = { "number", LOOPBACK_NUMBER },
 		},
 	},
 	[LOOPBACK] = {
@@ -102,7 +102,7 @@ static int answer_get(struct net_device *device, struct iw_request_info *info,
 
 	chip_log("request command\n");
 	chip_log_bytes("point", &data->data, sizeof(data->data), pointer);
-	if (data->data.flags == LOOPBACK_NUMBER && requests[TABLE].values[ENTRIES].now)
+	if (data->data.flags == LOOPBACK_NUMBER && requests[TABLE].values[TABLE_ENTRIES].now)
 		error = chip_begin(&requests[LOOPBACK]);
 	if (!error)
 		answer_loopback(&data->data, extra);
@@ -130,20 +130,20 @@ static int arrange_table(void)
 	const struct chip_value *const wanted = requests[TABLE].values;
 	size_t i;
 
-	if (wanted[ENTRIES].now > LARGEST_TABLE)
+	if (wanted[TABLE_ENTRIES].now > LARGEST_TABLE)
 		return -EINVAL;
 	memset(table, 0, sizeof(table));
 	table[0].cmd = SIOCIWFIRSTPRIV + GET_REQUEST;
 	table[0].get_args = IW_PRIV_TYPE_CHAR | LONGEST_ANSWER;
-	for (i = 1; i < wanted[ENTRIES].now; i++) {
-		table[i].cmd = i == wanted[AT].now ? wanted[NUMBER].now : LARGEST_TABLE + i;
+	for (i = 1; i < wanted[TABLE_ENTRIES].now; i++) {
+		table[i].cmd = i == wanted[TABLE_AT].now ? wanted[TABLE_NUMBER].now : LARGEST_TABLE + i;
 		table[i].get_args = IW_PRIV_TYPE_CHAR | LONGEST_ANSWER;
 		snprintf(table[i].name, sizeof(table[i].name), "fill%zu", i);
-		if (i == wanted[AT].now)
+		if (i == wanted[TABLE_AT].now)
 			strscpy(table[i].name, *requests[TABLE].text ? requests[TABLE].text :
 				requests[LOOPBACK].name, sizeof(table[i].name));
 	}
-	handlers.num_private_args = wanted[ENTRIES].now;
+	handlers.num_private_args = wanted[TABLE_ENTRIES].now;
 	return 0;
 }
 
