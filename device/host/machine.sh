@@ -88,7 +88,7 @@ add_overlay() {
     mkdir -p "$root/etc/udhcpc" "$root/usr/bin" "$root/device/drivers"
     cp "$programs/wivex" "$programs/wivex-static" "$root/usr/bin/"
     [ "$arch" != x86_64 ] || cp out/i386/wivex-static "$root/usr/bin/wivex-32-bit"
-    for program in as-kernel-3-2 control-script go-between move-radio; do
+    for program in as-kernel-3-2 ask-driver control-script go-between move-radio; do
         cp "$programs/build/device/$program" "$root/usr/bin/"
     done
     cp device/guest/inittab "$root/etc/inittab"

@@ -136,8 +136,7 @@ static int arrange_table(void)
 	table[0].cmd = SIOCIWFIRSTPRIV + GET_REQUEST;
 	table[0].get_args = IW_PRIV_TYPE_CHAR | LONGEST_ANSWER;
 	for (i = 1; i < wanted[TABLE_ENTRIES].now; i++) {
-		table[i].cmd = i == wanted[TABLE_AT].now ? wanted[TABLE_NUMBER].now : LARGEST_TABLE + i;
-		table[i].get_args = IW_PRIV_TYPE_CHAR | LONGEST_ANSWER;
+		table[i].cmd = i == wanted[TABLE_AT].now ? wanted[TABLE_NUMBER].now : i;
 		snprintf(table[i].name, sizeof(table[i].name), "fill%zu", i);
 		if (i == wanted[TABLE_AT].now)
 			strscpy(table[i].name, *requests[TABLE].text ? requests[TABLE].text :

@@ -4,8 +4,6 @@
 
 ath6kl_world() {
     plug_chip ath6kl 0cf3:1022
-    ifconfig wlan0 down hw ether 02:0a:f5:12:34:56
-    ifconfig wlan0 up
 }
 
 scenario_ath6kl_chip_and_radio_pass_in_one_run() {

@@ -45,7 +45,5 @@ scenario_a_thousand_combo_iterations_leave_nothing_behind() {
 }
 
 long_scenario_a_thousand_ath6kl_iterations_leave_nothing_behind() {
-    ifconfig wlan0 down hw ether 02:0a:f5:12:34:56
-    ifconfig wlan0 up
     a_thousand_pass ath6kl 0cf3:1022
 }
