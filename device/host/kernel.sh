@@ -12,7 +12,7 @@ build_drivers() (
     cp -u device/kernel/* "$folder/"
     prefix=
     [ "$crossing" = no ] || prefix=$triplet-
-    make -s -C "$headers" M="$folder" W=1 "CROSS_COMPILE=$prefix" modules >"$folder/build.log" 2>&1 || {
+    make -s -C "$headers" M="$folder" "CROSS_COMPILE=$prefix" modules >"$folder/build.log" 2>&1 || {
         cat "$folder/build.log" >&2
         exit 1
     }
