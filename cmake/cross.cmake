@@ -6,5 +6,6 @@ string(REGEX MATCH "^[^-]+" CMAKE_SYSTEM_PROCESSOR "${WIVEX_TRIPLET}")
 set(CMAKE_SYSTEM_NAME Linux)
 set(CMAKE_C_COMPILER ${WIVEX_TRIPLET}-gcc)
 set(CMAKE_CXX_COMPILER ${WIVEX_TRIPLET}-g++)
-set(CMAKE_LIBRARY_ARCHITECTURE ${WIVEX_TRIPLET})
-set(ENV{PKG_CONFIG_LIBDIR} /usr/lib/${WIVEX_TRIPLET}/pkgconfig:/usr/share/pkgconfig)
+# Debian names the libraries of this one processor otherwise than its compiler.
+string(REPLACE i686 i386 CMAKE_LIBRARY_ARCHITECTURE "${WIVEX_TRIPLET}")
+set(ENV{PKG_CONFIG_LIBDIR} /usr/lib/${CMAKE_LIBRARY_ARCHITECTURE}/pkgconfig:/usr/share/pkgconfig)

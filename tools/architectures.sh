@@ -22,6 +22,7 @@ use_architecture() {
     arm64) triplet=aarch64-linux-gnu emulator=qemu-aarch64 ;;
     armel) triplet=arm-linux-gnueabi emulator=qemu-arm ;;
     x86_64) triplet=x86_64-linux-gnu emulator=qemu-x86_64 debian_arch=amd64 ;;
+    i386) triplet=i686-linux-gnu emulator=qemu-i386 ;; # not shipped: the device suite runs it on a 64-bit kernel
     *)
         echo "unknown architecture: $arch (one of: $architectures)" >&2
         return 2

@@ -1,11 +1,20 @@
 # SPDX-License-Identifier: Apache-2.0
 # Sourced: what an emulated device is made of. Package names are Debian's.
 
+# The kernel of an emulated device, and whose programs run on it: on arm64 those of a 32-bit system.
 kernel_meta_package() {
     case $1 in
     armhf) echo linux-image-armmp ;;
     x86_64) echo linux-image-amd64 ;;
-    *) echo "no emulated device for the architecture $1 (armhf or x86_64)" >&2 && return 2 ;;
+    arm64) echo linux-image-arm64 ;;
+    *) echo "no emulated device for the architecture $1 (armhf, x86_64 or arm64)" >&2 && return 2 ;;
+    esac
+}
+
+program_architecture() {
+    case $1 in
+    arm64) echo armhf ;;
+    *) echo "$1" ;;
     esac
 }
 

@@ -5,7 +5,8 @@
 # Needs packages.sh, contents.sh and use_architecture.
 
 build_image() (
-    use_architecture "$1"
+    device=$1
+    use_architecture "$(program_architecture "$device")"
     scratch=$(mktemp -d)
     trap 'rm -rf "$scratch"' EXIT
     fetch_packages "$debian_arch" $(echo "$device_programs" | awk 'NF { print $1 }') \
@@ -15,20 +16,23 @@ build_image() (
 
     key=$(cat "$scratch/packages" "$scratch/kernel-package" device/host/contents.sh device/host/image.sh |
         sha256sum | cut -c 1-16)
-    kernel=$cache/images/$arch-$key.kernel
-    image=$cache/images/$arch-$key.cpio
+    kernel=$cache/images/$device-$key.kernel
+    image=$cache/images/$device-$key.cpio
     if [ ! -e "$image" ] || [ ! -e "$kernel" ]; then
-        echo "Building the $arch device's image" >&2
+        echo "Building the $device device's image" >&2
         assemble_image
         find "$cache/images" -type f -mtime +30 -delete
     fi
-    ln -sf "$kernel" "out/$arch/kernel"
-    ln -sf "$image" "out/$arch/image"
+    mkdir -p "out/$device"
+    cp "$scratch/kernel-package" "out/$device/kernel-package"
+    ln -sf "$kernel" "out/$device/kernel"
+    ln -sf "$image" "out/$device/image"
 )
 
-fetch_kernel() {
-    fetch_packages "$debian_arch" "$(kernel_package "$debian_arch" "$(kernel_meta_package "$arch")")"
-}
+fetch_kernel() (
+    use_architecture "$device"
+    fetch_packages "$debian_arch" "$(kernel_package "$debian_arch" "$(kernel_meta_package "$device")")"
+)
 
 assemble_image() {
     packages=$scratch/unpacked

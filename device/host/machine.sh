@@ -11,10 +11,14 @@
 
 prepare_device() {
     need_packages "$(emulator_package "$1")" binutils cpio kmod
-    tools/dev-build --arch "$1"
-    tools/dev-build --arch "$1" --static
-    tools/dev-build --arch "$1" --target device_programs
+    (use_architecture "$1" && need_architecture "$debian_arch")
+    programs=$(program_architecture "$1")
+    tools/dev-build --arch "$programs"
+    tools/dev-build --arch "$programs" --static
+    tools/dev-build --arch "$programs" --target device_programs
+    [ "$1" != x86_64 ] || tools/dev-build --arch i386 --static
     build_image "$1"
+    build_drivers "$1"
 }
 
 boot_device() (
@@ -40,7 +44,7 @@ came_through() {
 
 emulator_package() {
     case $1 in
-    armhf) echo qemu-system-arm ;;
+    armhf | arm64) echo qemu-system-arm ;;
     x86_64) echo qemu-system-x86 ;;
     esac
 }
@@ -48,6 +52,7 @@ emulator_package() {
 machine() {
     case $arch in
     armhf) echo qemu-system-arm -M virt,highmem=off -cpu cortex-a15 ;;
+    arm64) echo qemu-system-aarch64 -M virt,highmem=off -cpu cortex-a57 ;;
     x86_64) echo qemu-system-x86_64 -M q35 -cpu max ;;
     esac
 }
@@ -66,7 +71,7 @@ accelerator() {
 
 console_name() {
     case $arch in
-    armhf) echo ttyAMA0 ;;
+    armhf | arm64) echo ttyAMA0 ;;
     x86_64) echo ttyS0 ;;
     esac
 }
@@ -79,15 +84,18 @@ console_signals() {
 # What changes from run to run: the tool, our programs and scripts, the job, the configuration.
 add_overlay() {
     root=$work/$arch.root
-    mkdir -p "$root/etc/udhcpc" "$root/usr/bin" "$root/device"
-    cp "out/$arch/wivex" "out/$arch/wivex-static" "$root/usr/bin/"
-    for program in as-kernel-3-2 control-script go-between move-radio; do
-        cp "out/$arch/build/device/$program" "$root/usr/bin/"
+    programs=out/$(program_architecture "$arch")
+    mkdir -p "$root/etc/udhcpc" "$root/usr/bin" "$root/device/drivers"
+    cp "$programs/wivex" "$programs/wivex-static" "$root/usr/bin/"
+    [ "$arch" != x86_64 ] || cp out/i386/wivex-static "$root/usr/bin/wivex-32-bit"
+    for program in as-kernel-3-2 ask-driver control-script go-between move-radio; do
+        cp "$programs/build/device/$program" "$root/usr/bin/"
     done
     cp device/guest/inittab "$root/etc/inittab"
     cp device/guest/udhcpc.script "$root/etc/udhcpc/default.script"
     cp -r device/guest/start device/guest/main device/guest/run-tool device/guest/run-suite \
         device/guest/lib device/scenarios examples "$root/device/"
+    cp "out/$arch/drivers"/*.ko "$root/device/drivers/"
     cp "$config" "$root/device/wivex.cfg"
     cp "$1" "$root/device/job"
     archive "$root" >"$work/$arch.overlay"

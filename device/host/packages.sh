@@ -12,7 +12,8 @@ kernel_package() {
     apt-cache depends "$2:$1" | sed -n 's/^ *Depends: \(linux-image-[^:]*\).*/\1/p' | head -n 1
 }
 
-# Downloads what the cache lacks; apt's name of the file holds the version.
+# Downloads what the cache lacks; apt's name of the file holds the version. A NAME may ask for one
+# version: NAME=VERSION.
 # All apt work is done in a folder of its own: there it names every file, also those we have,
 # and a package in the cache is a whole one.
 fetch_packages() (
@@ -22,11 +23,11 @@ fetch_packages() (
     folder=$(mktemp -d "$cache/fetch.XXXXXX")
     trap 'rm -r "$folder"' EXIT
     cd "$folder"
-    names=$(for name in "$@"; do echo "$name:$debian_arch"; done)
+    names=$(printf '%s\n' "$@" | sed "s/^[^=]*/&:$debian_arch/")
     packages_of_apt --print-uris $names >uris || exit
     files=$(awk '{ print $2 }' uris)
     missing=$(for file in $files; do
-        [ -e "$cache/packages/$file" ] || echo "${file%%_*}:$debian_arch"
+        [ -e "$cache/packages/$file" ] || echo "$names" | awk -v name="${file%%_*}:" 'index($0, name) == 1'
     done)
     if [ -n "$missing" ]; then
         echo "Fetching:" $missing >&2

@@ -13,10 +13,11 @@ begin_world() {
 
 end_world() {
     stop_all_daemons
-    remove_driver_files
+    restore_debugfs
+    unload_drivers
     remove_usbfs
     unplug_module
-    modprobe -r mac80211_hwsim
+    rmmod mac80211_hwsim # what it stands on stays: it takes long to load
     for file in /run/rooms/*; do
         [ -e "$file" ] && umount "$file" && rm "$file"
     done
@@ -52,15 +53,7 @@ remove_usbfs() {
     ! grep -q '^usbfs /proc/bus ' /proc/mounts || umount /proc/bus
 }
 
-# add_driver_folder PATH  an empty folder that can be written to, in place of one of the kernel's.
-add_driver_folder() {
-    mount -t tmpfs driver-files "$1"
-}
-
-remove_driver_files() {
-    for folder in $(awk '$1 == "driver-files" { print $2 }' /proc/mounts); do
-        umount "$folder"
-    done
+restore_debugfs() {
     grep -q ' /sys/kernel/debug debugfs' /proc/mounts || mount -t debugfs debugfs /sys/kernel/debug
 }
 

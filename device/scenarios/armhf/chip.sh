@@ -9,27 +9,6 @@ chip_world() {
 
 debugfs_phys=/sys/kernel/debug/ieee80211
 
-# add_register_files WORD  the ath6kl driver's; every register reads WORD (eight digits).
-add_register_files() {
-    add_driver_folder "$debugfs_phys"
-    mkdir -p "$debugfs_phys/phy0/ath6kl"
-    printf '0x00028000:%s' "$1" >"$debugfs_phys/phy0/ath6kl/reg_dump"
-    : >"$debugfs_phys/phy0/ath6kl/reg_addr"
-}
-
-# The parameter of the Broadcom driver that switches its loopback mode, on.
-add_loopback_parameter() {
-    add_driver_folder /sys/module
-    mkdir -p /sys/module/bcmdhd/parameters
-    echo 1 >"$loopback_parameter"
-}
-
-loopback_parameter=/sys/module/bcmdhd/parameters/usbloop_enable
-
-expect_chip_address() {
-    [ "$(cat /root/WIFIAddr)" = "$1" ] || fail "the address file holds: $(cat /root/WIFIAddr)"
-}
-
 broadcom_requests_are_refused() {
     chip_world "$1"
     run_tool -u -l -M -m 1
@@ -87,52 +66,4 @@ scenario_the_ath6kl_loopback_fails_without_a_radio() {
     run_tool -l -m 1
     expect_result 'Test case 1 passed ' 'Test case 2 fail # 1' 'Test case 4 fail # 1'
     expect_err '[WIFI]Debugfs Mount Error : Does not exist = /sys/kernel/debug/ieee80211' 1
-}
-
-scenario_the_address_in_the_chip_is_compared_with_the_kernels() {
-    chip_world 0cf3:1022
-    add_register_files 3322aa02
-    run_tool -M -m 1
-    expect_result 'Test case 1 passed ' 'Test case 2 passed ' 'Test case 3 fail # 1'
-    expect_out '[WIFI] prev_mac [02:00:00:00:00:00] curr_mac [02:aa:22:33:02:aa]'
-    expect_out '[WIFI]Both addresses are not same...'
-    expect_chip_address 02:aa:22:33:02:aa
-
-    ifconfig wlan0 down hw ether 02:aa:22:33:02:aa
-    ifconfig wlan0 up
-    run_tool -M -m 1
-    expect_result 'Test case 1 passed ' 'Test case 2 passed ' 'Test case 3 passed '
-    expect_out '[WIFI] prev_mac [02:AA:22:33:02:AA] curr_mac [02:aa:22:33:02:aa]'
-    expect_chip_address 02:aa:22:33:02:aa
-}
-
-# A kill while the tool pauses between two iterations.
-kill_after_the_first_loopback() {
-    chip_world "$1"
-    add_loopback_parameter
-    start_tool -l -m 3
-    await_out 30 '[WIFI]### LOOPBACK FAIL ###'
-    kill -TERM "$tool"
-    finish_tool 10
-    expect_out "[WIFI]Calling for chip --> $2"
-    expect_no_result
-}
-
-leaves_loopback_mode_at_a_kill() {
-    kill_after_the_first_loopback "$1" "$2"
-    expect_out "[WIFI]Write to file \"$loopback_parameter\" success"
-    printf '0\n' | cmp -s - "$loopback_parameter" || fail "still in loopback mode"
-    remove_driver_files
-    unplug_module
-}
-
-scenario_a_kill_takes_broadcom_modules_out_of_loopback_mode() {
-    leaves_loopback_mode_at_a_kill 0a5c:bd27 3
-    leaves_loopback_mode_at_a_kill 9e0c:20a0 5
-}
-
-scenario_a_kill_leaves_the_loopback_mode_of_another_module_alone() {
-    kill_after_the_first_loopback 0cf3:9378 2
-    expect_out '[WIFI]WiFi Vendor is QCA 11n. Nothing to do.'
-    [ "$(cat "$loopback_parameter")" = 1 ] || fail "the parameter was written"
 }
