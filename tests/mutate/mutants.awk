@@ -34,7 +34,7 @@ function scan(    first, rest, width) {
     for (first = 1; first <= length($0); first += width) {
         rest = substr($0, first)
         width = 1
-        if (match(rest, /^\/\/ /)) {
+        if (match(rest, /^ ?\/\/ /)) {
             return
         } else if (match(rest, /^R"\([^)]*\)"/)) {
             width = RLENGTH
