@@ -48,6 +48,7 @@ inline LongOption flag(const char* name, bool& target) {
 /// False when a word is none of these options, or an option cannot be meant.
 inline bool read_options(int argc, char* argv[], const std::vector<LongOption>& options) {
     std::vector<option> known;
+    known.reserve(options.size() + 1);
     for (const LongOption& one : options) {
         known.push_back({one.name, one.has_value ? required_argument : no_argument, nullptr, 0});
     }
