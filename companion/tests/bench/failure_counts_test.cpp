@@ -3,6 +3,7 @@
 // console are those of the result file that the tool wrote.
 
 #include "bench_run.hpp"
+#include "model/modes.hpp"
 #include "reader/run_reader.hpp"
 #include "recordings.hpp"
 
@@ -54,6 +55,17 @@ bool is_main_mode(const Rehearsal& rehearsal) {
 }
 
 // Scenarios in folders are about the checks beside the modes, unless a folder is about the scan.
+// The modes behind the scan: each associates or forms a group.
+std::vector<std::string> scripted_modes() {
+    std::vector<std::string> options;
+    for (const ModeRow& row : mode_rows()) {
+        if (row.test_case > test_case_of(Mode::scan)) {
+            options.push_back(std::string("-") + row.letter);
+        }
+    }
+    return options;
+}
+
 std::vector<Rehearsal> all_rehearsals() {
     std::vector<Rehearsal> list;
     const fs::path folder(SCENARIO_FOLDER);
@@ -64,7 +76,7 @@ std::vector<Rehearsal> all_rehearsals() {
         const fs::path name = fs::relative(entry.path(), folder).replace_extension();
         const std::string group = name.has_parent_path() ? name.begin()->string() : "";
         if (group.empty()) {
-            for (const char* mode : {"-w", "-d", "-c", "-g"}) {
+            for (const std::string& mode : scripted_modes()) {
                 list.push_back({name, {mode}});
             }
         }

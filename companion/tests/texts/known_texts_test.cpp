@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cctype>
 #include <set>
 #include <string>
 
@@ -47,13 +48,6 @@ constexpr auto meaningless = std::to_array<Meaningless>({
     {"2: QCA", "question"},
     {"3: SOFTAP ", "question"},
     {"[DEFAULT: None]", "question"},
-    {"\tA: SoftAP mode", "usage"},
-    {"\tl: loopback test", "usage"},
-    {"\tS: wifiscan mode -(SSID) [optional] -o <iw/dbus> scan mode", "usage"},
-    {"\tw: wlan legacy mode", "usage"},
-    {"\tg: autonomous GO mode", "usage"},
-    {"\tc: p2p client mode", "usage"},
-    {"\td: p2p device mode", "usage"},
     {"[-v: version info]", "usage"},
     {"[-h: help]", "usage"},
     {"[-u: debug]", "usage"},
@@ -105,9 +99,16 @@ constexpr auto instances = std::to_array<Instance>({
     {"x fail", "stop_search_device_P2P fail"},
 });
 
+// A line of the usage text that tells what an option letter chooses.
+bool is_usage(const std::string& line) {
+    return line.size() > 3 && line[0] == '\t' &&
+           std::isalpha(static_cast<unsigned char>(line[1])) != 0 && line.compare(2, 2, ": ") == 0;
+}
+
 bool is_meaningless(const std::string& line) {
     const auto names_it = [&](const auto& known) { return known.line == line; };
-    return std::ranges::any_of(meaningless, names_it) || std::ranges::any_of(instances, names_it);
+    return is_usage(line) || std::ranges::any_of(meaningless, names_it) ||
+           std::ranges::any_of(instances, names_it);
 }
 
 std::set<std::string> unknown_among(const std::vector<SourceText>& texts) {
