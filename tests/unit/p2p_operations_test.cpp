@@ -38,6 +38,12 @@ protected:
         wivex::run_options.debug = 0;
     }
 
+    void expect_plain(int result, const char* command, const char* told) {
+        EXPECT_EQ(result, 0);
+        EXPECT_THAT(supplicant->spoken(), ElementsAre(command));
+        EXPECT_EQ(console->out(), told);
+    }
+
     std::optional<wivex::test_support::ScratchDirectory> scratch;
     std::optional<FakeSupplicant> supplicant;
     wivex::RunConfig config;
@@ -60,9 +66,8 @@ TEST_F(P2pOperations, refused_flush_prints_a_line_without_a_newline) {
 }
 
 TEST_F(P2pOperations, stop_find_sends_its_command) {
-    EXPECT_EQ(wivex::p2pStopFind(*session, reply), 0);
-    EXPECT_THAT(supplicant->spoken(), ElementsAre("P2P_STOP_FIND"));
-    EXPECT_EQ(console->out(), "SentP2P_STOP_FINDcommand to wpa_supplicant:OK\n\n");
+    expect_plain(wivex::p2pStopFind(*session, reply), "P2P_STOP_FIND",
+                 "SentP2P_STOP_FINDcommand to wpa_supplicant:OK\n\n");
 }
 
 TEST_F(P2pOperations, find_returns_when_the_peer_was_found) {
@@ -137,9 +142,8 @@ TEST_F(P2pOperations, push_button_connect_without_a_peer_sends_nothing) {
 }
 
 TEST_F(P2pOperations, group_add_sends_its_command) {
-    EXPECT_EQ(wivex::p2pGroupAdd(*session, reply), 0);
-    EXPECT_THAT(supplicant->spoken(), ElementsAre("P2P_GROUP_ADD"));
-    EXPECT_EQ(console->out(), "SentP2P_GROUP_ADDcommand to wpa_supplicant:OK\n\n");
+    expect_plain(wivex::p2pGroupAdd(*session, reply), "P2P_GROUP_ADD",
+                 "SentP2P_GROUP_ADDcommand to wpa_supplicant:OK\n\n");
 }
 
 TEST_F(P2pOperations, secured_group_add_names_ssid_and_pass_phrase) {

@@ -15,9 +15,7 @@ namespace {
 
 using namespace report_test;
 using namespace wivex::report;
-using testing::HasSubstr;
-using testing::Not;
-using testing::StartsWith;
+using namespace testing;
 
 std::vector<std::string> lines_of(const std::string& text) {
     std::vector<std::string> lines;

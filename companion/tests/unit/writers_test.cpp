@@ -22,9 +22,7 @@ namespace {
 
 using namespace report_test;
 using namespace wivex::report;
-using testing::HasSubstr;
-using testing::Not;
-using testing::StartsWith;
+using namespace testing;
 
 // Several kinds of consoles, for what must hold for all of them.
 std::vector<std::string> consoles() {
