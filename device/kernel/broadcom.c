@@ -53,10 +53,8 @@ MODULE_PARM_DESC(usbloop_enable, "1 while the chip is in loopback mode");
 
 static struct net_device *interface;
 
-/* The record behind the request, as a program of the kernel's own width lays it out. */
-struct record {
-	u32 command;
-	void __user *buffer;
+/* What follows the pointer of a record is the same for every program. */
+struct record_rest {
 	u32 length;
 	u8 set;
 	u8 padding[3];
@@ -65,16 +63,18 @@ struct record {
 	u32 magic;
 };
 
+/* The record behind the request, as a program of the kernel's own width lays it out. */
+struct record {
+	u32 command;
+	void __user *buffer;
+	struct record_rest rest;
+};
+
 /* The same, as a 32-bit program on a 64-bit kernel lays it out. */
 struct record_of_32_bit {
 	u32 command;
 	u32 buffer;
-	u32 length;
-	u8 set;
-	u8 padding[3];
-	u32 used;
-	u32 needed;
-	u32 magic;
+	struct record_rest rest;
 };
 
 static int read_record_of_32_bit(struct record *record, const void __user *from)
@@ -88,9 +88,7 @@ static int read_record_of_32_bit(struct record *record, const void __user *from)
 	chip_log_bytes("record", &narrow, sizeof(narrow), pointer);
 	record->command = narrow.command;
 	record->buffer = u64_to_user_ptr((u64)narrow.buffer);
-	record->length = narrow.length;
-	record->set = narrow.set;
-	record->magic = narrow.magic;
+	record->rest = narrow.rest;
 	return 0;
 }
 
@@ -157,8 +155,8 @@ static const struct variable *find_variable(const struct record *record, const c
 	for (variable = variables; variable < variables + ARRAY_SIZE(variables); variable++) {
 		known = requests[variable->request].name;
 		if (!strcmp(known, name) && record->command == variable->command &&
-		    record->set == variable->set && record->magic == variable->magic &&
-		    record->length == strlen(known) + 1 + variable->values)
+		    record->rest.set == variable->set && record->rest.magic == variable->magic &&
+		    record->rest.length == strlen(known) + 1 + variable->values)
 			return variable;
 	}
 	return NULL;
@@ -170,8 +168,8 @@ static int answer_variable(const struct record *record, u8 *buffer)
 	const struct variable *variable;
 	int error;
 
-	chip_log_bytes("buffer", buffer, record->length, none);
-	if (strnlen(buffer, record->length) == record->length)
+	chip_log_bytes("buffer", buffer, record->rest.length, none);
+	if (strnlen(buffer, record->rest.length) == record->rest.length)
 		return -EINVAL;
 	variable = find_variable(record, buffer);
 	if (!variable)
@@ -185,7 +183,7 @@ static int answer_variable(const struct record *record, u8 *buffer)
 		variable->act(buffer + strlen(buffer) + 1);
 	else
 		answer_address(buffer);
-	return copy_to_user(record->buffer, buffer, record->length) ? -EFAULT : 0;
+	return copy_to_user(record->buffer, buffer, record->rest.length) ? -EFAULT : 0;
 }
 
 static int answer(struct net_device *device, struct ifreq *request, void __user *data, int command)
@@ -200,9 +198,9 @@ static int answer(struct net_device *device, struct ifreq *request, void __user 
 	error = read_record(&record, data);
 	if (error)
 		return chip_log_result(error);
-	if (record.length > sizeof(buffer))
+	if (record.rest.length > sizeof(buffer))
 		return chip_log_result(-EINVAL);
-	if (copy_from_user(buffer, record.buffer, record.length))
+	if (copy_from_user(buffer, record.buffer, record.rest.length))
 		return chip_log_result(-EFAULT);
 	return chip_log_result(answer_variable(&record, buffer));
 }

@@ -153,16 +153,18 @@ void ask_table(std::size_t capacity) {
     std::printf("%zu ", capacity);
     ask("entries of the table", SIOCGIWPRIV, request);
     print_bytes("request", bytes_of(request), offsetof(iwreq, u.data.pointer), sizeof(void*));
-    for (const iw_priv_args& entry : table) {
-        print_bytes("entry", bytes_of(entry));
+    for (const std::size_t index :
+         {std::size_t{0}, std::size_t{1}, std::size_t{20}, capacity - 1}) {
+        if (index < capacity) {
+            print_bytes("entry", bytes_of(table[index]));
+        }
     }
 }
 
-void ask_command(const char* title, std::uint16_t command, std::uint16_t length,
-                 std::string_view interface = "wlan0") {
+void ask_command(const char* title, std::uint16_t command, std::uint16_t length) {
     std::array<std::uint8_t, 4096> answer{};
     answer.fill(untouched);
-    auto request = request_to<iwreq>(interface);
+    auto request = request_to<iwreq>("wlan0");
     request.u.data.pointer = answer.data();
     request.u.data.length = length;
     request.u.data.flags = command;
@@ -190,8 +192,6 @@ void ask_commands() {
     ask_command("loopback", loopback_command, 0);
     ask_command("loopback with a length", loopback_command, 4096);
     ask_command("refused loopback", loopback_command, 7);
-    ask_command("unknown command", loopback_command + 1, 0);
-    ask_command("another interface", loopback_command, 0, "wlan9");
     ask_without_answer();
 }
 

@@ -81,13 +81,13 @@ expect_chip_address() {
 
 # What every chip whose interface is wlan0 must come through; a scenario has plugged it.
 
-# The chip's wlan0 has no air; the radio beside it does the legacy test in the same run.
-passes_beside_a_radio() {
-    configure interface_name=radio0 check_iperf=no
+# passes_beside RADIO  the radio does the legacy test in the same run.
+passes_beside() {
+    configure "interface_name=$1" check_iperf=no
     make_room home wlan1
     start_access_point home wlan1 "$(wpa2 'Factory Line 7' 'correct horse battery')"
     start_services home wlan1 192.168.77.1
-    start_supplicant supplicant radio0 /var/run/wpa_supplicant
+    start_supplicant supplicant "$1" /var/run/wpa_supplicant
     run_tool -l -M -w -m 2
     expect_result 'Test case 1 passed ' 'Test case 2 passed ' 'Test case 3 passed ' 'Test case 4 passed ' \
         'Test case 8 passed '

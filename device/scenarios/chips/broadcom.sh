@@ -143,7 +143,7 @@ scenario_broadcom_second_iteration_fails_alone() {
 
 scenario_broadcom_chip_and_radio_pass_in_one_run() {
     broadcom_world
-    passes_beside_a_radio
+    passes_beside radio0
 }
 
 scenario_ctrl_c_ends_every_broadcom_request_that_sleeps() {

@@ -184,7 +184,7 @@ scenario_combo_driver_unloaded_between_two_iterations_fails_the_second() {
 
 scenario_combo_chip_and_radio_pass_in_one_run() {
     combo_world
-    passes_beside_a_radio
+    passes_beside radio0
 }
 
 scenario_ctrl_c_ends_every_combo_request_that_sleeps() {
