@@ -92,7 +92,7 @@ TEST_P(InterruptOfACommand, is_handled_at_once) {
     const int child = fork_child([&] {
         install_interrupt_handler(exit_by_signal);
         ready.open();
-        run_shell("exec sleep 10");
+        run_shell("exec sleep 10 >&- 2>&-"); // which may outlive the test
         return 1;
     });
     ready.wait();
