@@ -226,6 +226,16 @@ TEST_F(P2pOperations, refused_listening_fails_with_28) {
     EXPECT_THAT(console->out(), testing::EndsWith("listen_device_P2P fail\nFAILED:P2P_LISTEN\n"));
 }
 
+TEST_F(P2pOperations, listening_counts_an_answer_of_9_characters_whole) {
+    supplicant->answer("P2P_LISTEN", {"accept OK"});
+    EXPECT_EQ(wivex::listen_device_P2P(*session), 0);
+}
+
+TEST_F(P2pOperations, listening_does_not_see_the_tenth_character_of_an_answer) {
+    supplicant->answer("P2P_LISTEN", {"accepts OK"});
+    EXPECT_EQ(wivex::listen_device_P2P(*session), 28);
+}
+
 class P2pEventMatcher : public testing::Test {
 protected:
     ConsoleCapture console;

@@ -79,7 +79,7 @@ TEST(RunShell, starts_the_command_with_default_actions_and_an_open_mask) {
 class InterruptOfACommand : public testing::TestWithParam<int> {};
 
 TEST_P(InterruptOfACommand, is_handled_at_once) {
-    EXPECT_EQ(end_of_interrupted(GetParam(), [] { run_shell("exec sleep 10"); }),
+    EXPECT_EQ(end_of_interrupted(GetParam(), [] { run_shell("exec sleep 10 >&- 2>&-"); }),
               GetParam() == SIGINT ? 50 : 60);
 }
 

@@ -175,6 +175,12 @@ TEST(WaitFor, sleeps_the_given_time) {
     EXPECT_THAT(watch.elapsed(), AllOf(Ge(milliseconds(1199)), Le(milliseconds(2500))));
 }
 
+TEST(WaitFor, sleeps_all_microseconds_below_a_second) {
+    const Stopwatch watch;
+    wait_for(0, 999'999);
+    EXPECT_GE(watch.elapsed(), milliseconds(999));
+}
+
 TEST(WaitFor, does_not_sleep_for_nothing_or_less) {
     const Stopwatch watch;
     wait_for(0);

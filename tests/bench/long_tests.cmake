@@ -1,0 +1,32 @@
+# SPDX-License-Identifier: Apache-2.0
+# Read by ctest: what waits longest starts first, so that it does not end last. A name that no test has
+# does no harm.
+set_tests_properties(
+  QuietWait.ends_within_a_millisecond_of_the_event_at_the_median
+  LegacyWlanRun.fails_when_the_disconnection_is_never_told
+  QuietWait.with_a_deadline_costs_next_to_nothing_too
+  TroubledSupplicant.that_dies_while_an_event_is_awaited_lets_the_time_run_out
+  LegacyWlanRun.takes_30_seconds_to_give_a_connection_up
+  Scenarios/FailingRun.shows_its_console_and_writes_its_result/connection_never_comes
+  Scenarios/FailingRun.shows_its_console_and_writes_its_result/endless_event_flood
+  NoMemory.before_anything_is_recorded_leaves_the_result_file_of_an_earlier_run
+  NoMemory.never_crashes_however_little_there_is
+  LegacyWlanRun.rests_for_the_interval_only_after_a_pass
+  TroubledSupplicant.that_returns_serves_the_next_iteration
+  LegacyWlanRun.measures_traffic_with_the_real_program
+  All/SupplicantFault.has_its_verdict_in_the_p2p_client_test/supplicant_stops_for_good
+  QuietWait.for_a_reply_costs_next_to_nothing_too
+  Scenarios/FailingRun.shows_its_console_and_writes_its_result/supplicant_never_answers
+  TroubledSupplicant.whose_reply_comes_after_11_seconds_is_too_late
+  TroubledSupplicant.that_dies_during_a_command_fails_it_after_10_seconds
+  StartUp.calls_ifconfig_only_for_an_interface_that_is_down
+  LegacyWlanRun.runs_iperf_for_any_word_but_no
+  All/SupplicantFault.has_its_verdict_in_the_p2p_device_test/supplicant_stops_for_good
+  ConfigurationChoice.is_asked_for_and_obeyed
+  ModuleCheckRun.files_an_absent_module_and_goes_on
+  LegacyWlanRun.goes_on_without_an_address
+  TroubledSupplicant.whose_reply_comes_after_9_seconds_is_in_time
+  ModeChoice.runs_only_the_p2p_device_test_when_the_legacy_test_is_chosen_too
+  Diagnostics.run_beside_the_legacy_wlan_test_in_every_iteration
+  MissingProgram.of_the_group_owner_is_told_by_the_shell_and_passes
+  PROPERTIES COST 30)
