@@ -12,7 +12,7 @@ namespace wivex::doctor {
 namespace {
 
 constexpr const char* scan_refused = "ERROR:SCAN-FAIL";
-constexpr const char* not_found = " is not found!!!";
+constexpr const char* not_found = "is not found!!!";
 constexpr const char* open_network = "SET_NETWORK Command for proto is not successful";
 constexpr const char* no_connection = "Unable to Connect Time out!!!";
 constexpr int scan_seconds = 20;

@@ -33,6 +33,8 @@ constexpr const char* no_diag_device = "err firmware_mac_address_qca_combo faile
 constexpr const char* no_phy = "phy_addr is NULL";
 constexpr const char* no_debugfs = "Debugfs Mount Error";
 constexpr const char* no_register_files = "[WIFI]Can not write to reg_addr";
+constexpr const char* no_register_dump = "[WIFI]Can not read reg_dump";
+constexpr std::size_t longest_command = 127;
 constexpr const char* diag_device = "/proc/cld/athdiagpfs";
 constexpr const char* loopback_request = "getusbcontx";
 constexpr unsigned loopback_number = 56;
@@ -115,21 +117,30 @@ bool is_debugfs_mounted() {
     return statfs(debugfs, &status) == 0 && static_cast<long>(status.f_type) == debugfs_magic;
 }
 
-bool has_register_files(const std::string& phy) {
-    return access((std::string(phy_root) + "/" + phy + "/ath6kl/reg_addr").c_str(), F_OK) == 0;
+bool has_register_file(const std::string& phy, const char* name) {
+    return access((std::string(phy_root) + "/" + phy + "/ath6kl/" + name).c_str(), F_OK) == 0;
 }
 
 // The run takes the first phy of the folder, whoever it belongs to.
 void judge_phy(const Facts& facts, const std::string& first, Point& point) {
     const std::string folder = std::string(phy_root) + "/" + first;
     point.found = "ath6kl, asked through " + printable(folder);
-    if (has_register_files(first)) {
+    if (fit_command("echo 0x40bf38 > " + folder + "/ath6kl/reg_addr").size() == longest_command) {
+        point.unknown("the name of the phy is longer than the run's commands may be", "",
+                      "a driver whose phy has the usual name, phy0");
+        return;
+    }
+    if (has_register_file(first, "reg_addr")) {
+        if (facts.plan.mac && !has_register_file(first, "reg_dump")) {
+            point.bad(printable(folder) + " has no file reg_dump of ath6kl", no_register_dump,
+                      "load ath6kl built with its debugfs files");
+        }
         return;
     }
     std::string what = printable(folder) + " has no register files of ath6kl";
     std::string mend = "load ath6kl built with its debugfs files";
     for (const std::string& name : names_in(phy_root)) {
-        if (name.find("phy") != std::string::npos && has_register_files(name)) {
+        if (name.find("phy") != std::string::npos && has_register_file(name, "reg_addr")) {
             what = "the run takes the first phy, " + printable(first) +
                    ", and the files of the chip are in " + printable(name) +
                    ": another radio hides it";

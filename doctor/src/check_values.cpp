@@ -13,7 +13,7 @@ namespace wivex::doctor {
 
 namespace {
 
-constexpr const char* not_found = " is not found!!!";
+constexpr const char* not_found = "is not found!!!";
 constexpr const char* wrong_phrase = "Unable to Connect Time out!!!";
 constexpr const char* psk_refused = "SET_NETWORK Command for psk is not successful";
 constexpr const char* group_refused = "unable to start p2p group";
