@@ -85,9 +85,11 @@ private:
         } else if (!nearest.empty()) {
             what += "; is " + std::string(nearest) + " meant?";
         }
-        const std::string mend = nearest.empty()
-                                     ? edit(setting, "s/^/#/")
-                                     : edit(setting, "s/^[^=]*=/" + std::string(nearest) + "=/");
+        const std::string mend =
+            nearest.empty()
+                ? edit(setting, "s/^/#/")
+                : edit(setting, std::string("s/^[^=]*=") + (only_blanks ? "[ \\t]*" : "") + "/" +
+                                    std::string(nearest) + "=/");
         point_.bad(what, unknown_key, mend);
     }
 

@@ -87,14 +87,14 @@ std::string known_ids() {
 // How the configuration makes the run read another list.
 std::string mend_list(const Facts& facts, const KernelVersion& kernel) {
     if (kernel_has_usbfs(kernel)) {
-        return "mount -t usbfs none /proc/bus/usb; and device_type=USB in " + facts.config_path;
+        return "mount -t usbfs none /proc/bus/usb; write device_type=USB in " + facts.config_path;
     }
     const std::string mount =
         access(debugfs_list, F_OK) == 0 ? "" : "mount -t debugfs none /sys/kernel/debug; ";
     if (facts.config.usbdevlist == debugfs_list) {
         return mount.empty() ? "connect the module" : mount + "then ask again";
     }
-    return mount + "device_type=usb and usbdevlist=" + debugfs_list + " in " +
+    return mount + "write device_type=usb and usbdevlist=" + debugfs_list + " in " +
            printable(facts.config_path);
 }
 
@@ -134,6 +134,14 @@ void judge_interface(Point& point, const Facts& facts, std::int32_t status,
                      const std::string& path) {
     const std::string flags = line_of(path);
     if (status == interface_status::unreadable) {
+        if (facts.config.wifidev.empty() || facts.config.interface_name.empty()) {
+            point.bad(std::string(facts.config.wifidev.empty() ? "wifidev" : "interface_name") +
+                          " is empty, so the run looks for " + quoted(path),
+                      driver_absent,
+                      "write wifidev=/sys/class/net and interface_name=wlan0 in " +
+                          printable(facts.config_path));
+            return;
+        }
         const std::string folder = facts.config.wifidev;
         std::string there;
         for (const std::string& name : names_in(folder)) {

@@ -34,6 +34,11 @@ std::string what_is_in(const std::string& folder) {
 }
 
 bool can_be_reached(const Facts& facts, const std::string& path, Point& point) {
+    if (facts.config.ctrl_iface.empty()) {
+        point.bad("ctrl_iface is empty", cannot_open,
+                  "write ctrl_iface=/var/run/wpa_supplicant in " + printable(facts.config_path));
+        return false;
+    }
     if (const std::string why = why_no_client_socket(); !why.empty()) {
         point.bad(why, cannot_open, "make room in /tmp, or mount it writable: df /tmp");
         return false;

@@ -26,7 +26,7 @@ constexpr std::size_t longest_phrase = 63;
 constexpr int highest_intent = 15;
 
 std::string in_file(const Facts& facts, const std::string& setting) {
-    return setting + " in " + printable(facts.config_path);
+    return "write " + setting + " in " + printable(facts.config_path);
 }
 
 void judge_network(const Facts& facts, Point& point) {
