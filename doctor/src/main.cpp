@@ -58,7 +58,7 @@ int run(int argc, char* argv[]) {
     case Request::Wish::help:
         return print(usage, ready);
     case Request::Wish::version:
-        return print("wivex-doctor 2.0\n", ready);
+        return print("wivex-doctor " WIVEX_VERSION "\n", ready);
     case Request::Wish::refuse:
         std::fputs(usage, stderr);
         return wrong_usage;
