@@ -16,6 +16,7 @@ namespace {
 
 constexpr const char* configuration_problem = "[WIFI]Configuration file problem.Plese check";
 constexpr const char* unknown_key = "[WIFI]Unknown key value pair..";
+constexpr int most_unknown_keys = 10;
 constexpr const char* long_line = "line is longer than 511 characters, the rest is skipped";
 
 std::string at_line(const Setting& setting) {
@@ -32,6 +33,7 @@ public:
         for (const Setting& setting : lines_.settings) {
             judge_setting(setting);
         }
+        tell_further_unknown_keys();
         tell_carriage_returns();
         tell_lines_without_equals();
         tell_unread_keys();
@@ -77,6 +79,9 @@ private:
     }
 
     void tell_unknown_key(const Setting& setting) {
+        if (++unknown_keys_ > most_unknown_keys) {
+            return;
+        }
         const std::string_view nearest = nearest_key(setting.key);
         const bool only_blanks = trimmed(setting.key) == nearest && !nearest.empty();
         std::string what = at_line(setting) + "unknown key " + quoted(setting.key);
@@ -158,6 +163,15 @@ private:
         point_.remarks.push_back(worst);
     }
 
+    // Of a file that is no configuration at all.
+    void tell_further_unknown_keys() {
+        if (unknown_keys_ > most_unknown_keys) {
+            point_.bad("and " + std::to_string(unknown_keys_ - most_unknown_keys) +
+                           " more unknown keys: is this the right file?",
+                       unknown_key, "name another: -F/path/of/the.cfg");
+        }
+    }
+
     void tell_lines_without_equals() {
         if (!lines_.without_equals.empty()) {
             point_.note(
@@ -187,6 +201,7 @@ private:
     Point& point_;
     ConfigLines lines_;
     std::vector<const Setting*> carriage_returns_;
+    int unknown_keys_ = 0;
 };
 
 } // namespace

@@ -121,5 +121,15 @@ TEST_F(Configuration, what_another_mode_reads_is_not_judged) {
     EXPECT_EQ(check("go_passphrase=x\np2p_target_device_mac=\n", 'S').state(), State::good);
 }
 
+TEST_F(Configuration, a_file_of_another_kind_is_no_report_without_end) {
+    std::string text;
+    for (int line = 0; line < 500; ++line) {
+        text += "key" + std::to_string(line) + "=x\n";
+    }
+    const Point point = check(text + good_, 'w');
+    EXPECT_LT(point.remarks.size(), 15U);
+    EXPECT_THAT(point.remarks, Contains(remark(State::bad, "and 490 more unknown keys")));
+}
+
 } // namespace
 } // namespace wivex::doctor
