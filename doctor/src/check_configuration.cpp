@@ -30,6 +30,9 @@ public:
           lines_(read_config_lines(facts.config_path)) {}
 
     void judge() {
+        if (!lines_.failure.empty()) {
+            point_.unknown("its lines cannot be judged: " + lines_.failure, "", "ask again");
+        }
         for (const Setting& setting : lines_.settings) {
             judge_setting(setting);
         }

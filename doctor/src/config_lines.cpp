@@ -8,6 +8,8 @@
 #include <fcntl.h>
 
 #include <algorithm>
+#include <cerrno>
+#include <cstring>
 
 namespace wivex::doctor {
 
@@ -25,14 +27,24 @@ bool is_comment_or_empty(const std::string& line) {
 ConfigLines read_config_lines(const std::string& path) {
     ConfigLines lines;
     FileReader file(open_file(path.c_str(), O_RDONLY));
+    if (!file) {
+        lines.failure = std::strerror(errno);
+        return lines;
+    }
     ConfigLine line;
-    for (int number = 1; file && number <= most_lines && read_config_line(file, line); ++number) {
+    int number = 1;
+    for (; number <= most_lines && read_config_line(file, line); ++number) {
         if (const std::size_t value = find_config_value(line.text)) {
             lines.settings.push_back(
                 {number, line.text.substr(0, value - 1), line.text.substr(value), line.cut});
         } else if (!is_comment_or_empty(line.text)) {
             lines.without_equals.push_back(number);
         }
+    }
+    if (file.error() != 0) {
+        lines.failure = std::strerror(file.error());
+    } else if (number > most_lines) {
+        lines.failure = "more than 10000 lines";
     }
     return lines;
 }

@@ -17,6 +17,8 @@ struct Setting {
 
 struct ConfigLines {
     std::vector<Setting> settings;
+    /// Why the file could not be read to its end; empty when it was.
+    std::string failure;
     /// Lines that set nothing and are no comments.
     std::vector<int> without_equals;
 };

@@ -32,7 +32,7 @@ constexpr int attempts = 3;
 constexpr auto ready = faults::Ending::regular;
 constexpr auto not_ready = faults::Ending::console_only;
 
-constexpr std::array<Mode, 9> worlds{{
+constexpr std::array<Mode, 15> worlds{{
     {"w", "-w", "", "", "", ready},
     {"d-json", "-d --json", "", "", "", ready},
     {"w-traffic", "-w", "", "config check_iperf=yes", "", ready},
@@ -42,6 +42,12 @@ constexpr std::array<Mode, 9> worlds{{
     {"w-no-module", "-w", "", "module none", "", not_ready},
     {"w-no-client", "-w", "", "program udhcpc missing", "", not_ready},
     {"w-unknown-key", "-w", "", "config go_sid=x", "", not_ready},
+    {"w-no-folder", "-w -R/none/result", "", "", "", not_ready},
+    {"w-not-heard", "-w --scan", "access-point-absent", "", "", not_ready},
+    {"d-no-settings", "-d", "", "config dhcpd_conf=/none", "", not_ready},
+    {"S-no-nl80211", "-S", "scan-without-nl80211", "", "", not_ready},
+    {"l-no-request", "-l", "loopback/combo-unknown", "", "", not_ready},
+    {"M-no-device", "-M", "mac/combo-no-device", "", "", not_ready},
 }};
 
 bench_test::BenchRun run_world(const Mode& world, const std::string& tracer_options) {

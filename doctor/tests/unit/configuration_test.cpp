@@ -131,5 +131,13 @@ TEST_F(Configuration, a_file_of_another_kind_is_no_report_without_end) {
     EXPECT_THAT(point.remarks, Contains(remark(State::bad, "and 490 more unknown keys")));
 }
 
+TEST_F(Configuration, a_file_too_long_to_judge_is_never_green) {
+    std::string text = good_;
+    for (int line = 0; line < 10'000; ++line) {
+        text += "# comment\n";
+    }
+    EXPECT_EQ(check(text, 'w').state(), State::not_known);
+}
+
 } // namespace
 } // namespace wivex::doctor
