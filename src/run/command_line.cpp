@@ -140,6 +140,10 @@ bool take_option(int letter, char* argument) {
 
 } // namespace
 
+// Kept letter by letter: each '?' makes -? an option of its own, C and s take an argument but have
+// no handler, and all of them end in the usage text.
+const char* const option_letters = "Agu?o:?m:?s:C:?i:lMdwcS::?v?h?F::R::D::";
+
 int parse_command_line(int argc, char* argv[]) {
     clear_modes();
     for (int letter = getopt(argc, argv, option_letters); letter != -1;

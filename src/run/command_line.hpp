@@ -4,9 +4,8 @@
 
 namespace wivex {
 
-// Kept letter by letter: each '?' makes -? an option of its own, C and s take an argument but have
-// no handler, and all of them end in the usage text.
-inline constexpr const char* option_letters = "Agu?o:?m:?s:C:?i:lMdwcS::?v?h?F::R::D::";
+/// The options, as the C library's getopt takes them.
+extern const char* const option_letters;
 
 /// Parses the options. Returns 1 to run, 0 to stop at once (help, version, no mode, unknown
 /// option); whatever there is to say has been printed then.

@@ -31,6 +31,14 @@ World with_file(const std::string& first_lines, std::vector<std::string> options
     return world;
 }
 
+// The configuration file holds these lines and no others.
+World with_only(const std::string& text) {
+    World world;
+    world.lines = "file /tmp/my.cfg \"" + text + "\"\n";
+    world.options = {"-w", "-F/tmp/my.cfg"};
+    return world;
+}
+
 World with(const std::string& lines, std::vector<std::string> options = {"-w"}) {
     World world;
     world.lines = lines;
@@ -67,26 +75,24 @@ TEST(Named, misspelt_key) {
 }
 
 TEST(Named, blank_behind_a_folder) {
-    World world = with_file("");
-    world.lines = "file /tmp/my.cfg \"device_type=USB\\nwifidev=/sys/class/net\\n"
+    const World world =
+        with_only("device_type=USB\\nwifidev=/sys/class/net\\n"
                   "interface_name=wlan0\\nctrl_iface=/tmp/wpa_supplicant \\ngo_ssid=bench-ap\\n"
-                  "go_passphrase=bench-pass-phrase\\n\"\n";
+                  "go_passphrase=bench-pass-phrase\\n");
     expect_named(world, "configuration", "[WIFI]Unable to open sockets!!");
 }
 
 TEST(Named, carriage_returns_at_all_ends) {
-    World world = with_file("");
-    world.lines = "file /tmp/my.cfg \"device_type=USB\\r\\nwifidev=/sys/class/net\\r\\n"
-                  "interface_name=wlan0\\r\\nctrl_iface=/tmp/wpa_supplicant\\r\\n"
-                  "go_ssid=bench-ap\\r\\ngo_passphrase=bench-pass-phrase\\r\\n\"\n";
+    const World world = with_only("device_type=USB\\r\\nwifidev=/sys/class/net\\r\\n"
+                                  "interface_name=wlan0\\r\\nctrl_iface=/tmp/wpa_supplicant\\r\\n"
+                                  "go_ssid=bench-ap\\r\\ngo_passphrase=bench-pass-phrase\\r\\n");
     expect_named(world, "configuration", "[WIFI]ERROR:Module not inserted.");
 }
 
 TEST(Named, quotes_around_the_interface) {
-    World world = with_file("");
-    world.lines = "file /tmp/my.cfg \"device_type=USB\\nwifidev=/sys/class/net\\n"
-                  "interface_name=\\\"wlan0\\\"\\nctrl_iface=/tmp/wpa_supplicant\\n"
-                  "go_ssid=bench-ap\\ngo_passphrase=bench-pass-phrase\\n\"\n";
+    const World world = with_only("device_type=USB\\nwifidev=/sys/class/net\\n"
+                                  "interface_name=\\\"wlan0\\\"\\nctrl_iface=/tmp/wpa_supplicant\\n"
+                                  "go_ssid=bench-ap\\ngo_passphrase=bench-pass-phrase\\n");
     expect_named(world, "configuration", "[WIFI]ERROR:WiFi driver is not insmoded properly");
 }
 
@@ -114,10 +120,10 @@ TEST(Named, interface_of_another_name) {
 // ---- supplicant ---------------------------------------------------------------------------------
 
 TEST(Named, socket_folder_of_another_name) {
-    World world = with_file("");
-    world.lines = "file /tmp/my.cfg \"device_type=USB\\nwifidev=/sys/class/net\\n"
+    const World world =
+        with_only("device_type=USB\\nwifidev=/sys/class/net\\n"
                   "interface_name=wlan0\\nctrl_iface=/var/run/elsewhere\\ngo_ssid=bench-ap\\n"
-                  "go_passphrase=bench-pass-phrase\\n\"\n";
+                  "go_passphrase=bench-pass-phrase\\n");
     expect_named(world, "supplicant", "[WIFI]Unable to open sockets!!");
 }
 
