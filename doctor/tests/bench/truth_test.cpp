@@ -196,6 +196,9 @@ TEST_P(Truth, is_told_of) {
     // Both were there: the doctor with a whole report, the run with its first and its last line.
     ASSERT_FALSE(diagnosis.points.empty());
     ASSERT_THAT(console, HasSubstr("[WIFI]WIVEX2_0_160421_INCREASE_SCAN_RESULT_SIZE"));
+    RecordProperty("doctor", diagnosis.ready           ? "ready"
+                             : diagnosis.bad().empty() ? "not known"
+                                                       : "named");
     EXPECT_EQ(diagnosis.status, diagnosis.ready ? 0 : 1);
     EXPECT_THAT(lies(diagnosis, console, begins_later(GetParam().scenario)), IsEmpty());
 }
