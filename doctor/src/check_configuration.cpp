@@ -115,7 +115,7 @@ private:
         } else if (bare.size() >= 2 && (bare.front() == '"' || bare.front() == '\'') &&
                    bare.front() == bare.back()) {
             tell(setting, setting.key + " has quotes, which belong to the value: " + quoted(value),
-                 edit(setting, "s/=.\\(.*\\).$/=\\1/"));
+                 edit(setting, R"(s/=.\(.*\).$/=\1/)"));
         }
     }
 

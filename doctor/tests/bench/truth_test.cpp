@@ -96,6 +96,7 @@ World world_of(const Case& tried) {
 }
 
 constexpr const char* no_connection = "Unable to Connect Time out!!!";
+constexpr const char* not_found = "is not found!!!";
 constexpr const char* no_address = "Fail to run dhclient!!!";
 constexpr const char* loopback = "[WIFI]### LOOPBACK FAIL ###";
 constexpr const char* mac = "[WIFI]MAC PRINT FAIL";
@@ -124,7 +125,8 @@ struct Later {
 
 const std::vector<Later>& later_table() {
     static const std::vector<Later> table{
-        {"access-point-absent", {"is not found!!!"}, "the air is looked at with --scan only"},
+        {"access-point-absent", {not_found}, "the air is looked at with --scan only"},
+        {"scan-results-refused", {not_found}, "the listing is refused during the run"},
         {"connection-never-comes", {no_connection}, "it is selected during the run"},
         {"endless-event-flood", {no_connection}, "it is selected during the run"},
         {"wrong-pass-phrase", {no_connection}, "the access point judges the pass phrase"},
@@ -149,7 +151,7 @@ const std::vector<Later>& later_table() {
         {"scan-refused", {no_scan}, "the supplicant scans during the run, or with --scan"},
         {"scan-busy", {no_scan}, "the supplicant scans during the run, or with --scan"},
         {"supplicant-answers-after-11", {no_connect}, "one answer of the run comes too late"},
-        {"supplicant-answers-twice", {no_connect}, "one answer of the run comes twice"},
+        {"supplicant-answers-twice", {no_connect, not_found}, "one answer of the run comes twice"},
         {"supplicant-killed", {no_connect, no_group}, "it dies during the run"},
         {"supplicant-restarts", {no_connect}, "it dies during the run"},
         {"supplicant-dies", {no_open}, "it dies during the run"},
