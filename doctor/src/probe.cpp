@@ -111,7 +111,9 @@ WriteProbe probe_for_writing(const std::string& path, bool links_are_followed) {
         if (realpath(path.c_str(), target.data()) == nullptr) {
             return {WriteTrouble::cannot_be_opened, path + ": " + std::strerror(errno)};
         }
-        return probe_for_writing(target.data(), true);
+        return stat(target.data(), &status) == 0
+                   ? probe_old_file(target.data(), status)
+                   : WriteProbe{WriteTrouble::cannot_be_opened, path + ": " + std::strerror(errno)};
     }
     return probe_old_file(path, status);
 }

@@ -13,8 +13,6 @@
 
 #include <array>
 
-extern char** environ;
-
 namespace wivex::doctor {
 
 namespace {
