@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: Apache-2.0
-# What goes where, in GNU's folders, for a package of any kind. The component "tool" is wivex, the
-# component "companion" is wivex-report.
+# What goes where, in GNU's folders, for a package of any kind. The component "tool" is wivex and
+# wivex-doctor, the component "companion" is wivex-report.
 
 include(GNUInstallDirs)
 
@@ -10,10 +10,13 @@ set(WIVEX_CONFIG_DIR "" CACHE STRING "Install the configuration files to this fo
 
 set(wivex_configurations examples/wivex.cfg examples/wivex_qca.cfg examples/wivex_softap.cfg)
 
-install(TARGETS wivex RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT tool)
-install(FILES docs/man/wivex.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT tool)
+install(TARGETS wivex wivex-doctor RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT tool)
+install(FILES docs/man/wivex.1 docs/man/wivex-doctor.1
+  DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT tool)
 install(FILES docs/man/wivex.cfg.5 DESTINATION ${CMAKE_INSTALL_MANDIR}/man5 COMPONENT tool)
 install(FILES packaging/wivex.bash-completion RENAME wivex
+  DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions COMPONENT tool)
+install(FILES packaging/wivex-doctor.bash-completion RENAME wivex-doctor
   DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions COMPONENT tool)
 install(FILES docs/failure-codes.md docs/scan.md
   DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/wivex COMPONENT tool)

@@ -145,6 +145,11 @@ Behaviour pong(const Neighbourhood& /*around*/, std::string_view /*command*/) {
     return {"PONG\n", {}};
 }
 
+// Settings as the README tells to set them up.
+Behaviour setting(const Neighbourhood& /*around*/, std::string_view command) {
+    return {command == "GET p2p_no_group_iface" ? "1\n" : "FAIL\n", {}};
+}
+
 Behaviour plain_ok(const Neighbourhood& /*around*/, std::string_view /*command*/) {
     return ok();
 }
@@ -154,7 +159,8 @@ struct Known {
     Behaviour (*behave)(const Neighbourhood& around, std::string_view command);
 };
 
-constexpr std::array<Known, 18> known_commands{{{"PING", pong},
+constexpr std::array<Known, 19> known_commands{{{"PING", pong},
+                                                {"GET", setting},
                                                 {"STATUS", status_of_interface},
                                                 {"SCAN", scan},
                                                 {"SCAN_RESULTS", scan_results},

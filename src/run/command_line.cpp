@@ -19,10 +19,6 @@ namespace wivex {
 
 namespace {
 
-// Kept letter by letter: each '?' makes -? an option of its own, C and s take an argument but have
-// no handler, and all of them end in the usage text.
-constexpr const char* option_letters = "Agu?o:?m:?s:C:?i:lMdwcS::?v?h?F::R::D::";
-
 constexpr int user_config_choice = -1;
 
 // Reads one integer from standard input as far as its digits go; 0 when there is none.
@@ -143,6 +139,10 @@ bool take_option(int letter, char* argument) {
 }
 
 } // namespace
+
+// Kept letter by letter: each '?' makes -? an option of its own, C and s take an argument but have
+// no handler, and all of them end in the usage text.
+const char* const option_letters = "Agu?o:?m:?s:C:?i:lMdwcS::?v?h?F::R::D::";
 
 int parse_command_line(int argc, char* argv[]) {
     clear_modes();

@@ -4,6 +4,9 @@
 
 namespace wivex {
 
+/// The options, as the C library's getopt takes them.
+extern const char* const option_letters;
+
 /// Parses the options. Returns 1 to run, 0 to stop at once (help, version, no mode, unknown
 /// option); whatever there is to say has been printed then.
 int parse_command_line(int argc, char* argv[]);

@@ -16,16 +16,6 @@ namespace wivex {
 
 namespace {
 
-constexpr std::size_t longest_line = 511;
-
-using Field = std::string RunConfig::*;
-
-struct ConfigKey {
-    std::string_view name;
-    int number;
-    Field field;
-};
-
 // The numbers are fixed; 2 belongs to no key.
 constexpr std::array<ConfigKey, 38> config_keys{{
     {"device_type", 0, &RunConfig::device_type},
@@ -76,29 +66,6 @@ const ConfigKey* find_key(std::string_view name) {
     return key == config_keys.end() ? nullptr : key;
 }
 
-// One line as far as it may reach, without its newline.
-struct Line {
-    std::string text;
-    bool cut = false;
-};
-
-bool read_line(FileReader& file, Line& line) {
-    line.text.clear();
-    line.cut = false;
-    int next = file.get();
-    if (next < 0) {
-        return false;
-    }
-    for (; next >= 0 && next != '\n'; next = file.get()) {
-        if (line.text.size() < longest_line) {
-            line.text.push_back(static_cast<char>(next));
-        } else {
-            line.cut = true;
-        }
-    }
-    return true;
-}
-
 void end_at_zero_byte(std::string& text) {
     text.resize(std::strlen(text.c_str()));
 }
@@ -121,14 +88,9 @@ void store(const std::string& name, const std::string& value, RunConfig& config)
 }
 
 void take_line(const std::string& line, RunConfig& config) {
-    if (is_comment(line)) {
-        return;
+    if (const std::size_t value = find_config_value(line)) {
+        store(line.substr(0, value - 1), line.substr(value), config);
     }
-    const std::size_t equals = line.find('=');
-    if (equals == std::string::npos) {
-        return;
-    }
-    store(line.substr(0, equals), line.substr(equals + 1), config);
 }
 
 void choose_device_list(RunConfig& config) {
@@ -156,6 +118,33 @@ void fill_chip_ids(RunConfig& config) {
 
 } // namespace
 
+std::span<const ConfigKey> config_key_table() {
+    return config_keys;
+}
+
+bool read_config_line(FileReader& file, ConfigLine& line) {
+    line.text.clear();
+    line.cut = false;
+    int next = file.get();
+    if (next < 0) {
+        return false;
+    }
+    for (; next >= 0 && next != '\n'; next = file.get()) {
+        if (line.text.size() < longest_config_line) {
+            line.text.push_back(static_cast<char>(next));
+        } else {
+            line.cut = true;
+        }
+    }
+    end_at_zero_byte(line.text);
+    return true;
+}
+
+std::size_t find_config_value(std::string_view line) {
+    const std::size_t equals = is_comment(line) ? std::string_view::npos : line.find('=');
+    return equals == std::string_view::npos ? 0 : equals + 1;
+}
+
 int lookup_config_key(std::string_view key) {
     const ConfigKey* const found = find_key(key);
     return found == nullptr ? unknown_config_key : found->number;
@@ -168,13 +157,12 @@ int read_config_file(const std::string& path, RunConfig& config) {
         print_out("[WIFI]Reading Conf file: %s Failed\n", path.c_str());
         return 0;
     }
-    Line line;
-    for (int number = 1; read_line(file, line); ++number) {
+    ConfigLine line;
+    for (int number = 1; read_config_line(file, line); ++number) {
         if (line.cut) {
             print_err("[WIFI]%s:%d: line is longer than %zu characters, the rest is skipped\n",
-                      path.c_str(), number, longest_line);
+                      path.c_str(), number, longest_config_line);
         }
-        end_at_zero_byte(line.text);
         take_line(line.text, config);
     }
     if (file.error() != 0) {

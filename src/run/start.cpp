@@ -23,8 +23,9 @@ constexpr const char* softap_config = "/lib/modules/wifi/wivex_softap.cfg";
 constexpr const char* usb_device_list = "/proc/bus/usb/devices";
 constexpr int up_bit = 1;
 
-// Null means that no file is to be read.
-const char* chosen_config() {
+} // namespace
+
+const char* chosen_config_path() {
     if (run_options.softap_mode != 0) {
         return softap_config;
     }
@@ -44,15 +45,13 @@ const char* chosen_config() {
     }
 }
 
-} // namespace
-
 void print_banner() {
     print_out("\n[WIFI]WIVEX2_0_160421_INCREASE_SCAN_RESULT_SIZE\n");
     print_out("\n[WIFI]This build is compiled on May 13 2016, 02:36:07.\n");
 }
 
 bool read_chosen_config(RunConfig& config) {
-    const char* const path = chosen_config();
+    const char* const path = chosen_config_path();
     if (path == nullptr || read_config_file(path, config) == 1) {
         return true;
     }

@@ -8,6 +8,9 @@ namespace wivex {
 
 void print_banner();
 
+/// The configuration file that the options choose. Null means that none is to be read.
+const char* chosen_config_path();
+
 /// Reads the configuration file that the options choose. An unknown choice reads none and is no
 /// error. Returns false, after a message, when the file cannot be read.
 bool read_chosen_config(RunConfig& config);

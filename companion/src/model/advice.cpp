@@ -180,6 +180,13 @@ constexpr auto rows = std::to_array<AdviceRow>({
      "load the combo driver again; supply of the module"},
 });
 
+// Causes that can be seen before a run.
+constexpr auto seen_by_the_doctor = std::to_array<Cause>(
+    {Cause::module_absent, Cause::driver_absent, Cause::interface_down, Cause::session_not_open,
+     Cause::target_missing, Cause::no_traffic_figure});
+constexpr std::string_view ask_the_doctor =
+    "`wivex-doctor` with the options of this run tells what is not ready, and what mends it";
+
 bool is_for(const AdviceRow& row, Cause cause, Mode mode) {
     return row.cause == cause &&
            (row.mode == Mode::unknown || mode == Mode::unknown || row.mode == mode);
@@ -216,13 +223,14 @@ std::vector<std::string_view> advice_on(const Run& run, Cause cause) {
             add_once(list, found->look_at);
         }
     }
-    if (!list.empty()) {
-        return list;
-    }
+    const bool told_of = !list.empty();
     for (const AdviceRow& row : rows) {
-        if (is_for(row, cause, run.mode)) {
+        if (!told_of && is_for(row, cause, run.mode)) {
             add_once(list, row.look_at);
         }
+    }
+    if (std::ranges::find(seen_by_the_doctor, cause) != seen_by_the_doctor.end()) {
+        list.push_back(ask_the_doctor);
     }
     return list;
 }

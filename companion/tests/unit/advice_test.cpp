@@ -17,7 +17,9 @@ namespace {
 
 using namespace report_test;
 using namespace wivex::report;
+using testing::Contains;
 using testing::ElementsAre;
+using testing::Not;
 using testing::StartsWith;
 
 struct DocumentRow {
@@ -95,6 +97,16 @@ TEST(Advice, is_there_for_every_cause) {
         EXPECT_FALSE(advice_on(empty, static_cast<Cause>(i)).empty())
             << row_of(static_cast<Cause>(i)).id;
     }
+}
+
+TEST(Advice, offers_the_doctor_for_what_can_be_seen_before_a_run) {
+    const wivex::report::Run empty;
+    const auto offer = StartsWith("`wivex-doctor` with the options of this run");
+    for (const Cause cause : {Cause::module_absent, Cause::driver_absent, Cause::interface_down,
+                              Cause::session_not_open, Cause::target_missing}) {
+        EXPECT_THAT(advice_on(empty, cause), Contains(offer)) << row_of(cause).id;
+    }
+    EXPECT_THAT(advice_on(empty, Cause::peer_not_found), Not(Contains(offer)));
 }
 
 TEST(Advice, goes_by_the_lines_of_the_failure) {
