@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "children.hpp"
 #include "common/console.hpp"
 #include "common/console_helper.hpp"
 #include "common/interrupts.hpp"
-#include "scratch.hpp"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
