@@ -96,7 +96,7 @@ TEST(P2pClient, keeps_its_descriptors_bounded_over_many_iterations) {
     const BenchRun run = Bench()
                              .line(quick_address)
                              .option("--limit-files", "40")
-                             .faster(50)
+                             .faster(25)
                              .args({"-c", "-m", "60"})
                              .run();
     EXPECT_EQ(run.result_file(), passed);
