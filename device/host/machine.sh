@@ -13,6 +13,7 @@ prepare_device() {
     need_packages "$(emulator_package "$1")" binutils cpio kmod
     tools/dev-build --arch "$1"
     tools/dev-build --arch "$1" --static
+    tools/dev-build --arch "$1" --target wivex-doctor
     tools/dev-build --arch "$1" --target device_programs
     build_image "$1"
 }
@@ -80,7 +81,7 @@ console_signals() {
 add_overlay() {
     root=$work/$arch.root
     mkdir -p "$root/etc/udhcpc" "$root/usr/bin" "$root/device"
-    cp "out/$arch/wivex" "out/$arch/wivex-static" "$root/usr/bin/"
+    cp "out/$arch/wivex" "out/$arch/wivex-static" "out/$arch/wivex-doctor" "$root/usr/bin/"
     for program in as-kernel-3-2 control-script go-between move-radio; do
         cp "out/$arch/build/device/$program" "$root/usr/bin/"
     done
