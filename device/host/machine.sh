@@ -15,6 +15,7 @@ prepare_device() {
     programs=$(program_architecture "$1")
     tools/dev-build --arch "$programs"
     tools/dev-build --arch "$programs" --static
+    tools/dev-build --arch "$programs" --target wivex-doctor
     tools/dev-build --arch "$programs" --target device_programs
     [ "$1" != x86_64 ] || tools/dev-build --arch i386 --static
     build_image "$1"
@@ -86,7 +87,7 @@ add_overlay() {
     root=$work/$arch.root
     programs=out/$(program_architecture "$arch")
     mkdir -p "$root/etc/udhcpc" "$root/usr/bin" "$root/device/drivers"
-    cp "$programs/wivex" "$programs/wivex-static" "$root/usr/bin/"
+    cp "$programs/wivex" "$programs/wivex-static" "$programs/wivex-doctor" "$root/usr/bin/"
     [ "$arch" != x86_64 ] || cp out/i386/wivex-static "$root/usr/bin/wivex-32-bit"
     for program in as-kernel-3-2 ask-driver control-script go-between move-radio; do
         cp "$programs/build/device/$program" "$root/usr/bin/"

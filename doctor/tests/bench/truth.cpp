@@ -21,8 +21,8 @@ bench_test::Bench bench_of(const World& world) {
 const std::vector<std::string> verdicts{"[WIFI]MAC PRINT FAIL", "[WIFI]### LOOPBACK FAIL ###",
                                         "[WIFI]SCAN FAIL", "err ReadTargetRange failed"};
 
-bool contains(const std::string& text, const std::string& part) {
-    return text.find(part) != std::string::npos;
+bool contains(const std::string& whole, const std::string& part) {
+    return whole.find(part) != std::string::npos;
 }
 
 } // namespace
