@@ -2,6 +2,7 @@
 // The access point of -w, as the supplicant hears it. Asked for with --scan only, since it scans.
 #include "checks.hpp"
 #include "common/buffers.hpp"
+#include "predicted_texts.hpp"
 #include "supplicant_client.hpp"
 #include "text.hpp"
 
@@ -11,10 +12,7 @@ namespace wivex::doctor {
 
 namespace {
 
-constexpr const char* scan_refused = "ERROR:SCAN-FAIL";
-constexpr const char* not_found = "is not found!!!";
-constexpr const char* open_network = "SET_NETWORK Command for proto is not successful";
-constexpr const char* no_connection = "Unable to Connect Time out!!!";
+using namespace predicted;
 constexpr int scan_seconds = 20;
 
 struct Heard {

@@ -6,6 +6,7 @@
 #include "diag/loopback_qca_combo.hpp"
 #include "diag/private_ioctls.hpp"
 #include "diag/register_files.hpp"
+#include "predicted_texts.hpp"
 #include "probe.hpp"
 #include "text.hpp"
 #include "tool_console.hpp"
@@ -22,18 +23,7 @@ namespace wivex::doctor {
 
 namespace {
 
-constexpr const char* no_interface = "[WIFI][401]IOCTL fail";
-constexpr const char* loopback_fails = "[WIFI]### LOOPBACK FAIL ###";
-constexpr const char* mac_fails = "[WIFI]MAC PRINT FAIL";
-constexpr const char* not_supported = "[WIFI]LOOPBACK is not supported for this chip";
-constexpr const char* addresses_differ = "[WIFI]Both addresses are not same...";
-constexpr const char* no_private_requests = "[WIFI]No private ioctl is for wlan0 interface...";
-constexpr const char* no_loopback_request = "[WIFI]Not Able to find ioctl command";
-constexpr const char* no_diag_device = "err firmware_mac_address_qca_combo failed";
-constexpr const char* no_phy = "phy_addr is NULL";
-constexpr const char* no_debugfs = "Debugfs Mount Error";
-constexpr const char* no_register_files = "[WIFI]Can not write to reg_addr";
-constexpr const char* no_register_dump = "[WIFI]Can not read reg_dump";
+using namespace predicted;
 constexpr std::size_t longest_command = 127;
 constexpr const char* diag_device = "/proc/cld/athdiagpfs";
 constexpr const char* loopback_request = "getusbcontx";

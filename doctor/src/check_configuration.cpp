@@ -5,6 +5,7 @@
 #include "checks.hpp"
 #include "config_lines.hpp"
 #include "key_uses.hpp"
+#include "predicted_texts.hpp"
 #include "run/config_file.hpp"
 #include "text.hpp"
 
@@ -14,8 +15,7 @@ namespace wivex::doctor {
 
 namespace {
 
-constexpr const char* configuration_problem = "[WIFI]Configuration file problem.Plese check";
-constexpr const char* unknown_key = "[WIFI]Unknown key value pair..";
+using namespace predicted;
 constexpr int most_unknown_keys = 10;
 constexpr const char* long_line = "line is longer than 511 characters, the rest is skipped";
 

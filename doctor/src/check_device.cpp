@@ -4,6 +4,7 @@
 #include "common/files.hpp"
 #include "common/known_modules.hpp"
 #include "common/process_state.hpp"
+#include "predicted_texts.hpp"
 #include "probe.hpp"
 #include "run/readiness.hpp"
 #include "text.hpp"
@@ -22,10 +23,7 @@ namespace wivex::doctor {
 
 namespace {
 
-constexpr const char* module_absent = "[WIFI]ERROR:Module not inserted.";
-constexpr const char* driver_absent = "[WIFI]ERROR:WiFi driver is not insmoded properly";
-constexpr const char* interface_down = "[WIFI]ERROR:WiFi network interface not up";
-constexpr const char* softap_problem = "[WIFI]ERROR:create softAP problem";
+using namespace predicted;
 constexpr std::string_view usbfs_list = "/proc/bus/usb/devices";
 constexpr const char* debugfs_list = "/sys/kernel/debug/usb/devices";
 constexpr unsigned long up_flag = 1;

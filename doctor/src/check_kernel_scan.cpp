@@ -3,6 +3,7 @@
 #include "checks.hpp"
 #include "diag/netlink.hpp"
 #include "diag/request_socket.hpp"
+#include "predicted_texts.hpp"
 #include "probe.hpp"
 
 #include <netlink/genl/ctrl.h>
@@ -11,7 +12,7 @@ namespace wivex::doctor {
 
 namespace {
 
-constexpr const char* scan_fails = "[WIFI]do_scan_trigger() failed with";
+using namespace predicted;
 
 } // namespace
 

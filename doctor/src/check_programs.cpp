@@ -3,6 +3,7 @@
 #include "check_values.hpp"
 #include "checks.hpp"
 #include "common/known_modules.hpp"
+#include "predicted_texts.hpp"
 #include "probe.hpp"
 #include "program_answer.hpp"
 #include "run/readiness.hpp"
@@ -13,7 +14,7 @@ namespace wivex::doctor {
 
 namespace {
 
-constexpr const char* no_address = "Fail to run dhclient!!!";
+using namespace predicted;
 
 struct Wanted {
     /// As it stands in the run's command line.

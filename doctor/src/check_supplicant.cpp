@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // The supplicant: its socket, its answers, its settings for Wi-Fi Direct.
 #include "checks.hpp"
+#include "predicted_texts.hpp"
 #include "probe.hpp"
 #include "supplicant_client.hpp"
 #include "text.hpp"
@@ -15,10 +16,7 @@ namespace wivex::doctor {
 
 namespace {
 
-constexpr const char* cannot_open = "[WIFI]Unable to open sockets!!";
-constexpr const char* cannot_attach = "[WIFI]Unable to attach event socket!!";
-constexpr const char* find_refused = "Failed to send P2P_FIND command to wpa_supplicant";
-constexpr const char* group_refused = "unable to start p2p group";
+using namespace predicted;
 
 std::string start_command(const Facts& facts) {
     return "wpa_supplicant -B -i " + shell_word(facts.config.interface_name) + " -C " +

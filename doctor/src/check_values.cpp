@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "check_values.hpp"
 
+#include "predicted_texts.hpp"
 #include "text.hpp"
 
 #include <arpa/inet.h>
@@ -13,13 +14,7 @@ namespace wivex::doctor {
 
 namespace {
 
-constexpr const char* not_found = "is not found!!!";
-constexpr const char* wrong_phrase = "Unable to Connect Time out!!!";
-constexpr const char* psk_refused = "SET_NETWORK Command for psk is not successful";
-constexpr const char* group_refused = "unable to start p2p group";
-constexpr const char* peer_missing = "error in config file: missing target mac address";
-constexpr const char* peer_not_found = "P2P FIND: TIME OUT !!";
-constexpr const char* connect_refused = "connect:TEST CASE FAIL";
+using namespace predicted;
 constexpr std::size_t longest_ssid = 32;
 constexpr std::size_t shortest_phrase = 8;
 constexpr std::size_t longest_phrase = 63;
@@ -167,7 +162,7 @@ Remark consequence_of_value(const KeyUse& use, const Facts& facts) {
         // A name may end with a blank; the supplicant's list can tell, and is asked with --scan.
         return station ? Remark{State::not_known, {}, not_found, {}} : Remark{};
     case KeyKind::pass_phrase:
-        return station ? Remark{State::not_known, {}, wrong_phrase, {}} : Remark{};
+        return station ? Remark{State::not_known, {}, no_connection, {}} : Remark{};
     default:
         return {};
     }
