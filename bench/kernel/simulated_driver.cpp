@@ -8,8 +8,10 @@
 
 #include <errno.h>
 #include <linux/if.h>
+#include <linux/if_arp.h>
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 #include <string>
 #include <utility>
@@ -19,7 +21,8 @@ namespace bench {
 namespace {
 
 constexpr std::size_t variable_buffer_size = 128;
-constexpr std::size_t command_buffer_size = 4096;
+// An ordinary kernel copies no more of a private answer, whatever length the driver reports.
+constexpr std::size_t longest_private_answer = 2047;
 
 // The record behind SIOCDEVPRIVATE as a bcmdhd driver reads it.
 struct VariableRecord {
@@ -31,6 +34,20 @@ struct VariableRecord {
     std::uint32_t needed;
     std::uint32_t magic;
 };
+
+VariableRecord* record_of(const void* request) {
+    return reinterpret_cast<VariableRecord*>(static_cast<const ifreq*>(request)->ifr_data);
+}
+
+// A driver copies as many bytes as the record says, and no more.
+std::size_t length_of(const VariableRecord& record) {
+    return std::min<std::size_t>(record.length, variable_buffer_size);
+}
+
+std::string name_in(const VariableRecord& record) {
+    const auto* const name = reinterpret_cast<const char*>(record.buffer);
+    return {name, strnlen(name, length_of(record))};
+}
 
 PointerPlace pointer_at(std::size_t offset) {
     return {offset, sizeof(void*)};
@@ -54,16 +71,29 @@ void copy_answer(const DriverAnswer& answer, std::uint8_t* buffer, std::size_t c
     std::copy_n(answer.bytes.begin(), count, buffer + answer.offset);
 }
 
+// The first entry tells the kernel how long an answer can be, and has no name.
+iw_priv_args usual_entry(std::size_t index) {
+    iw_priv_args entry{};
+    if (index == 0) {
+        entry.cmd = private_get_request;
+        entry.get_args = IW_PRIV_TYPE_CHAR | longest_private_answer;
+        return entry;
+    }
+    entry.cmd = static_cast<std::uint32_t>(index);
+    ("fill" + std::to_string(index)).copy(entry.name, sizeof(entry.name));
+    return entry;
+}
+
 void fill_table(const PrivateTable& table, iw_priv_args* entries, std::size_t count) {
     for (std::size_t index = 0; index < count; ++index) {
         const auto scripted = table.entries.find(index);
-        const PrivateRequest request =
-            scripted != table.entries.end()
-                ? scripted->second
-                : PrivateRequest{static_cast<std::uint32_t>(index), "fill" + std::to_string(index)};
+        if (scripted == table.entries.end()) {
+            entries[index] = usual_entry(index);
+            continue;
+        }
         entries[index] = {};
-        entries[index].cmd = request.number;
-        request.name.copy(entries[index].name, sizeof(entries[index].name));
+        entries[index].cmd = scripted->second.number;
+        scripted->second.name.copy(entries[index].name, sizeof(entries[index].name));
     }
 }
 
@@ -81,38 +111,59 @@ int describe_requests(const PrivateTable& table, iw_point& data) {
     return 0;
 }
 
-// What the request asks for; nothing when only the kernel knows.
-std::optional<DriverRequest> meaning_of(unsigned long request, const void* argument) {
+RequestKind kind_of(unsigned long request) {
     switch (request) {
-    case SIOCDEVPRIVATE: {
-        const auto& record =
-            *reinterpret_cast<const VariableRecord*>(static_cast<const ifreq*>(argument)->ifr_data);
-        const auto* const name = reinterpret_cast<const char*>(record.buffer);
-        return DriverRequest{RequestKind::variable,
-                             std::string(name, strnlen(name, variable_buffer_size))};
-    }
+    case SIOCDEVPRIVATE:
+        return RequestKind::variable;
     case SIOCGIFHWADDR:
-        return DriverRequest{RequestKind::address, ""};
+        return RequestKind::address;
     case SIOCGIWPRIV:
-        return DriverRequest{RequestKind::table, ""};
-    case private_get_request:
-        return DriverRequest{RequestKind::command,
-                             std::to_string(static_cast<const iwreq*>(argument)->u.data.flags)};
+        return RequestKind::table;
     default:
-        return std::nullopt;
+        return RequestKind::command;
+    }
+}
+
+// The error number with which a request is refused whose form is wrong; 0 when it is right.
+int fault_in(unsigned long request, const void* argument) {
+    if (request == SIOCGIFHWADDR) {
+        return 0;
+    }
+    if (request != SIOCDEVPRIVATE) {
+        return static_cast<const iwreq*>(argument)->u.data.pointer == nullptr ? EFAULT : 0;
+    }
+    const VariableRecord* const record = record_of(argument);
+    if (record == nullptr || record->buffer == nullptr) {
+        return EFAULT;
+    }
+    return name_in(*record).size() == length_of(*record) ? EINVAL : 0;
+}
+
+DriverRequest meaning_of(unsigned long request, const void* argument) {
+    const RequestKind kind = kind_of(request);
+    switch (kind) {
+    case RequestKind::variable:
+        return {kind, name_in(*record_of(argument))};
+    case RequestKind::command:
+        return {kind, std::to_string(static_cast<const iwreq*>(argument)->u.data.flags)};
+    default:
+        return {kind, ""};
     }
 }
 
 void answer_variable(const DriverAnswer& answer, const ifreq& request, RequestEntry& entry) {
-    const auto& record = *reinterpret_cast<const VariableRecord*>(request.ifr_data);
+    const VariableRecord& record = *record_of(&request);
     entry.add_block("ifreq", octets_of(request), pointer_at(offsetof(ifreq, ifr_data)));
     entry.add_block("record", octets_of(record), pointer_at(offsetof(VariableRecord, buffer)));
     entry.add_block("buffer", {record.buffer, variable_buffer_size});
-    copy_answer(answer, record.buffer, variable_buffer_size);
+    copy_answer(answer, record.buffer, length_of(record));
 }
 
 void answer_address(const DriverAnswer& answer, ifreq& request, RequestEntry& entry) {
     entry.add_block("ifreq", octets_of(request));
+    if (answer.error == 0) {
+        request.ifr_hwaddr.sa_family = ARPHRD_ETHER;
+    }
     copy_answer(answer, reinterpret_cast<std::uint8_t*>(request.ifr_hwaddr.sa_data),
                 sizeof(request.ifr_hwaddr.sa_data));
 }
@@ -128,16 +179,24 @@ void answer_table(const PrivateTable& table, DriverAnswer& answer, iwreq& reques
     if (answer.error == 0) {
         answer.error = describe_requests(table, request.u.data);
     }
-    if (answer.claimed) {
+    if (answer.claimed && answer.error == 0) {
         request.u.data.length = static_cast<std::uint16_t>(*answer.claimed);
     }
 }
 
+// The kernel hands the driver a cleared buffer and copies as much of it as the driver reports. A
+// request that is refused stays as it was.
 void answer_command(const DriverAnswer& answer, iwreq& request, RequestEntry& entry) {
     log_wireless(request, entry);
-    copy_answer(answer, static_cast<std::uint8_t*>(request.u.data.pointer), command_buffer_size);
-    const std::size_t length = std::min(answer.bytes.size(), command_buffer_size);
-    request.u.data.length = static_cast<std::uint16_t>(answer.claimed.value_or(length));
+    if (answer.error != 0) {
+        return;
+    }
+    std::array<std::uint8_t, longest_private_answer> copied{};
+    copy_answer(answer, copied.data(), copied.size());
+    const std::size_t length = answer.claimed.value_or(answer.bytes.size());
+    std::copy_n(copied.begin(), std::min(length, copied.size()),
+                static_cast<std::uint8_t*>(request.u.data.pointer));
+    request.u.data.length = static_cast<std::uint16_t>(length);
 }
 
 } // namespace
@@ -153,15 +212,27 @@ const DriverAnswer* SimulatedDriver::next_answer(const DriverRequest& request) {
     return found == script_.answers.end() ? nullptr : &*found;
 }
 
+bool SimulatedDriver::speaks_of(RequestKind kind) const {
+    return std::any_of(script_.answers.begin(), script_.answers.end(),
+                       [kind](const DriverAnswer& answer) { return answer.request.kind == kind; });
+}
+
 std::optional<int> SimulatedDriver::answer(unsigned long request, void* argument) {
-    const auto meaning = meaning_of(request, argument);
-    const DriverAnswer* const scripted = meaning ? next_answer(*meaning) : nullptr;
+    if (!speaks_of(kind_of(request))) {
+        return std::nullopt;
+    }
+    if (const int fault = fault_in(request, argument); fault != 0) {
+        errno = fault;
+        return -1;
+    }
+    const DriverRequest meaning = meaning_of(request, argument);
+    const DriverAnswer* const scripted = next_answer(meaning);
     if (scripted == nullptr) {
         return std::nullopt;
     }
     DriverAnswer answer = *scripted;
     RequestEntry entry(request);
-    switch (meaning->kind) {
+    switch (meaning.kind) {
     case RequestKind::variable:
         answer_variable(answer, *static_cast<ifreq*>(argument), entry);
         break;

@@ -28,6 +28,9 @@ public:
     int refuse_socket();
 
 private:
+    /// Whether the scenario has an answer to a request of this kind; else the kernel has.
+    bool speaks_of(RequestKind kind) const;
+
     /// The answer to the next request of this kind and name, or null when the kernel is to answer.
     const DriverAnswer* next_answer(const DriverRequest& request);
 

@@ -69,7 +69,8 @@ std::optional<std::vector<std::uint8_t>> take_bytes(ScenarioLine& line) {
     return digits ? hex_bytes(*digits) : std::nullopt;
 }
 
-// [at OFFSET] [claiming NUMBER] [after DELAY]
+// [at OFFSET] [claiming NUMBER] [after DELAY]. A refusal claims nothing: the kernel hands none
+// back.
 bool read_circumstances(ScenarioLine& line, DriverAnswer& answer) {
     if (line.take("at")) {
         const auto offset = line.take_word32();
@@ -78,7 +79,7 @@ bool read_circumstances(ScenarioLine& line, DriverAnswer& answer) {
             return false;
         }
     }
-    if (line.take("claiming")) {
+    if (answer.error == 0 && line.take("claiming")) {
         answer.claimed = line.take_word32();
         if (!answer.claimed) {
             return false;

@@ -17,10 +17,11 @@ TEST(BenchDriver, refuses_lines_that_it_does_not_understand) {
     for (const char* line :
          {"driver", "driver answers", "driver answers variable x with", "driver answers address",
           "driver answers address with 0", "driver answers variable x with 00 at",
-          "driver refuses table with ESOMETHING", "driver describes requests",
-          "driver describes request 1 as x", "driver accepts variable x after", "chip",
-          "chip register x reads \"y\"", "chip register 0x1 reads", "chip memory 0x1 holds",
-          "chip memory ends", "chip phy phy0 more"}) {
+          "driver refuses table with ESOMETHING", "driver refuses table with E2BIG claiming 40",
+          "driver describes requests", "driver describes request 1 as x",
+          "driver accepts variable x after", "chip", "chip register x reads \"y\"",
+          "chip register 0x1 reads", "chip memory 0x1 holds", "chip memory ends",
+          "chip phy phy0 more"}) {
         const BenchRun run = Bench().line(line).args({"-l"}).run();
         EXPECT_EQ(bench_failure, run.status) << line;
         EXPECT_THAT(run.err, HasSubstr("not understood: ")) << line;
