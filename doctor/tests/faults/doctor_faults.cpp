@@ -110,6 +110,7 @@ public:
     int run(int jobs) {
         {
             std::vector<std::jthread> workers;
+            workers.reserve(static_cast<std::size_t>(jobs));
             for (int job = 0; job < jobs; ++job) {
                 workers.emplace_back([this] { work(); });
             }

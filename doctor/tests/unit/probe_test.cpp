@@ -17,18 +17,31 @@ namespace {
 namespace fs = std::filesystem;
 using testing::HasSubstr;
 
-class Folder : public testing::Test {
-protected:
-    Folder() {
+class TemporaryFolder {
+public:
+    TemporaryFolder() {
         std::string pattern = testing::TempDir() + "doctorXXXXXX";
         path_ = mkdtemp(pattern.data());
     }
-    ~Folder() override {
-        fs::remove_all(path_);
+    ~TemporaryFolder() {
+        std::error_code ignored;
+        fs::remove_all(path_, ignored);
+    }
+    TemporaryFolder(const TemporaryFolder&) = delete;
+    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+
+    const fs::path& path() const {
+        return path_;
     }
 
+private:
+    fs::path path_;
+};
+
+class Folder : public testing::Test {
+protected:
     std::string at(const std::string& name) const {
-        return path_ / name;
+        return folder_.path() / name;
     }
     std::string script(const std::string& name, const std::string& text) const {
         std::ofstream(at(name)) << "#!/bin/sh\n" << text << "\n";
@@ -36,7 +49,7 @@ protected:
         return at(name);
     }
 
-    fs::path path_;
+    TemporaryFolder folder_;
 };
 
 using Reading = Folder;
@@ -47,7 +60,7 @@ TEST_F(Reading, is_told_why_it_fails) {
     std::ofstream(at("file")) << "text";
     EXPECT_EQ(why_unreadable(at("file")), "");
     EXPECT_EQ(why_unreadable(at("none")), "No such file or directory");
-    EXPECT_EQ(why_unreadable(path_), "Is a directory");
+    EXPECT_EQ(why_unreadable(folder_.path()), "Is a directory");
 }
 
 TEST_F(Reading, never_opens_a_named_pipe) {
@@ -66,7 +79,7 @@ TEST_F(Writing, neither_makes_nor_empties_the_file) {
 TEST_F(Writing, is_told_why_it_fails) {
     mkfifo(at("pipe").c_str(), 0600);
     fs::create_symlink(at("target"), at("link"));
-    EXPECT_EQ(probe_for_writing(path_, true).trouble, WriteTrouble::cannot_be_opened);
+    EXPECT_EQ(probe_for_writing(folder_.path(), true).trouble, WriteTrouble::cannot_be_opened);
     EXPECT_EQ(probe_for_writing(at("none/file"), true).trouble, WriteTrouble::cannot_be_opened);
     EXPECT_EQ(probe_for_writing(at("pipe"), true).trouble, WriteTrouble::waits);
     EXPECT_EQ(probe_for_writing(at("link"), false).trouble, WriteTrouble::cannot_be_opened);
