@@ -2,6 +2,8 @@
 # Read by ctest: what waits longest starts first, so that it does not end last. A name that no test has
 # does no harm.
 set_tests_properties(
+  AutonomousGo.costs_next_to_no_processor_time_while_it_serves_nobody
+  QuietWait.of_60_seconds_for_an_event_costs_less_than_50_ms_of_processor_time
   QuietWait.ends_within_a_millisecond_of_the_event_at_the_median
   LegacyWlanRun.fails_when_the_disconnection_is_never_told
   QuietWait.with_a_deadline_costs_next_to_nothing_too
