@@ -2,6 +2,8 @@
 #include "report.hpp"
 #include "text.hpp"
 
+#include <array>
+
 namespace wivex::doctor {
 
 namespace {
@@ -18,18 +20,11 @@ std::string json_text(std::string_view text) {
     return escaped + '"';
 }
 
+// In the order of `State`.
+constexpr std::array<const char*, 4> state_names{"good", "not checked", "not known", "bad"};
+
 const char* name_of(State state) {
-    switch (state) {
-    case State::good:
-        return "good";
-    case State::not_checked:
-        return "not checked";
-    case State::not_known:
-        return "not known";
-    case State::bad:
-        break;
-    }
-    return "bad";
+    return state_names.at(static_cast<std::size_t>(state));
 }
 
 std::string json_remark(const Remark& remark) {

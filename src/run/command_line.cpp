@@ -92,6 +92,14 @@ bool choose_mode(int letter) {
     return true;
 }
 
+// An optional argument that is missing leaves the option as it was.
+template <typename Text>
+void take_if_given(Text& option, const char* argument) {
+    if (argument != nullptr) {
+        option = argument;
+    }
+}
+
 // Takes one option; false when the program is to stop.
 bool take_option(int letter, char* argument) {
     const bool is_mode = choose_mode(letter);
@@ -109,17 +117,13 @@ bool take_option(int letter, char* argument) {
         run_options.iteration_interval = std::atoi(argument);
         return true;
     case 'S':
-        if (argument != nullptr) {
-            run_options.scan_ssid = argument;
-        }
+        take_if_given(run_options.scan_ssid, argument);
         return true;
     case 'F':
         choose_config(argument);
         return true;
     case 'R':
-        if (argument != nullptr) {
-            run_options.result_file = argument;
-        }
+        take_if_given(run_options.result_file, argument);
         return true;
     case 'D':
         if (argument != nullptr) {

@@ -8,7 +8,7 @@
 //     console.read_at(0);
 #pragma once
 
-#include "own_fd.hpp"
+#include "common/unique_fd.hpp"
 
 #include <atomic>
 #include <chrono>
@@ -87,8 +87,8 @@ private:
     void look_at_flags();
 
     ConsoleKind kind_;
-    OwnFd run_end_;
-    OwnFd reader_end_;
+    wivex::UniqueFd run_end_;
+    wivex::UniqueFd reader_end_;
     mutable std::mutex mutex_;
     std::string text_;
     std::atomic<int> speed_ = fast;

@@ -102,7 +102,7 @@ void HangingFolder::release() {
         umount2(path_.c_str(), MNT_FORCE);
         umount2(path_.c_str(), MNT_DETACH);
         server_.join();
-        device_ = OwnFd();
+        device_ = wivex::UniqueFd();
     }
 }
 

@@ -3,7 +3,7 @@
 // server is gone: a write to its one file then waits where not even SIGKILL reaches it.
 #pragma once
 
-#include "own_fd.hpp"
+#include "common/unique_fd.hpp"
 
 #include <atomic>
 #include <mutex>
@@ -46,7 +46,7 @@ private:
     void answer(std::span<const char> request);
 
     std::string path_ = "/tmp/hanging-folder-XXXXXX";
-    OwnFd device_;
+    wivex::UniqueFd device_;
     std::atomic<bool> mounted_ = false;
     std::atomic<bool> hangs_ = false;
     mutable std::mutex mutex_;

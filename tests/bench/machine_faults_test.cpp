@@ -34,12 +34,16 @@ Bench bench_with(const std::string& scenario, const std::vector<std::string>& li
 
 // ---- disks -------------------------------------------------------------------------------------
 
+void expect_end_with(const BenchRun& run, const std::string& error) {
+    EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(run.err, error);
+}
+
 TEST(FullDisk, of_the_result_file_is_told) {
     const BenchRun run =
         bench_with("", {quick_address, "folder /root full"}).args({"-w", "-m", "2"}).run();
-    EXPECT_EQ(run.status, 0);
-    EXPECT_EQ(run.err, "[WIFI]Unable to write Result File: /root/WIFIResult: No space left on "
-                       "device\n");
+    expect_end_with(run, "[WIFI]Unable to write Result File: /root/WIFIResult: No space left on "
+                         "device\n");
     EXPECT_THAT(run.out, Not(HasSubstr("Updated")));
     EXPECT_THAT(run.out, EndsWith(cleanup));
 }
@@ -106,9 +110,8 @@ TEST(ReadOnlyTmp, fails_the_scan) {
 TEST(ReadOnlyRoot, is_told_of_both_files_and_leaves_the_verdict) {
     const BenchRun run =
         bench_with("", {same_address, "folder /root read-only"}).args({"-M", "-m", "1"}).run();
-    EXPECT_EQ(run.status, 0);
-    EXPECT_EQ(run.err, "File not able to write: Read-only file system\n"
-                       "[WIFI]Unable to open Result File: ");
+    expect_end_with(run, "File not able to write: Read-only file system\n"
+                         "[WIFI]Unable to open Result File: ");
     EXPECT_THAT(run.out, HasSubstr("[WIFI]MAC PRINT SUCCESS\n"));
     EXPECT_THAT(run.out, EndsWith("/root/WIFIResult\n" + cleanup));
 }

@@ -24,8 +24,7 @@ using namespace testing;
 /// The shell finds nothing but tools that note how they were called.
 class HostTools : public ProcessFixture {
 protected:
-    void SetUp() override {
-        ProcessFixture::SetUp();
+    HostTools() {
         config_.interface_name = "wlan0";
         config_.p2p_iface_ip = "192.168.49.1";
         config_.dhcpd_conf = "/etc/udhcpd.conf";

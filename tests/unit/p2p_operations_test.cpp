@@ -38,6 +38,11 @@ protected:
         wivex::run_options.debug = 0;
     }
 
+    void expect_refused(int result, int code, const char* last_lines) {
+        EXPECT_EQ(result, code);
+        EXPECT_THAT(console->out(), testing::EndsWith(last_lines));
+    }
+
     void expect_plain(int result, const char* command, const char* told) {
         EXPECT_EQ(result, 0);
         EXPECT_THAT(supplicant->spoken(), ElementsAre(command));
@@ -207,9 +212,8 @@ TEST_F(P2pOperations, search_without_a_peer_fails_with_26_when_the_find_is_refus
 
 TEST_F(P2pOperations, stopping_a_search_searches_again) {
     supplicant->answer("P2P_FIND", {"FAIL\n"});
-    EXPECT_EQ(wivex::stop_search_device_P2P(*session), 26);
+    expect_refused(wivex::stop_search_device_P2P(*session), 26, "stop_search_device_P2P fail\n");
     EXPECT_THAT(supplicant->spoken(), ElementsAre("P2P_FLUSH", "P2P_FIND"));
-    EXPECT_THAT(console->out(), testing::EndsWith("stop_search_device_P2P fail\n"));
 }
 
 TEST_F(P2pOperations, listening_flushes_first) {
@@ -222,8 +226,8 @@ TEST_F(P2pOperations, listening_flushes_first) {
 
 TEST_F(P2pOperations, refused_listening_fails_with_28) {
     supplicant->answer("P2P_LISTEN", {"FAIL\n"});
-    EXPECT_EQ(wivex::listen_device_P2P(*session), 28);
-    EXPECT_THAT(console->out(), testing::EndsWith("listen_device_P2P fail\nFAILED:P2P_LISTEN\n"));
+    expect_refused(wivex::listen_device_P2P(*session), 28,
+                   "listen_device_P2P fail\nFAILED:P2P_LISTEN\n");
 }
 
 TEST_F(P2pOperations, listening_counts_an_answer_of_9_characters_whole) {
