@@ -109,10 +109,9 @@ TEST_F(ControlExchange, gives_up_on_a_silent_supplicant_after_10_seconds) {
     const auto processor_before = processor_time();
     const Exchange exchange = ask("PING");
     EXPECT_EQ(exchange.status, -2);
-    EXPECT_THAT(watch.elapsed(), AllOf(Ge(milliseconds(9900)), Le(milliseconds(12500))));
+    EXPECT_THAT(watch.elapsed(), AllOf(Ge(milliseconds(9900)), Le(milliseconds(19000))));
     EXPECT_EQ(exchange.length, 16U);
-    // The fake's own polling is in here as well.
-    EXPECT_LT(processor_time() - processor_before, milliseconds(300));
+    EXPECT_LT(processor_time() - processor_before, milliseconds(100));
 }
 
 TEST_F(ControlExchange, waits_another_10_seconds_after_each_event) {

@@ -38,7 +38,7 @@ void create_file(const std::string& path);
 
 bool exists(const std::string& path);
 
-/// Processor time that this process has used so far, user and system.
+/// Processor time that this thread has used so far, user and system.
 std::chrono::microseconds processor_time();
 
 class Stopwatch {
