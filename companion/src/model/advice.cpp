@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "model/advice.hpp"
 
-#include "failure_codes_table.hpp"
+#include "model/failure_codes_table.hpp"
 
 #include <algorithm>
 #include <array>
