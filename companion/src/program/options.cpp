@@ -62,6 +62,7 @@ void declare(CLI::App& app, Options& options) {
     app.add_flag("--quiet", options.quiet, "Do not pass the console on.");
     app.add_flag("--check", options.check,
                  "Exit with 1 unless every run passed: what cannot be judged has not.");
+    declare_identity(app, options.identity);
     app.set_version_flag("--version", "wivex-report 1.0");
 }
 
