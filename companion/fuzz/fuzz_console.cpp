@@ -35,6 +35,11 @@ void check_run(const Run& run) {
     require(ended == run.started);
     require(run.iterations.size() == std::min<std::size_t>(run.started, most_detailed_iterations));
     require(run.failures.size() <= most_detailed_failures);
+    for (const Iteration& iteration : run.iterations) {
+        for (const PhaseRecord& record : iteration.phases) {
+            require(!(record.seconds < 0));
+        }
+    }
     require(run.access_points.size() <= most_access_points);
     std::uint32_t counted = 0;
     for (const Slice& slice : run.timeline.slices()) {

@@ -15,7 +15,8 @@ constexpr double day = 86400;
 // Two writers of one log may disagree by so much.
 constexpr double disorder = 1;
 
-int chosen_offset(double local, double last) {
+// `current`: the offset of `last`.
+int chosen_offset(double local, double last, int current) {
     const int before = local_offset(local - day);
     const int after = local_offset(local + day);
     if (before == after) {
@@ -25,7 +26,8 @@ int chosen_offset(double local, double last) {
     const int first = std::max(before, after);
     const int second = std::min(before, after);
     if (is_real(first) && is_real(second)) {
-        return local - first >= last - disorder ? first : second;
+        const bool is_later = current == second && std::isfinite(last);
+        return !is_later && local - first >= last - disorder ? first : second;
     }
     return is_real(after) ? after : before;
 }
@@ -42,7 +44,7 @@ int local_offset(double utc) {
 Instant LocalZone::instant(double local) {
     const double quarter = std::floor(local / quarter_of_an_hour);
     if (quarter != quarter_ || local - offset_ < last_ - disorder) {
-        offset_ = chosen_offset(local, last_);
+        offset_ = chosen_offset(local, last_, offset_);
         quarter_ = quarter;
     }
     last_ = local - offset_;

@@ -23,7 +23,7 @@ namespace wivex::report {
 namespace {
 
 constexpr std::size_t longest_value = 256;
-constexpr std::chrono::seconds patience{2};
+constexpr std::chrono::seconds longest_wait{2};
 
 // What makers of boards leave in the tables of the firmware.
 constexpr auto unfilled = std::to_array<std::string_view>(
@@ -170,13 +170,13 @@ std::optional<std::string> told_within(std::chrono::milliseconds patience,
 }
 
 Identity device_facts(const std::string& interface) {
-    const auto told = told_within(patience, [&] {
+    const auto told = told_within(longest_wait, [&] {
         return as_lines(overlaid(facts_of_kernel(interface), facts_in_files("", interface)));
     });
     Identity identity = from_lines(told.value_or(""));
     if (!told) {
         identity.warnings.push_back("the device did not tell its facts within " +
-                                    std::to_string(patience.count()) +
+                                    std::to_string(longest_wait.count()) +
                                     " seconds: they are not known");
     } else if (identity.mac.empty()) {
         identity.warnings.push_back("the device tells no MAC address of " + interface);

@@ -85,14 +85,17 @@ private:
 
 } // namespace
 
+void take_previous_report(std::string_view report, Identity& identity) {
+    IdentityFinder finder(identity);
+    // It never reads to the end, so the result says nothing.
+    static_cast<void>(Json::sax_parse(report, &finder));
+}
+
 void read_previous_report(const std::string& folder, Identity& identity) {
     std::ifstream file(folder + "/run.json", std::ios::binary);
     std::vector<char> begin(most_read);
     file.read(begin.data(), most_read);
-    begin.resize(static_cast<std::size_t>(file.gcount()));
-    IdentityFinder finder(identity);
-    // It never reads to the end, so the result says nothing.
-    static_cast<void>(Json::sax_parse(begin, &finder));
+    take_previous_report({begin.data(), static_cast<std::size_t>(file.gcount())}, identity);
 }
 
 } // namespace wivex::report

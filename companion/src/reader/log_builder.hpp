@@ -25,7 +25,7 @@ struct ReaderOptions {
     /// Iterations that a run has; 0: unknown.
     std::uint32_t iterations = 0;
     /// What is known of the device and the station before the console is read.
-    Identity identity;
+    Identity identity{};
     /// The clock of the world, seconds since 1970.
     double (*wall_clock)() = system_seconds;
 };
