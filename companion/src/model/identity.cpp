@@ -12,26 +12,17 @@ namespace wivex::report {
 
 namespace {
 
-std::string listed(const std::vector<std::string>& texts) {
-    std::string list;
-    for (std::size_t i = 0; i < texts.size(); ++i) {
-        const char* const between = i == 0 ? "" : i + 1 == texts.size() ? " and " : ", ";
-        list += between + texts[i];
-    }
-    return list;
-}
-
 void warn_of_macs(const Log& log, std::vector<std::string>& warnings) {
     const SeenMacs& macs = log.macs;
     const std::string whose =
         log.identity.serial.empty() ? "one console" : "one serial number, " + log.identity.serial;
     if (macs.kernel.size() > 1) {
         warnings.push_back("several MAC addresses of the kernel in " + whose + ": " +
-                           listed(macs.kernel));
+                           listed(macs.kernel, "and"));
     }
     if (macs.chip.size() > 1) {
         warnings.push_back("several MAC addresses of the chip in " + whose + ": " +
-                           listed(macs.chip));
+                           listed(macs.chip, "and"));
     }
     if (!macs.differing_kernel.empty()) {
         warnings.push_back("the kernel's MAC address " + macs.differing_kernel +
@@ -42,7 +33,7 @@ void warn_of_macs(const Log& log, std::vector<std::string>& warnings) {
         return;
     }
     warnings.push_back("the interface's MAC address is " + told + ", and the console shows " +
-                       listed(macs.kernel));
+                       listed(macs.kernel, "and"));
 }
 
 void warn_of_previous(const Log& log, std::vector<std::string>& warnings) {

@@ -37,6 +37,10 @@ std::vector<std::pair<std::string, std::string>> known_facts(const Log& log) {
     return facts;
 }
 
+std::string began_words(const Run& run) {
+    return run.when.began ? rfc3339(*run.when.began) : run.began;
+}
+
 std::string zone_words(const Run& run) {
     return run.when.zone_assumed
                ? "The time stamps name no zone: they were read as local times of the machine that "

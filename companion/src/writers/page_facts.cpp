@@ -8,7 +8,6 @@
 #include "writers/page.hpp"
 
 #include <cmath>
-#include <optional>
 
 namespace wivex::report {
 
@@ -33,11 +32,6 @@ std::string keys_words(const Run& run) {
         keys += (keys.empty() ? "" : ", ") + key;
     }
     return keys;
-}
-
-// With its zone where that is known.
-std::string moment_words(const std::optional<Instant>& instant, const std::string& otherwise) {
-    return instant ? rfc3339(*instant) : otherwise;
 }
 
 std::string_view words_of(TimeSource times) {
@@ -88,8 +82,8 @@ std::string facts_card(const Log& log, const Run& run, const std::string& prefix
     text += fact("Configuration", device.config_file);
     text += fact("Unknown keys in it", keys_words(run));
     text += fact("Result file", run.result_file);
-    text += fact("Began", moment_words(run.when.began, run.began));
-    text += fact("Ended", moment_words(run.when.ended, ""));
+    text += fact("Began", began_words(run));
+    text += fact("Ended", run.when.ended ? rfc3339(*run.when.ended) : "");
     text += fact("Took", std::isnan(run.seconds) ? "" : duration_text(run.seconds));
     text += fact("Times from", std::string(words_of(run.times)));
     text += fact("Their zone", zone_words(run));
