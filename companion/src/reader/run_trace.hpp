@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <map>
 #include <optional>
+#include <string>
 #include <string_view>
 
 namespace wivex::report {
@@ -42,6 +43,8 @@ public:
 
 private:
     Digest digest_;
+    /// Lines that the digest does not hold yet.
+    std::string pending_;
     LineTime began_;
     LineTime last_;
     std::map<DigestValue, std::uint32_t> ended_;
