@@ -120,17 +120,17 @@ private:
     std::size_t describe(Cause cause, bool warning, bool concluded);
     void conclude_missing_failure();
 
+    RunTrace trace_;
     ReaderOptions options_;
     LineReader console_;
     FailureKeeper failures_;
-    RunTrace trace_;
     Log log_;
     Run* run_ = nullptr;
     OpenIteration current_;
-    bool run_over_ = false;
     double clock_ = 0;
     LineTime time_;
     double run_began_ = 0;
+    bool run_over_ = false;
 };
 
 } // namespace wivex::report
