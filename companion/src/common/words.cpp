@@ -58,6 +58,15 @@ std::string iterations_text(std::uint64_t count) {
     return count_text(count, "iteration", "iterations");
 }
 
+std::string listed(const std::vector<std::string>& texts, const std::string& last) {
+    std::string text;
+    for (std::size_t i = 0; i < texts.size(); ++i) {
+        const std::string between = i == 0 ? "" : i + 1 == texts.size() ? " " + last + " " : ", ";
+        text += between + texts[i];
+    }
+    return text;
+}
+
 std::string local_time(std::time_t seconds) {
     std::tm parts{};
     if (localtime_r(&seconds, &parts) == nullptr) {

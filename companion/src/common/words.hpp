@@ -6,6 +6,7 @@
 #include <ctime>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace wivex::report {
 
@@ -20,6 +21,9 @@ std::string count_text(std::uint64_t count, std::string_view singular, std::stri
 
 /// "1 iteration", "3 iterations".
 std::string iterations_text(std::uint64_t count);
+
+/// "a, b and c", with `last` ("and", "or") before the last one.
+std::string listed(const std::vector<std::string>& texts, const std::string& last);
 
 /// Seconds since 1970 as "YYYY-MM-DD hh:mm:ss" in local time.
 std::string local_time(std::time_t seconds);

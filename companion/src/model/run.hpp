@@ -4,8 +4,11 @@
 // the run gets longer.
 #pragma once
 
+#include "common/digest.hpp"
 #include "model/evidence.hpp"
+#include "model/identity.hpp"
 #include "model/modes.hpp"
+#include "model/run_times.hpp"
 #include "model/series.hpp"
 #include "model/sub_causes.hpp"
 
@@ -176,6 +179,11 @@ struct Run {
     /// When it began, as well as the source of times can tell; empty: unknown.
     std::string began;
     float seconds = unknown_time;
+    RunTimes when;
+    /// Of its console lines; see `run_id`.
+    DigestValue lines_digest{};
+    /// Earlier runs of the console whose lines are the same.
+    std::uint32_t twins_before = 0;
     std::string result_file;
     bool result_written = false;
     /// At least one message of the tool's standard error stands in the console.
@@ -233,6 +241,8 @@ struct Run {
 };
 
 struct Log {
+    Identity identity;
+    SeenMacs macs;
     std::deque<Run> runs;
     /// Earlier runs that were dropped to keep the memory bounded.
     std::uint32_t dropped_runs = 0;

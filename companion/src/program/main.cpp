@@ -66,7 +66,13 @@ int read_file(const char* path, const SessionOptions& session) {
 }
 
 int run(const Options& options) {
-    const SessionOptions session = session_options(options);
+    SessionOptions session = session_options(options);
+    const std::string problem =
+        settle_identity(options.identity, options.out, session.reader.identity);
+    if (!problem.empty()) {
+        std::fprintf(stderr, "wivex-report: %s\n", problem.c_str());
+        return exit_status::usage;
+    }
     if (options.reads_file()) {
         return read_file(options.console.c_str(), session);
     }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "program/options.hpp"
 
+#include "common/words.hpp"
 #include "model/modes.hpp"
 #include "program/session.hpp"
 
@@ -21,16 +22,6 @@ std::vector<std::string> mode_letters() {
     return letters;
 }
 
-// "w, d or g".
-std::string in_words(const std::vector<std::string>& letters) {
-    std::string text;
-    for (std::size_t i = 0; i < letters.size(); ++i) {
-        const char* const between = i == 0 ? "" : i + 1 == letters.size() ? " or " : ", ";
-        text += between + letters[i];
-    }
-    return text;
-}
-
 void declare(CLI::App& app, Options& options) {
     app.add_option("console", options.console,
                    "Saved console to read. Without it, or as -, the console is read from standard "
@@ -47,7 +38,7 @@ void declare(CLI::App& app, Options& options) {
         ->type_name("N");
     const std::vector<std::string> letters = mode_letters();
     app.add_option("--mode", options.mode,
-                   "The mode of the run as the option letter of wivex: " + in_words(letters) +
+                   "The mode of the run as the option letter of wivex: " + listed(letters, "or") +
                        ". Only needed when every iteration failed before the supplicant could be "
                        "reached.")
         ->type_name("LETTER")
@@ -62,6 +53,7 @@ void declare(CLI::App& app, Options& options) {
     app.add_flag("--quiet", options.quiet, "Do not pass the console on.");
     app.add_flag("--check", options.check,
                  "Exit with 1 unless every run passed: what cannot be judged has not.");
+    declare_identity(app, options.identity);
     app.set_version_flag("--version", "wivex-report 1.0");
 }
 

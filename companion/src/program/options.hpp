@@ -2,6 +2,8 @@
 // The options of the command line. The manual page tells what each of them is for.
 #pragma once
 
+#include "program/identity_options.hpp"
+
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -15,6 +17,7 @@ struct Options {
     std::string mode;
     std::uint32_t iterations = 0;
     int refresh = 60;
+    IdentityOptions identity;
     bool live = false;
     bool quiet = false;
     bool saved = false;

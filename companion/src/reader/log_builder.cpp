@@ -27,6 +27,10 @@ Phase next_phase(const OpenIteration& iteration, Mode mode) {
 
 } // namespace
 
+LogBuilder::LogBuilder(const ReaderOptions& options) : options_(options) {
+    log_.identity = options.identity;
+}
+
 Moment LogBuilder::moment() const {
     return {clock_, run_ != nullptr && run_->times != TimeSource::none};
 }
@@ -78,8 +82,9 @@ void LogBuilder::begin_run() {
         run_->began = console_.stamps().date_and_time();
     } else if (options_.arrival_times) {
         run_->times = TimeSource::arrival;
-        run_->began = local_time(std::time(nullptr));
+        run_->began = local_time(static_cast<std::time_t>(options_.wall_clock()));
     }
+    trace_.begin(*run_, time_);
 }
 
 void LogBuilder::end_run(RunEnd end) {
@@ -91,8 +96,10 @@ void LogBuilder::end_run(RunEnd end) {
     }
     run_->end = end;
     if (moment().known) {
-        run_->seconds = static_cast<float>(clock_ - run_began_);
+        run_->seconds = static_cast<float>(trace_.last_moment() - run_began_);
     }
+    settle();
+    trace_.end(*run_);
 }
 
 void LogBuilder::finish() {

@@ -45,6 +45,9 @@ struct OpenIteration {
     /// Phases that a line of the tool itself has judged.
     std::array<bool, phase_count> judged_phases{};
 
+    /// Phases that were under way when the clock jumped.
+    std::array<bool, phase_count> untimed_phases{};
+
     /// The phase that is under way, and since when.
     Phase phase = Phase::none;
     double mark = 0;
@@ -81,6 +84,9 @@ struct OpenIteration {
     /// The failure that the mode must have told on a standard error that is not in this console:
     /// its session was closed, and the line of a pass did not come.
     Cause missing_failure(Mode mode) const;
+
+    /// The clock jumped: what is under way has no time.
+    void lose_time();
 
     /// The time since the last thing that happened belongs to the phase `to`.
     void pass_time_to(Phase to, Moment now);

@@ -7,6 +7,7 @@
 #include "writers/page_facts.hpp"
 #include "writers/page_failures.hpp"
 #include "writers/page_figures.hpp"
+#include "writers/page_identity.hpp"
 #include "writers/page_overview.hpp"
 #include "writers/page_style.hpp"
 #include "writers/page_verdict.hpp"
@@ -15,7 +16,8 @@ namespace wivex::report {
 
 namespace {
 
-std::string run_section(const Run& run, std::size_t number, bool only) {
+std::string run_section(const Log& log, const Run& run, std::size_t number) {
+    const bool only = log.runs.size() == 1;
     const std::string prefix = only ? "" : "run" + std::to_string(number) + "-";
     const Judgement judgement = judge(run);
     std::string text = "\n" + verdict_part(run, judgement, prefix);
@@ -24,7 +26,7 @@ std::string run_section(const Run& run, std::size_t number, bool only) {
                 test_cases_card(run, judgement.is_green(), prefix) + throughput_card(run, prefix) +
                 phases_card(run, prefix) + access_points_card(run, prefix);
     }
-    text += facts_card(run, prefix);
+    text += facts_card(log, run, prefix);
     return element("div", {{"class", "run"}, {"id", prefix + "run"}}, text) + "\n";
 }
 
@@ -66,22 +68,22 @@ std::string run_list(const Log& log) {
 }
 
 std::string head(const Log& log) {
-    return element("head",
-                   "\n<meta charset=\"utf-8\"/>\n"
-                   "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\"/>\n" +
-                       element("title", "wivex: " + escaped(verdict_sentence(log))) +
-                       "\n<link rel=\"icon\" href=\"data:,\"/>\n" + element("style", page_style) +
-                       "\n");
+    return element(
+        "head", "\n<meta charset=\"utf-8\"/>\n"
+                "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\"/>\n" +
+                    element("title", page_title(log)) + "\n<link rel=\"icon\" href=\"data:,\"/>\n" +
+                    element("style", page_style) + "\n");
 }
 
 std::string body(const Log& log) {
-    std::string text = "\n" + element("h1", "wivex test report") + "\n" + run_list(log);
+    std::string text =
+        "\n" + element("h1", "wivex test report") + "\n" + identity_part(log) + run_list(log);
     if (log.runs.empty()) {
         text += verdict_heading("open", verdict_sentence(log));
     }
     std::size_t number = 1;
     for (const Run& run : log.runs) {
-        text += run_section(run, number, log.runs.size() == 1);
+        text += run_section(log, run, number);
         ++number;
     }
     text += paragraph("soft", "Console: " + count_text(log.lines, "line", "lines") + ", " +

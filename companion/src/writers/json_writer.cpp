@@ -5,6 +5,7 @@
 #include "model/test_cases.hpp"
 #include "model/verdict.hpp"
 #include "model/weak_passes.hpp"
+#include "writers/json_identity.hpp"
 
 #include <cmath>
 #include <nlohmann/json.hpp>
@@ -271,11 +272,14 @@ Json one_run(const Run& run) {
 std::string write_json(const Log& log) {
     Json runs = Json::array();
     for (const Run& run : log.runs) {
-        runs.push_back(one_run(run));
+        Json object = json_of_run(log, run);
+        object.update(one_run(run));
+        runs.push_back(std::move(object));
     }
     const Json document{
         {"format", "wivex-report"},
         {"version", json_format_version},
+        {"identity", json_identity(log)},
         {"console",
          {{"bytes", log.bytes}, {"lines", log.lines}, {"unknown_lines", log.unknown_lines}}},
         {"verdict", name_of(judge(log))},

@@ -6,6 +6,8 @@
 #include "model/test_cases.hpp"
 #include "model/verdict.hpp"
 #include "model/weak_passes.hpp"
+#include "writers/identity_words.hpp"
+#include "writers/junit_identity.hpp"
 #include "writers/junit_suite.hpp"
 #include "writers/run_words.hpp"
 
@@ -47,8 +49,8 @@ struct Sum {
 
 class RunWriter {
 public:
-    RunWriter(const Run& run, std::size_t number, pugi::xml_node parent)
-        : run_(run),
+    RunWriter(const Log& log, const Run& run, std::size_t number, pugi::xml_node parent)
+        : log_(log), run_(run),
           suite_(parent, "wivex " + std::string(title_of(run.mode)), number, timestamp(run)) {
         for (const Failure& failure : run.failures) {
             if (!failure.warning) {
@@ -73,6 +75,7 @@ private:
     }
 
     void write_properties() {
+        write_identity(suite_, log_, run_);
         const Device& device = run_.device;
         suite_.property("mode", std::string(name_of(run_.mode)));
         suite_.property("end", std::string(name_of(run_.end)));
@@ -210,6 +213,9 @@ private:
         if (run_.times == TimeSource::none) {
             text += "The console had no times: every time is 0.\n";
         }
+        if (const std::string words = zone_words(run_); !words.empty()) {
+            text += words + "\n";
+        }
         if (run_.began.size() != 19) {
             text += "When the run began is not known: the time stamp is a placeholder.\n";
         }
@@ -221,6 +227,7 @@ private:
         return text;
     }
 
+    const Log& log_;
     const Run& run_;
     JunitSuite suite_;
     std::multimap<std::pair<std::uint32_t, Phase>, const Failure*> index_;
@@ -269,7 +276,7 @@ std::string write_junit(const Log& log) {
     const pugi::xml_node suites = document.append_child("testsuites");
     std::size_t number = 0;
     for (const Run& run : log.runs) {
-        RunWriter(run, number, suites).write();
+        RunWriter(log, run, number, suites).write();
         ++number;
     }
     if (log.dropped_runs != 0) {

@@ -2,7 +2,9 @@
 #include "writers/page_facts.hpp"
 
 #include "common/words.hpp"
+#include "model/run_id.hpp"
 #include "writers/html_text.hpp"
+#include "writers/identity_words.hpp"
 #include "writers/page.hpp"
 
 #include <cmath>
@@ -70,7 +72,7 @@ std::string access_point_row(const AccessPoint& point) {
 
 } // namespace
 
-std::string facts_card(const Run& run, const std::string& prefix) {
+std::string facts_card(const Log& log, const Run& run, const std::string& prefix) {
     const Device& device = run.device;
     std::string text = "\n" + fact("Module", module_words(device));
     text += fact("MAC, kernel", device.mac_kernel);
@@ -80,9 +82,12 @@ std::string facts_card(const Run& run, const std::string& prefix) {
     text += fact("Configuration", device.config_file);
     text += fact("Unknown keys in it", keys_words(run));
     text += fact("Result file", run.result_file);
-    text += fact("Began", run.began);
+    text += fact("Began", began_words(run));
+    text += fact("Ended", run.when.ended ? rfc3339(*run.when.ended) : "");
     text += fact("Took", std::isnan(run.seconds) ? "" : duration_text(run.seconds));
     text += fact("Times from", std::string(words_of(run.times)));
+    text += fact("Their zone", zone_words(run));
+    text += fact("Run id", run_id(log, run));
     return card(prefix + "device", "Device and run",
                 element("dl", {{"class", "facts"}}, text) + "\n");
 }

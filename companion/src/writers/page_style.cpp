@@ -114,6 +114,7 @@ pre mark { background: var(--mark); color: inherit; font-weight: 600; display: i
 dl.facts { display: grid; grid-template-columns: max-content 1fr; gap: .3rem 1.2rem; margin: 0; }
 dl.facts dt { color: var(--soft); }
 dl.facts dd { margin: 0; }
+dl.identity { margin: .8rem 0; overflow-wrap: anywhere; grid-template-columns: fit-content(40%) 1fr; }
 nav ol { padding-left: 1.4rem; }
 a { color: var(--line); }
 @media (max-width: 40rem) {
@@ -127,7 +128,7 @@ a { color: var(--line); }
   table.phases .number { text-align: left; }
   table.phases .number::before { content: attr(data-name) " "; color: var(--soft);
     font-size: .85rem; }
-  dl.facts { grid-template-columns: 1fr; gap: 0; }
+  dl.facts, dl.identity { grid-template-columns: 1fr; gap: 0; }
   dl.facts dd { margin-bottom: .4rem; }
 }
 @media print { body { background: none; } section.card { break-inside: avoid; } }

@@ -3,6 +3,7 @@
 
 #include "model/weak_passes.hpp"
 #include "writers/html_text.hpp"
+#include "writers/identity_words.hpp"
 #include "writers/page.hpp"
 
 namespace wivex::report {
@@ -104,7 +105,8 @@ std::string_view style_of(RunVerdict verdict, bool weak) {
 }
 
 std::string verdict_part(const Run& run, const Judgement& judgement, const std::string& prefix) {
-    const std::string began = (run.began.empty() ? "" : ", began ") + escaped(run.began);
+    const std::string moment = began_words(run);
+    const std::string began = (moment.empty() ? "" : ", began ") + escaped(moment);
     return verdict_heading(style_of(judgement.verdict, !weak_passes(run).empty()),
                            verdict_sentence(run)) +
            paragraph("soft",

@@ -2,6 +2,7 @@
 #include "writers/summary.hpp"
 
 #include "common/words.hpp"
+#include "model/identity.hpp"
 #include "model/test_cases.hpp"
 #include "model/verdict.hpp"
 #include "model/weak_passes.hpp"
@@ -66,6 +67,12 @@ std::string summary(const Run& run) {
 
 std::string summary(const Log& log) {
     std::string text;
+    for (const std::string& warning : identity_warnings(log)) {
+        text += "WARNING: " + warning + "\n";
+    }
+    if (const std::string unit = identity_sentence(log.identity); !unit.empty()) {
+        text += unit + "\n";
+    }
     for (const Run& run : log.runs) {
         text += summary(run);
     }
