@@ -34,6 +34,7 @@ SessionOptions session_options(const Options& options) {
     session.refresh = from_file ? 0 : options.refresh;
     session.check = options.check;
     session.reader.iterations = options.iterations;
+    session.reader.limits = options.limits;
     if (from_file) {
         session.name = options.console;
     }

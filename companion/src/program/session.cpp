@@ -2,6 +2,7 @@
 #include "program/session.hpp"
 
 #include "common/bytes.hpp"
+#include "model/limit_verdict.hpp"
 #include "model/verdict.hpp"
 #include "writers/report_files.hpp"
 #include "writers/summary.hpp"
@@ -124,7 +125,8 @@ private:
                          options_.name.c_str(), std::strerror(read_error_));
             return exit_status::usage;
         }
-        const bool passed = judge(reader_.log()) == RunVerdict::passed;
+        const bool passed =
+            judge(reader_.log()) == RunVerdict::passed && are_kept(judge_limits(reader_.log()));
         return passed || !options_.check ? exit_status::done : exit_status::run_failed;
     }
 

@@ -10,6 +10,7 @@
 
 #include <cstdint>
 #include <string_view>
+#include <vector>
 
 namespace wivex::report {
 
@@ -20,11 +21,15 @@ struct ReaderOptions {
     bool arrival_times = false;
     /// Iterations that a run has; 0: unknown.
     std::uint32_t iterations = 0;
+    /// What the figures of a run are held against.
+    std::vector<Limit> limits = {};
 };
 
 class LogBuilder {
 public:
-    explicit LogBuilder(const ReaderOptions& options) : options_(options) {}
+    explicit LogBuilder(const ReaderOptions& options) : options_(options) {
+        log_.limits = options.limits;
+    }
 
     // ---- The console
     const Log& log() const {
@@ -95,6 +100,7 @@ private:
     Moment moment() const;
     void end_iteration(bool complete);
     void tally_iteration();
+    void note_console_lines();
     void doubt_arrival_times();
     std::size_t describe(Cause cause, bool warning, bool concluded);
     void conclude_missing_failure();
@@ -106,6 +112,7 @@ private:
     Run* run_ = nullptr;
     OpenIteration current_;
     bool run_over_ = false;
+    bool console_over_ = false;
     double clock_ = 0;
     double run_began_ = 0;
 };

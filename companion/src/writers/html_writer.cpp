@@ -2,11 +2,15 @@
 #include "writers/html_writer.hpp"
 
 #include "common/words.hpp"
+#include "model/limit_verdict.hpp"
 #include "writers/html_text.hpp"
+#include "writers/limit_words.hpp"
 #include "writers/page.hpp"
+#include "writers/page_distributions.hpp"
 #include "writers/page_facts.hpp"
 #include "writers/page_failures.hpp"
 #include "writers/page_figures.hpp"
+#include "writers/page_limits.hpp"
 #include "writers/page_overview.hpp"
 #include "writers/page_style.hpp"
 #include "writers/page_verdict.hpp"
@@ -18,11 +22,14 @@ namespace {
 std::string run_section(const Run& run, std::size_t number, bool only) {
     const std::string prefix = only ? "" : "run" + std::to_string(number) + "-";
     const Judgement judgement = judge(run);
-    std::string text = "\n" + verdict_part(run, judgement, prefix);
+    std::string text = "\n" + verdict_part(run, judgement, prefix) +
+                       limits_line(judge_limits(run), judgement.is_green()) +
+                       limits_card(run, judgement.is_green(), prefix);
     if (run.started != 0) {
         text += tiles(run) + timeline_card(run, prefix) + failures_card(run, prefix) +
                 test_cases_card(run, judgement.is_green(), prefix) + throughput_card(run, prefix) +
-                phases_card(run, prefix) + access_points_card(run, prefix);
+                signal_card(run, prefix) + phases_card(run, prefix) + times_card(run, prefix) +
+                worst_card(run, prefix) + access_points_card(run, prefix);
     }
     text += facts_card(run, prefix);
     return element("div", {{"class", "run"}, {"id", prefix + "run"}}, text) + "\n";
@@ -61,15 +68,22 @@ std::string run_list(const Log& log) {
         ++number;
     }
     return verdict_heading(style_of(judge(log)), verdict_sentence(log)) +
+           limits_line(judge_limits(log), judge(log) == RunVerdict::passed) +
            element("nav", {{"aria-label", "Runs"}}, element("ol", "\n" + items)) + "\n" +
            left_out(log);
+}
+
+// The limits stand behind the verdict, when there are any.
+std::string title_of(const Log& log) {
+    const std::string limits = limits_sentence(judge_limits(log));
+    return verdict_sentence(log) + (limits.empty() ? "" : "; " + limits);
 }
 
 std::string head(const Log& log) {
     return element("head",
                    "\n<meta charset=\"utf-8\"/>\n"
                    "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\"/>\n" +
-                       element("title", "wivex: " + escaped(verdict_sentence(log))) +
+                       element("title", "wivex: " + escaped(title_of(log))) +
                        "\n<link rel=\"icon\" href=\"data:,\"/>\n" + element("style", page_style) +
                        "\n");
 }

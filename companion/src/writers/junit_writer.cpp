@@ -3,9 +3,11 @@
 
 #include "common/words.hpp"
 #include "model/advice.hpp"
+#include "model/limit_verdict.hpp"
 #include "model/test_cases.hpp"
 #include "model/verdict.hpp"
 #include "model/weak_passes.hpp"
+#include "writers/junit_limits.hpp"
 #include "writers/junit_suite.hpp"
 #include "writers/run_words.hpp"
 
@@ -64,6 +66,7 @@ public:
         }
         write_iterations_behind();
         write_run();
+        write_limits(suite_, class_name("limit"), judge_limits(run_));
         suite_.finish(notes());
     }
 
@@ -242,6 +245,7 @@ void write_left_out(const Log& log, std::size_t number, pugi::xml_node parent) {
             suite.error(test, {name_of(verdict), count_text(count, "run", "runs"), ""});
         }
     }
+    write_limits(suite, "wivex.left-out.limit", log.dropped_limits);
     suite.finish("Only the last " + std::to_string(most_runs) + " runs are listed.\n");
 }
 
@@ -249,6 +253,7 @@ void write_no_run(const Log& log, pugi::xml_node parent) {
     JunitSuite suite(parent, "wivex", 0, unknown_moment);
     const pugi::xml_node test = suite.test("run", "wivex.unknown.run", unknown_time);
     suite.error(test, {name_of(judge(log)), verdict_sentence(log), ""});
+    write_limits(suite, "wivex.unknown.limit", judge_limits(log));
     suite.finish("");
 }
 

@@ -23,8 +23,12 @@ std::string span(std::string_view kind, const std::string& markup) {
     return element("span", {{"class", kind}}, markup);
 }
 
+std::string column_head(std::string_view title) {
+    return element("th", {{"scope", "col"}}, title);
+}
+
 std::string number_head(std::string_view title) {
-    return element("th", {{"class", "number"}}, title);
+    return element("th", {{"class", "number"}, {"scope", "col"}}, title);
 }
 
 std::string table(const Attributes& attributes, const std::string& heads, const std::string& rows) {

@@ -22,6 +22,9 @@ std::string paragraph(std::string_view kind, const std::string& markup);
 /// A part of a line in the style `kind`.
 std::string span(std::string_view kind, const std::string& markup);
 
+/// A heading of a table's column.
+std::string column_head(std::string_view title);
+
 /// A heading of a table's column of numbers.
 std::string number_head(std::string_view title);
 

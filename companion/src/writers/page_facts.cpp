@@ -96,7 +96,7 @@ std::string access_points_card(const Run& run, const std::string& prefix) {
         rows += access_point_row(point);
     }
     std::string text = table({},
-                             element("th", "SSID") + element("th", "BSSID") + number_head("MHz") +
+                             column_head("SSID") + column_head("BSSID") + number_head("MHz") +
                                  number_head("Seen") + number_head("Signal, dBm"),
                              rows);
     if (run.unlisted_access_points != 0) {
