@@ -3,6 +3,7 @@
 
 #include "common/unique_file.hpp"
 #include "guard/guard.hpp"
+#include "program/compare.hpp"
 #include "program/options.hpp"
 #include "program/session.hpp"
 
@@ -67,6 +68,9 @@ int read_file(const char* path, const SessionOptions& session) {
 }
 
 int run(const Options& options) {
+    if (!options.compare.empty()) {
+        return run_comparison(options.compare.front(), options.compare.back(), options.out);
+    }
     const SessionOptions session = session_options(options);
     if (options.reads_file()) {
         return read_file(options.console.c_str(), session);

@@ -38,8 +38,7 @@ void declare_limits(CLI::App& app, Options& options) {
                    "What a figure may be at least or at most, as throughput>=30, dhcp<=5s or "
                    "associate.p95<=4s. May be given again.")
         ->type_name("LIMIT")
-        ->expected(1)
-        ->take_all();
+        ->allow_extra_args(false);
     app.add_option("--limits", options.limits_file, "The same from FILE, one a line.")
         ->type_name("FILE");
 }

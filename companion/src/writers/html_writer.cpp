@@ -12,7 +12,6 @@
 #include "writers/page_figures.hpp"
 #include "writers/page_limits.hpp"
 #include "writers/page_overview.hpp"
-#include "writers/page_style.hpp"
 #include "writers/page_verdict.hpp"
 
 namespace wivex::report {
@@ -79,15 +78,6 @@ std::string title_of(const Log& log) {
     return verdict_sentence(log) + (limits.empty() ? "" : "; " + limits);
 }
 
-std::string head(const Log& log) {
-    return element("head",
-                   "\n<meta charset=\"utf-8\"/>\n"
-                   "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\"/>\n" +
-                       element("title", "wivex: " + escaped(title_of(log))) +
-                       "\n<link rel=\"icon\" href=\"data:,\"/>\n" + element("style", page_style) +
-                       "\n");
-}
-
 std::string body(const Log& log) {
     std::string text = "\n" + element("h1", "wivex test report") + "\n" + run_list(log);
     if (log.runs.empty()) {
@@ -102,15 +92,13 @@ std::string body(const Log& log) {
                                   count_text(log.bytes, "byte", "bytes") + ", " +
                                   count_text(log.unknown_lines, "line", "lines") +
                                   " of other programs or unknown.");
-    return element("body",
-                   "\n" + element("main", text) + "\n" + element("script", page_script) + "\n");
+    return text;
 }
 
 } // namespace
 
 std::string write_html(const Log& log) {
-    return "<!DOCTYPE html>\n" +
-           element("html", {{"lang", "en"}}, "\n" + head(log) + "\n" + body(log) + "\n") + "\n";
+    return html_document("wivex: " + title_of(log), body(log));
 }
 
 } // namespace wivex::report

@@ -10,7 +10,10 @@
 
 namespace wivex::report {
 
-/// The title of a verdict in the style `kind` ("passed", "weak", "failed", "open").
+/// The whole page around `markup`; it needs nothing else. `title` is text.
+std::string html_document(const std::string& title, const std::string& markup);
+
+/// The title of a verdict in the style `kind` ("passed", "weak", "failed", "open", "plain").
 std::string verdict_heading(std::string_view kind, std::string_view sentence);
 
 /// A part of the page under its own title.
