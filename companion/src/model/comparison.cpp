@@ -135,7 +135,7 @@ private:
         }
         if (comparison_.after.verdict == "unknown") {
             doubts.push_back("the verdict on " + comparison_.after.name +
-                             " is not known: " + comparison_.after.verdict_words);
+                             ": " + comparison_.after.verdict_words);
         }
     }
 
