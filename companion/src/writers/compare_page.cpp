@@ -54,7 +54,8 @@ std::string failures_part(const Comparison& comparison) {
     const std::string heads = column_head("Failure") + number_head("Before") +
                               number_head("After") + number_head("Chance") +
                               column_head("Difference");
-    return card("failures", "Failures by cause", table({{"class", "phases"}}, heads, rows));
+    return card("failures", "Failures by cause",
+                table({{"class", "phases compared"}}, heads, rows));
 }
 
 std::string figures_part(const Comparison& comparison) {
@@ -81,7 +82,7 @@ std::string figures_part(const Comparison& comparison) {
                               number_head("Chance") + column_head("Difference");
     return comparison.figures.empty() ? ""
                                       : card("figures", "Throughput, signal and times",
-                                             table({{"class", "phases"}}, heads, rows));
+                                             table({{"class", "phases compared"}}, heads, rows));
 }
 
 std::string sides_part(const Comparison& comparison) {

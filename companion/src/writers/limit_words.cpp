@@ -39,15 +39,16 @@ std::string limit_sentence(const LimitResult& result) {
 
 std::string limits_sentence(const std::vector<LimitResult>& results) {
     const auto count = [&](LimitVerdict verdict) {
-        return std::to_string(std::ranges::count(results, verdict, &LimitResult::verdict));
+        return std::ranges::count(results, verdict, &LimitResult::verdict);
     };
     const std::string all = std::to_string(results.size());
+    const std::string unknown = std::to_string(count(LimitVerdict::unknown));
     switch (worst_of(results).value_or(LimitVerdict::within)) {
     case LimitVerdict::outside:
-        return "Outside limits: " + count(LimitVerdict::outside) + " of " + all + " broken";
+        return "Outside limits: " + std::to_string(count(LimitVerdict::outside)) + " of " + all +
+               " broken" + (unknown == "0" ? "" : ", " + unknown + " not known");
     case LimitVerdict::unknown:
-        return "Limits not known: " + count(LimitVerdict::unknown) + " of " + all +
-               " cannot be judged";
+        return "Limits not known: " + unknown + " of " + all + " cannot be judged";
     default:
         return results.empty() ? "" : "Within limits: all " + all + " kept";
     }

@@ -58,13 +58,13 @@ std::string number_cell(const std::string& markup) {
 }
 
 std::string access_point_row(const AccessPoint& point) {
-    return element(
-               "tr",
-               element("td", point.ssid.empty() ? element("i", "hidden") : escaped(point.ssid)) +
-                   element("td", escaped(point.bssid)) +
-                   number_cell(point.frequency == 0 ? "" : std::to_string(point.frequency)) +
-                   number_cell(std::to_string(point.times_seen)) +
-                   number_cell(signal_words(point.signal))) +
+    return element("tr",
+                   element("th", {{"scope", "row"}},
+                           point.ssid.empty() ? element("i", "hidden") : escaped(point.ssid)) +
+                       element("td", escaped(point.bssid)) +
+                       number_cell(point.frequency == 0 ? "" : std::to_string(point.frequency)) +
+                       number_cell(std::to_string(point.times_seen)) +
+                       number_cell(signal_words(point.signal))) +
            "\n";
 }
 

@@ -132,6 +132,8 @@ a { color: var(--line); }
   table.phases th, table.phases .wide, table.phases .verdicts { grid-column: 1 / -1; width: auto;
     text-align: left; }
   table.phases .number { text-align: left; }
+  table.compared tr { grid-template-columns: repeat(2, 1fr); }
+  table.compared .number { white-space: normal; }
   table.phases .number::before { content: attr(data-name) " "; color: var(--soft);
     font-size: .85rem; }
   dl.facts { grid-template-columns: 1fr; gap: 0; }
