@@ -22,7 +22,6 @@ std::string run_section(const Run& run, std::size_t number, bool only) {
     const std::string prefix = only ? "" : "run" + std::to_string(number) + "-";
     const Judgement judgement = judge(run);
     std::string text = "\n" + verdict_part(run, judgement, prefix) +
-                       limits_line(judge_limits(run), judgement.is_green()) +
                        limits_card(run, judgement.is_green(), prefix);
     if (run.started != 0) {
         text += tiles(run) + timeline_card(run, prefix) + failures_card(run, prefix) +

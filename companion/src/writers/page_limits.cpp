@@ -54,7 +54,7 @@ std::string limit_row(const Run& run, const LimitResult& result, bool green,
     return element("tr", element("th", {{"scope", "row"}}, escaped(text_of(result.limit))) +
                              element("td", measured) +
                              element("td", {{"class", style_of(result.verdict, green)}}, verdict) +
-                             element("td", remarks(run, result, prefix))) +
+                             element("td", {{"class", "verdicts"}}, remarks(run, result, prefix))) +
            "\n";
 }
 
@@ -79,7 +79,7 @@ std::string limits_card(const Run& run, bool green, const std::string& prefix) {
     const std::string heads = column_head("Limit") + column_head("Measured") +
                               column_head("Verdict") + column_head("Iterations that break it");
     return card(prefix + "limits", "Limits",
-                table({}, heads, rows) +
+                table({{"class", "phases compared"}}, heads, rows) +
                     paragraph("soft", "They were given to the report. The verdict of the tool does "
                                       "not know them, and stands above."));
 }
