@@ -57,7 +57,7 @@ void check_limits(const Run& run) {
     }
     for (const Excerpt& excerpt : run.worst.excerpts()) {
         require(excerpt.first_line <= excerpt.last_line);
-        require(excerpt.lines.size() <= RecentLines::count);
+        require(excerpt.text.size() <= RecentLines::count * (RecentLines::width + 1));
     }
 }
 

@@ -20,8 +20,8 @@ struct Excerpt {
     /// Numbers of the iteration's console lines, from 1; the excerpt ends with the last one.
     std::uint64_t first_line = 0;
     std::uint64_t last_line = 0;
-    /// Printable text.
-    std::vector<std::string> lines;
+    /// As they stand on the console, each with a newline: many excerpts are let go of unseen.
+    std::string text;
 };
 
 /// The worst iterations by one figure, the worst first.

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "reader/worst_keeper.hpp"
 
-#include "common/printable.hpp"
-
 #include <algorithm>
 #include <cmath>
 
@@ -12,6 +10,8 @@ namespace {
 
 // What never takes longer is not worth an excerpt.
 constexpr float shortest_noted = 0.05F;
+
+constexpr std::size_t usual_size = 2048;
 
 bool is_among_worst(WorstIterations& worst, const Iteration& iteration) {
     const std::uint32_t number = iteration.number;
@@ -41,11 +41,12 @@ void note_worst(Run& run, const Iteration& iteration, const RecentLines& recent,
         return;
     }
     Excerpt excerpt{iteration.number, lines.first, lines.last, {}};
+    excerpt.text.reserve(usual_size);
     const std::size_t own = lines.last - std::min(lines.last, lines.first) + 1;
     const std::size_t there = recent.size() - std::min(recent.size(), behind);
     for (std::size_t back = std::min(own, there); back > 0; --back) {
-        excerpt.lines.push_back(
-            printable(recent.before_last(back - 1 + behind), RecentLines::width));
+        excerpt.text += recent.before_last(back - 1 + behind);
+        excerpt.text += '\n';
     }
     run.worst.keep(std::move(excerpt));
 }

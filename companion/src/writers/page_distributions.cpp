@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "writers/page_distributions.hpp"
 
+#include "common/printable.hpp"
 #include "common/words.hpp"
 #include "writers/chart_axis.hpp"
 #include "writers/charts.hpp"
@@ -66,17 +67,18 @@ std::string folded(const Run& run, const Shown& shown, const std::string& prefix
 
 std::string excerpt_part(const Excerpt& excerpt, const std::string& prefix) {
     std::string lines;
-    for (const std::string& line : excerpt.lines) {
-        lines += escaped(line) + "\n";
+    std::size_t shown = 0;
+    for (std::string_view rest = excerpt.text; !rest.empty(); ++shown) {
+        const std::string_view line = rest.substr(0, rest.find('\n'));
+        rest.remove_prefix(line.size() + 1);
+        lines += escaped(printable(line)) + "\n";
     }
     const std::uint64_t count = excerpt.last_line - excerpt.first_line + 1;
     const std::string number = std::to_string(excerpt.iteration);
     const std::string where = "console lines " + std::to_string(excerpt.first_line) + " to " +
                               std::to_string(excerpt.last_line);
     const std::string part =
-        count > excerpt.lines.size()
-            ? paragraph("soft", "The last " + std::to_string(excerpt.lines.size()) + " of them:")
-            : "";
+        count > shown ? paragraph("soft", "The last " + std::to_string(shown) + " of them:") : "";
     return element(
                "details", {{"id", prefix + "w" + number}},
                element("summary", element("b", "Iteration " + number) + " " + span("soft", where)) +
