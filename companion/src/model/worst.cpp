@@ -7,21 +7,27 @@ namespace wivex::report {
 
 bool WorstList::offer(Sample sample, Bound by) {
     // Of equal ones the first stays.
-    const auto place = std::ranges::find_if(samples_, [&](const Sample& kept) {
+    const auto is_worse = [&](const Sample& kept) {
         return by == Bound::at_least ? sample.value < kept.value : sample.value > kept.value;
-    });
-    if (place == samples_.end() && samples_.size() == most) {
+    };
+    std::size_t place = 0;
+    while (place < count_ && !is_worse(samples_.at(place))) {
+        ++place;
+    }
+    if (place == most) {
         return false;
     }
-    samples_.insert(place, sample);
-    if (samples_.size() > most) {
-        samples_.pop_back();
-    }
+    count_ = std::min(count_ + 1, most);
+    std::copy_backward(samples_.begin() + static_cast<std::ptrdiff_t>(place),
+                       samples_.begin() + static_cast<std::ptrdiff_t>(count_ - 1),
+                       samples_.begin() + static_cast<std::ptrdiff_t>(count_));
+    samples_.at(place) = sample;
     return true;
 }
 
 bool WorstList::names(std::uint32_t iteration) const {
-    return std::ranges::find(samples_, iteration, &Sample::iteration) != samples_.end();
+    const std::span<const Sample> kept = samples();
+    return std::ranges::find(kept, iteration, &Sample::iteration) != kept.end();
 }
 
 bool WorstIterations::is_needed(std::uint32_t number) const {

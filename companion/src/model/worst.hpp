@@ -9,6 +9,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -32,13 +33,14 @@ public:
     /// Takes a value; `by` says what is worse. True when it is among the worst.
     bool offer(Sample sample, Bound by);
 
-    const std::vector<Sample>& samples() const {
-        return samples_;
+    std::span<const Sample> samples() const {
+        return {samples_.data(), count_};
     }
     bool names(std::uint32_t iteration) const;
 
 private:
-    std::vector<Sample> samples_;
+    std::array<Sample, most> samples_{};
+    std::size_t count_ = 0;
 };
 
 class WorstIterations {

@@ -3,6 +3,9 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
+#include <string>
+#include <string_view>
 
 namespace wivex::report {
 
@@ -10,8 +13,6 @@ namespace {
 
 // What never takes longer is not worth an excerpt.
 constexpr float shortest_noted = 0.05F;
-
-constexpr std::size_t usual_size = 2048;
 
 bool is_among_worst(WorstIterations& worst, const Iteration& iteration) {
     const std::uint32_t number = iteration.number;
@@ -33,6 +34,21 @@ bool is_among_worst(WorstIterations& worst, const Iteration& iteration) {
     return among;
 }
 
+// Asked for often where runs are short: the lines are copied in one go.
+std::string last_lines(const RecentLines& recent, std::size_t count, std::size_t behind) {
+    std::size_t size = 0;
+    for (std::size_t back = 0; back < count; ++back) {
+        size += recent.before_last(back + behind).size() + 1;
+    }
+    std::string text(size, '\n');
+    for (std::size_t back = 0; back < count; ++back) {
+        const std::string_view line = recent.before_last(back + behind);
+        size -= line.size() + 1;
+        std::memcpy(&text[size], line.data(), line.size());
+    }
+    return text;
+}
+
 } // namespace
 
 void note_worst(Run& run, const Iteration& iteration, const RecentLines& recent, LineRange lines,
@@ -40,15 +56,10 @@ void note_worst(Run& run, const Iteration& iteration, const RecentLines& recent,
     if (!is_among_worst(run.worst, iteration)) {
         return;
     }
-    Excerpt excerpt{iteration.number, lines.first, lines.last, {}};
-    excerpt.text.reserve(usual_size);
     const std::size_t own = lines.last - std::min(lines.last, lines.first) + 1;
     const std::size_t there = recent.size() - std::min(recent.size(), behind);
-    for (std::size_t back = std::min(own, there); back > 0; --back) {
-        excerpt.text += recent.before_last(back - 1 + behind);
-        excerpt.text += '\n';
-    }
-    run.worst.keep(std::move(excerpt));
+    run.worst.keep({iteration.number, lines.first, lines.last,
+                    last_lines(recent, std::min(own, there), behind)});
 }
 
 } // namespace wivex::report
