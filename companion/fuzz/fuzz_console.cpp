@@ -55,7 +55,7 @@ void check_limits(const Run& run) {
         require(result.iterations.size() <= std::min<std::size_t>(result.broken, 100));
         require(result.broken <= run.started);
     }
-    for (const Excerpt& excerpt : run.worst.excerpts()) {
+    for (const Excerpt& excerpt : run.worst.excerpts) {
         require(excerpt.first_line <= excerpt.last_line);
         require(excerpt.text.size() <= RecentLines::count * (RecentLines::width + 1));
     }

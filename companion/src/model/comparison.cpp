@@ -134,8 +134,8 @@ private:
             }
         }
         if (comparison_.after.verdict == "unknown") {
-            doubts.push_back("the verdict on " + comparison_.after.name +
-                             ": " + comparison_.after.verdict_words);
+            doubts.push_back("the verdict on " + comparison_.after.name + ": " +
+                             comparison_.after.verdict_words);
         }
     }
 

@@ -17,19 +17,9 @@ namespace {
 constexpr double largest_value = 1e9;
 constexpr std::size_t longest_quote = 60;
 
-struct StatisticName {
-    std::string_view name;
-    Statistic statistic;
-};
-
-constexpr auto statistic_names = std::to_array<StatisticName>({
-    {"median", Statistic::median},
-    {"mean", Statistic::mean},
-    {"p95", Statistic::percentile_95},
-    {"p99", Statistic::percentile_99},
-    {"least", Statistic::least},
-    {"most", Statistic::most},
-});
+constexpr auto statistics =
+    std::to_array({Statistic::median, Statistic::mean, Statistic::percentile_95,
+                   Statistic::percentile_99, Statistic::least, Statistic::most});
 
 struct Unit {
     std::string_view name;
@@ -92,16 +82,16 @@ std::string take_name(Limit& limit, std::string_view name) {
     if (dot == std::string_view::npos) {
         return {};
     }
-    const std::string_view statistic = name.substr(dot + 1);
-    const auto* const found = std::ranges::find(statistic_names, statistic, &StatisticName::name);
-    if (found == statistic_names.end()) {
-        return "unknown statistic " + quoted(statistic) +
+    const std::string_view suffix = name.substr(dot);
+    const auto* const found = std::ranges::find(statistics, suffix, suffix_of);
+    if (found == statistics.end()) {
+        return "unknown statistic " + quoted(suffix.substr(1)) +
                "; known are median, mean, p95, p99, least, most";
     }
     if (limit.is_count()) {
         return std::string(figure_name(limit)) + " are counted, and have no statistic";
     }
-    limit.statistic = found->statistic;
+    limit.statistic = *found;
     return {};
 }
 

@@ -60,8 +60,7 @@ std::string_view figure_name(const Limit& limit) {
 }
 
 std::string name_of(const Limit& limit) {
-    return std::string(figure_name(limit)) +
-           std::string(statistics.at(static_cast<std::size_t>(limit.statistic)).suffix);
+    return std::string(figure_name(limit)) + std::string(suffix_of(limit.statistic));
 }
 
 std::string_view operator_of(const Limit& limit) {
@@ -76,6 +75,10 @@ std::string text_of(const Limit& limit) {
     const std::string_view unit = unit_of(limit);
     return name_of(limit) + " " + std::string(operator_of(limit)) + " " + exact_text(limit.value) +
            (unit.empty() ? "" : " " + std::string(unit));
+}
+
+std::string_view suffix_of(Statistic statistic) {
+    return statistics.at(static_cast<std::size_t>(statistic)).suffix;
 }
 
 double part_of(Statistic statistic) {

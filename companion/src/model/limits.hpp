@@ -75,6 +75,9 @@ std::string_view unit_of(const Limit& limit);
 /// "associate.p95 <= 4 s".
 std::string text_of(const Limit& limit);
 
+/// Behind the name of a figure: ".p95"; empty for `each`.
+std::string_view suffix_of(Statistic statistic);
+
 /// Of how many of its values the statistic is not above; 0 when it is no quantile.
 double part_of(Statistic statistic);
 

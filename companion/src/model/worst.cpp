@@ -36,17 +36,17 @@ bool WorstIterations::is_needed(std::uint32_t number) const {
 }
 
 void WorstIterations::let_go() {
-    std::erase_if(excerpts_, [&](const Excerpt& excerpt) { return !is_needed(excerpt.iteration); });
+    std::erase_if(excerpts, [&](const Excerpt& excerpt) { return !is_needed(excerpt.iteration); });
 }
 
 void WorstIterations::keep(Excerpt excerpt) {
-    excerpts_.push_back(std::move(excerpt));
+    excerpts.push_back(std::move(excerpt));
     let_go();
 }
 
 const Excerpt* WorstIterations::excerpt_of(std::uint32_t number) const {
-    const auto found = std::ranges::find(excerpts_, number, &Excerpt::iteration);
-    return found == excerpts_.end() ? nullptr : &*found;
+    const auto found = std::ranges::find(excerpts, number, &Excerpt::iteration);
+    return found == excerpts.end() ? nullptr : &*found;
 }
 
 void WorstIterations::forget_times() {

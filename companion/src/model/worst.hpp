@@ -43,28 +43,22 @@ private:
     std::size_t count_ = 0;
 };
 
-class WorstIterations {
-public:
+struct WorstIterations {
     WorstList throughput;
     WorstList signal;
     WorstList iteration;
     std::array<WorstList, phase_count> phases{};
+    std::vector<Excerpt> excerpts;
 
     /// Keeps the lines of one of them, and lets go of what is no longer needed.
     void keep(Excerpt excerpt);
 
     /// Null when there is none.
     const Excerpt* excerpt_of(std::uint32_t number) const;
-    const std::vector<Excerpt>& excerpts() const {
-        return excerpts_;
-    }
     void forget_times();
 
-private:
     bool is_needed(std::uint32_t number) const;
     void let_go();
-
-    std::vector<Excerpt> excerpts_;
 };
 
 } // namespace wivex::report

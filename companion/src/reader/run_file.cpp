@@ -130,8 +130,9 @@ private:
         if (name != "/iterations_started" && !is_outcome) {
             return true;
         }
-        if (value < 0 || value > largest_count || value != std::floor(value)) {
-            return refuse("a count that is none");
+        std::uint32_t count = 0;
+        if (!take_count(value, count)) {
+            return false;
         }
         if (is_outcome) {
             run_.outcomes += value;

@@ -39,6 +39,15 @@ std::string limits_alternative(const std::vector<Limit>& limits) {
     return text;
 }
 
+std::string picture(const std::string& words, const std::string& markup) {
+    return element("svg",
+                   {{"role", "img"},
+                    {"aria-label", words},
+                    {"viewBox", "0 0 1000 100"},
+                    {"preserveAspectRatio", "none"}},
+                   markup);
+}
+
 std::string limit_line(const Limit& limit, const std::string& path) {
     return element("path", {{"class", "limit"}, {"d", path}},
                    element("title", escaped(text_of(limit))));

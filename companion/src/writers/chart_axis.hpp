@@ -40,6 +40,9 @@ std::vector<Limit> limits_on(const Run& run, Limit of);
 /// "; limits: throughput >= 30 Mbit/s", or nothing.
 std::string limits_alternative(const std::vector<Limit>& limits);
 
+/// A picture of 1000 by 100 that also says in words what it shows.
+std::string picture(const std::string& words, const std::string& markup);
+
 /// A line along `path` that says its limit.
 std::string limit_line(const Limit& limit, const std::string& path);
 

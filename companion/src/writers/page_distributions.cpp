@@ -127,7 +127,7 @@ std::string times_card(const Run& run, const std::string& prefix) {
 
 std::string worst_card(const Run& run, const std::string& prefix) {
     std::vector<const Excerpt*> excerpts;
-    for (const Excerpt& excerpt : run.worst.excerpts()) {
+    for (const Excerpt& excerpt : run.worst.excerpts) {
         excerpts.push_back(&excerpt);
     }
     if (excerpts.empty()) {

@@ -49,13 +49,8 @@ std::string stamped(const std::string& console, double step) {
     return text;
 }
 
-std::string rate(const std::string& megabits) {
-    std::string pass = legacy_pass;
-    pass.replace(pass.find("94.0 Mbits"), 4, megabits);
-    return pass;
-}
-
-const std::string slow_between = banner + legacy_pass + rate("20.0") + rate("15.0") + end;
+const std::string slow_between =
+    banner + legacy_pass + legacy_pass_at("20.0") + legacy_pass_at("15.0") + end;
 
 TEST(LimitVerdict, is_within_when_every_iteration_keeps_it) {
     const LimitResult result = judged(banner + legacy_pass + legacy_pass + end, "throughput>=94");
@@ -122,7 +117,7 @@ TEST(LimitVerdict, is_never_within_on_a_console_that_does_not_show_the_whole_run
 }
 
 TEST(LimitVerdict, is_outside_however_little_of_the_run_is_there) {
-    EXPECT_EQ(judged(banner + rate("15.0") + checks_pass, "throughput>=30").verdict,
+    EXPECT_EQ(judged(banner + legacy_pass_at("15.0") + checks_pass, "throughput>=30").verdict,
               LimitVerdict::outside);
 }
 
@@ -164,7 +159,7 @@ TEST(LimitVerdict, is_exact_where_only_a_part_of_the_values_is_kept) {
     // 6 of 100 iterations are fast, and none of them is among those that are kept.
     std::string console = banner;
     for (int i = 0; i < 3 * 4096; ++i) {
-        console += i % 16 == 1 ? rate("200.0") : legacy_pass;
+        console += i % 16 == 1 ? legacy_pass_at("200.0") : legacy_pass;
     }
     console += end;
     const auto run = read_run(console);
@@ -180,7 +175,7 @@ TEST(LimitVerdict, is_exact_where_only_a_part_of_the_values_is_kept) {
 }
 
 TEST(LimitVerdict, is_that_of_the_worst_run_also_of_one_that_was_left_out) {
-    std::string console = banner + rate("15.0") + end;
+    std::string console = banner + legacy_pass_at("15.0") + end;
     EXPECT_EQ(judged(console, "throughput>=30").verdict, LimitVerdict::outside);
     for (int i = 0; i < 9; ++i) {
         console += banner + legacy_pass + end;
