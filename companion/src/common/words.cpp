@@ -50,6 +50,19 @@ std::string figure_text(double value) {
     return formatted("%.*f", places, value);
 }
 
+double rounded(double value) {
+    return std::round(value * 1000) / 1000;
+}
+
+std::string exact_text(double value) {
+    std::string text = formatted("%.3f", rounded(value));
+    text.erase(text.find_last_not_of('0') + 1);
+    if (text.ends_with('.')) {
+        text.pop_back();
+    }
+    return text == "-0" ? "0" : text;
+}
+
 std::string count_text(std::uint64_t count, std::string_view singular, std::string_view plural) {
     return std::to_string(count) + " " + std::string(count == 1 ? singular : plural);
 }

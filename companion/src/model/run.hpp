@@ -7,10 +7,12 @@
 #include "common/digest.hpp"
 #include "model/evidence.hpp"
 #include "model/identity.hpp"
+#include "model/limits.hpp"
 #include "model/modes.hpp"
 #include "model/run_times.hpp"
 #include "model/series.hpp"
 #include "model/sub_causes.hpp"
+#include "model/worst.hpp"
 
 #include <array>
 #include <cstddef>
@@ -23,6 +25,7 @@
 namespace wivex::report {
 
 constexpr float unknown_time = std::numeric_limits<float>::quiet_NaN();
+constexpr float unknown_signal = unknown_time;
 
 constexpr std::size_t most_runs = 8;
 constexpr std::size_t most_detailed_iterations = 5000;
@@ -66,6 +69,8 @@ struct Iteration {
     float seconds = unknown_time;
     /// In Mbit/s; negative when there was no figure.
     float throughput = -1;
+    /// Of the access point under test, in dBm; unknown unless the console lists it.
+    float signal = unknown_signal;
     std::array<PhaseRecord, phase_count> phases{};
 
     /// Counted by the tool or not.
@@ -85,6 +90,7 @@ struct Slice {
     std::array<std::uint32_t, outcome_count> outcomes{};
     std::uint32_t warned = 0;
     Spread throughput;
+    Spread signal;
     std::array<Spread, phase_count> seconds{};
 
     void add(const Iteration& iteration);
@@ -206,6 +212,11 @@ struct Run {
     Spread iteration_seconds;
     std::array<Series, phase_count> phase_series{};
     Series throughput_series;
+    Series iteration_series;
+    Spread signal;
+    Series signal_series;
+    std::vector<LimitTally> limits;
+    WorstIterations worst;
     std::uint32_t clients_served = 0;
 
     std::vector<Iteration> iterations;
@@ -248,6 +259,9 @@ struct Log {
     std::uint32_t dropped_runs = 0;
     /// The verdicts on them.
     std::array<std::uint32_t, run_verdict_count> dropped_verdicts{};
+    /// What figures are held against, and the worst that the dropped runs have shown of it.
+    std::vector<Limit> limits;
+    std::vector<LimitResult> dropped_limits;
     std::uint64_t bytes = 0;
     std::uint64_t lines = 0;
     std::uint64_t unknown_lines = 0;

@@ -3,6 +3,7 @@
 
 #include "common/unique_file.hpp"
 #include "guard/guard.hpp"
+#include "program/compare.hpp"
 #include "program/options.hpp"
 #include "program/session.hpp"
 
@@ -34,6 +35,7 @@ SessionOptions session_options(const Options& options) {
     session.refresh = from_file ? 0 : options.refresh;
     session.check = options.check;
     session.reader.iterations = options.iterations;
+    session.reader.limits = options.limits;
     if (from_file) {
         session.name = options.console;
     }
@@ -66,6 +68,9 @@ int read_file(const char* path, const SessionOptions& session) {
 }
 
 int run(const Options& options) {
+    if (!options.compare.empty()) {
+        return run_comparison(options.compare.front(), options.compare.back(), options.out);
+    }
     SessionOptions session = session_options(options);
     const std::string problem =
         settle_identity(options.identity, options.out, session.reader.identity);

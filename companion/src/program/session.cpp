@@ -3,6 +3,7 @@
 
 #include "common/bytes.hpp"
 #include "model/identity.hpp"
+#include "model/limit_verdict.hpp"
 #include "model/verdict.hpp"
 #include "writers/report_files.hpp"
 #include "writers/summary.hpp"
@@ -137,7 +138,8 @@ private:
                          options_.name.c_str(), std::strerror(read_error_));
             return exit_status::usage;
         }
-        const bool passed = judge(reader_.log()) == RunVerdict::passed;
+        const bool passed =
+            judge(reader_.log()) == RunVerdict::passed && are_kept(judge_limits(reader_.log()));
         return passed || !options_.check ? exit_status::done : exit_status::run_failed;
     }
 

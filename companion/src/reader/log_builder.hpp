@@ -11,6 +11,7 @@
 
 #include <cstdint>
 #include <string_view>
+#include <vector>
 
 namespace wivex::report {
 
@@ -28,6 +29,8 @@ struct ReaderOptions {
     Identity identity{};
     /// The clock of the world, seconds since 1970.
     double (*wall_clock)() = system_seconds;
+    /// What the figures of a run are held against.
+    std::vector<Limit> limits = {};
 };
 
 class LogBuilder {
@@ -116,6 +119,7 @@ private:
     Moment moment() const;
     void end_iteration(bool complete);
     void tally_iteration();
+    void note_console_lines();
     void doubt_arrival_times();
     std::size_t describe(Cause cause, bool warning, bool concluded);
     void conclude_missing_failure();
@@ -131,6 +135,7 @@ private:
     LineTime time_;
     double run_began_ = 0;
     bool run_over_ = false;
+    bool console_over_ = false;
 };
 
 } // namespace wivex::report

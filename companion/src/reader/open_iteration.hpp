@@ -4,8 +4,10 @@
 #pragma once
 
 #include "model/run.hpp"
+#include "reader/heard.hpp"
 
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 
 namespace wivex::report {
@@ -39,6 +41,9 @@ struct OpenIteration {
     bool role_known = false;
     bool traffic_seen = false;
     int connections_closed = 0;
+    /// The console line that it began with, from 1.
+    std::uint64_t first_line = 0;
+    HeardAccessPoints heard;
     /// What other programs said that may lie behind a failure.
     SubCause sub_cause = SubCause::none;
     std::optional<PendingFailure> pending;
@@ -74,6 +79,11 @@ struct OpenIteration {
 
     /// Chooses the figure that stands for the whole iteration.
     void set_throughput();
+
+    /// Takes the signal of the access point under test.
+    void set_signal() {
+        record.signal = heard.signal();
+    }
 
     /// The outcome in `mode`; `complete`: the tool has gone on behind it.
     Outcome outcome(Mode mode, bool complete) const;

@@ -3,11 +3,13 @@
 
 #include "common/words.hpp"
 #include "model/advice.hpp"
+#include "model/limit_verdict.hpp"
 #include "model/test_cases.hpp"
 #include "model/verdict.hpp"
 #include "model/weak_passes.hpp"
 #include "writers/identity_words.hpp"
 #include "writers/junit_identity.hpp"
+#include "writers/junit_limits.hpp"
 #include "writers/junit_suite.hpp"
 #include "writers/run_words.hpp"
 
@@ -66,6 +68,7 @@ public:
         }
         write_iterations_behind();
         write_run();
+        write_limits(suite_, class_name("limit"), judge_limits(run_));
         suite_.finish(notes());
     }
 
@@ -249,6 +252,7 @@ void write_left_out(const Log& log, std::size_t number, pugi::xml_node parent) {
             suite.error(test, {name_of(verdict), count_text(count, "run", "runs"), ""});
         }
     }
+    write_limits(suite, "wivex.left-out.limit", log.dropped_limits);
     suite.finish("Only the last " + std::to_string(most_runs) + " runs are listed.\n");
 }
 
@@ -256,6 +260,7 @@ void write_no_run(const Log& log, pugi::xml_node parent) {
     JunitSuite suite(parent, "wivex", 0, unknown_moment);
     const pugi::xml_node test = suite.test("run", "wivex.unknown.run", unknown_time);
     suite.error(test, {name_of(judge(log)), verdict_sentence(log), ""});
+    write_limits(suite, "wivex.unknown.limit", judge_limits(log));
     suite.finish("");
 }
 

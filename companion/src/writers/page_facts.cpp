@@ -60,13 +60,13 @@ std::string number_cell(const std::string& markup) {
 }
 
 std::string access_point_row(const AccessPoint& point) {
-    return element(
-               "tr",
-               element("td", point.ssid.empty() ? element("i", "hidden") : escaped(point.ssid)) +
-                   element("td", escaped(point.bssid)) +
-                   number_cell(point.frequency == 0 ? "" : std::to_string(point.frequency)) +
-                   number_cell(std::to_string(point.times_seen)) +
-                   number_cell(signal_words(point.signal))) +
+    return element("tr",
+                   element("th", {{"scope", "row"}},
+                           point.ssid.empty() ? element("i", "hidden") : escaped(point.ssid)) +
+                       element("td", escaped(point.bssid)) +
+                       number_cell(point.frequency == 0 ? "" : std::to_string(point.frequency)) +
+                       number_cell(std::to_string(point.times_seen)) +
+                       number_cell(signal_words(point.signal))) +
            "\n";
 }
 
@@ -101,7 +101,7 @@ std::string access_points_card(const Run& run, const std::string& prefix) {
         rows += access_point_row(point);
     }
     std::string text = table({},
-                             element("th", "SSID") + element("th", "BSSID") + number_head("MHz") +
+                             column_head("SSID") + column_head("BSSID") + number_head("MHz") +
                                  number_head("Seen") + number_head("Signal, dBm"),
                              rows);
     if (run.unlisted_access_points != 0) {

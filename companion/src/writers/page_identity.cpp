@@ -1,17 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "writers/page_identity.hpp"
 
-#include "model/verdict.hpp"
 #include "writers/html_text.hpp"
 #include "writers/identity_words.hpp"
 #include "writers/page.hpp"
 
 namespace wivex::report {
-
-std::string page_title(const Log& log) {
-    const std::string& serial = log.identity.serial;
-    return "wivex: " + escaped((serial.empty() ? "" : serial + ": ") + verdict_sentence(log));
-}
 
 std::string identity_part(const Log& log) {
     std::string markup;

@@ -8,9 +8,6 @@
 
 namespace wivex::report {
 
-/// The title of the page, escaped: the unit first, so that it stands in a narrow tab.
-std::string page_title(const Log& log);
-
 /// What is known of the device and the station, and the warnings.
 std::string identity_part(const Log& log);
 

@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "writers/page_verdict.hpp"
 
+#include "model/limit_verdict.hpp"
 #include "model/weak_passes.hpp"
 #include "writers/html_text.hpp"
 #include "writers/identity_words.hpp"
 #include "writers/page.hpp"
+#include "writers/page_limits.hpp"
 
 namespace wivex::report {
 
@@ -111,7 +113,7 @@ std::string verdict_part(const Run& run, const Judgement& judgement, const std::
                            verdict_sentence(run)) +
            paragraph("soft",
                      std::string(title_of(run.mode)) + ", " + std::string(end_words(run)) + began) +
-           reasons(run, judgement, prefix);
+           limits_line(judge_limits(run), judgement.is_green()) + reasons(run, judgement, prefix);
 }
 
 } // namespace wivex::report

@@ -43,6 +43,13 @@ inline const std::string disconnect =
 inline const std::string legacy_pass =
     checks_pass + scan_and_associate + take_address + traffic + disconnect + session_closes;
 
+// A pass with another throughput, of four characters.
+inline std::string legacy_pass_at(const std::string& megabits) {
+    std::string pass = legacy_pass;
+    pass.replace(pass.find("94.0 Mbits"), 4, megabits);
+    return pass;
+}
+
 inline const std::string refused = checks_pass +
                                    "Scan Command not successful\n"
                                    "Fail to send Scan Command!!!\nERROR:SCAN-FAIL\n" +
