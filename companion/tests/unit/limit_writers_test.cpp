@@ -183,7 +183,7 @@ TEST(LimitsOnThePage, stand_beside_the_verdict_of_the_tool) {
 
 TEST(LimitsOnThePage, name_the_iterations_with_a_link_to_their_console_lines) {
     const std::string page = page_of(slow_once, {"throughput>=30"});
-    EXPECT_THAT(page, HasSubstr("<td><a href=\"#w1\">1</a></td>"));
+    EXPECT_THAT(page, HasSubstr("<td class=\"verdicts\"><a href=\"#w1\">1</a></td>"));
     EXPECT_THAT(page, HasSubstr("<details id=\"w1\">"));
     EXPECT_THAT(page, HasSubstr("11.2 Mbits/sec"));
 }
