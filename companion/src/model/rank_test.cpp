@@ -122,7 +122,7 @@ std::vector<double> corrected_for_number(std::span<const double> probabilities) 
     std::vector<double> corrected(probabilities.size());
     double largest = 0;
     for (std::size_t i = 0; i < order.size(); ++i) {
-        const double factor = static_cast<double>(order.size() - i);
+        const auto factor = static_cast<double>(order.size() - i);
         largest = std::max(largest, std::min(1.0, factor * probabilities[order[i]]));
         corrected[order[i]] = largest;
     }

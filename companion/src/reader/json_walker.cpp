@@ -105,7 +105,7 @@ std::string JsonWalker::walk(std::string_view text) {
     return good || !problem_.empty() ? problem_ : "no valid JSON";
 }
 
-bool JsonWalker::refuse(std::string what) {
+bool JsonWalker::refuse(std::string_view what) {
     if (problem_.empty()) {
         problem_ = printable(what);
     }

@@ -30,7 +30,7 @@ protected:
     virtual bool end_of(std::string_view path) = 0;
 
     /// Notes what is wrong. Always false.
-    bool refuse(std::string what);
+    bool refuse(std::string_view what);
 
 private:
     friend class JsonEvents;
