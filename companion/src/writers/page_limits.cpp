@@ -85,7 +85,7 @@ std::string limits_card(const Run& run, bool green, const std::string& prefix) {
 }
 
 std::string iteration_link(const Run& run, std::uint32_t number, const std::string& prefix) {
-    const std::string text = std::to_string(number);
+    std::string text = std::to_string(number);
     if (std::ranges::find(run.failures, number, &Failure::iteration) != run.failures.end()) {
         return element("a", {{"href", "#" + prefix + "i" + text}}, text);
     }

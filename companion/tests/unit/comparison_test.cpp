@@ -11,6 +11,7 @@
 #include <bit>
 #include <cmath>
 #include <random>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -96,7 +97,8 @@ TEST(RankTest, says_nothing_of_few_values) {
 TEST(RankTest, takes_chance_for_a_difference_as_often_as_it_says) {
     int found = 0;
     for (unsigned i = 0; i < 400; ++i) {
-        found += rank_test(noise(2 * i + 1, 50, 30), noise(2 * i + 2, 50, 30))->probability < 0.05;
+        const auto test = rank_test(noise(2 * i + 1, 50, 30), noise(2 * i + 2, 50, 30));
+        found += test->probability < 0.05 ? 1 : 0;
     }
     EXPECT_GT(found, 5);
     EXPECT_LT(found, 36) << "twenty are meant";
@@ -163,7 +165,8 @@ TEST(Comparison, takes_more_time_for_worse) {
     EXPECT_EQ(slower.figures.at(0).name, "dhcp");
     EXPECT_EQ(slower.figures.at(0).change, Change::worse);
     EXPECT_TRUE(slower.is_worse());
-    EXPECT_FALSE(compare(after, before).is_worse());
+    std::swap(before, after);
+    EXPECT_FALSE(compare(before, after).is_worse());
 }
 
 TEST(Comparison, finds_more_failures_of_a_cause) {

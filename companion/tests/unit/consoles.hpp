@@ -89,7 +89,7 @@ inline const std::string interrupt =
     clean_up + "[WIFI] Done..\n";
 
 inline wivex::report::Log read(std::string_view console,
-                               wivex::report::ReaderOptions options = {}) {
+                               const wivex::report::ReaderOptions& options = {}) {
     wivex::report::RunReader reader(options);
     reader.feed(console);
     reader.finish();
@@ -97,7 +97,7 @@ inline wivex::report::Log read(std::string_view console,
 }
 
 inline wivex::report::Run read_run(std::string_view console,
-                                   wivex::report::ReaderOptions options = {}) {
+                                   const wivex::report::ReaderOptions& options = {}) {
     const wivex::report::Log log = read(console, options);
     return log.runs.empty() ? wivex::report::Run() : log.runs.back();
 }

@@ -2,11 +2,11 @@
 // What a device tells of itself, from files of a folder that stands for it.
 
 #include "program/device_facts.hpp"
+#include "temporary_folder.hpp"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include <filesystem>
 #include <fstream>
@@ -14,25 +14,16 @@
 namespace {
 
 using namespace wivex::report;
-using testing::HasSubstr;
 
 class DeviceFacts : public testing::Test {
 protected:
-    DeviceFacts() {
-        std::filesystem::create_directories(root_);
-    }
-    ~DeviceFacts() override {
-        std::filesystem::remove_all(root_);
-    }
-    DeviceFacts(const DeviceFacts&) = delete;
-    DeviceFacts& operator=(const DeviceFacts&) = delete;
     void write(const std::string& path, std::string_view text) const {
         std::filesystem::create_directories(std::filesystem::path(root_ + path).parent_path());
         std::ofstream(root_ + path, std::ios::binary) << text;
     }
 
-    std::string root_ =
-        std::filesystem::temp_directory_path() / ("device-test-" + std::to_string(getpid()));
+    test_tools::TemporaryFolder folder_{"device-facts"};
+    const std::string& root_ = folder_.path();
 };
 
 TEST_F(DeviceFacts, come_from_the_device_tree) {
@@ -54,9 +45,7 @@ TEST_F(DeviceFacts, come_from_dmi_where_there_is_no_device_tree) {
 
 TEST_F(DeviceFacts, are_never_what_the_maker_of_the_board_left_as_it_came) {
     for (const char* const text : {"To Be Filled By O.E.M.\n", "Default string\n", "None\n", "0\n",
-                                   "System Serial Number\n", "\n", "",
-                                   "a\x01"
-                                   "b\n"}) {
+                                   "System Serial Number\n", "\n", "", "a\x01z\n"}) {
         write("/sys/class/dmi/id/product_serial", text);
         EXPECT_EQ(facts_in_files(root_, "wlan0").serial, "") << text;
     }

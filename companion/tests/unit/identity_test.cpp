@@ -7,6 +7,7 @@
 #include "model/run_id.hpp"
 #include "program/identity_text.hpp"
 #include "program/previous_report.hpp"
+#include "temporary_folder.hpp"
 #include "writers/html_writer.hpp"
 #include "writers/json_writer.hpp"
 #include "writers/junit_writer.hpp"
@@ -15,7 +16,6 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <filesystem>
 #include <fstream>
@@ -223,20 +223,14 @@ TEST(IdentityWarnings, tell_a_console_of_another_device_than_this_one) {
 class PreviousReport : public testing::Test {
 protected:
     PreviousReport() {
-        write_report(read_as(identity_of("serial=1"), console_), folder_);
+        write_report(read_as(identity_of("serial=1"), console_), folder_.path());
     }
-    ~PreviousReport() override {
-        std::filesystem::remove_all(folder_);
-    }
-    PreviousReport(const PreviousReport&) = delete;
-    PreviousReport& operator=(const PreviousReport&) = delete;
     std::vector<std::string> warnings_behind(Identity identity, const std::string& console) const {
-        read_previous_report(folder_, identity);
+        read_previous_report(folder_.path(), identity);
         return identity_warnings(read_as(identity, console));
     }
 
-    std::string folder_ =
-        std::filesystem::temp_directory_path() / ("identity-test-" + std::to_string(getpid()));
+    test_tools::TemporaryFolder folder_{"previous-report"};
     std::string console_ = banner + mac_check("02:00:00:00:00:01", "02:00:00:00:00:01") + end;
 };
 
@@ -257,10 +251,10 @@ TEST_F(PreviousReport, tells_one_serial_with_two_macs) {
 TEST_F(PreviousReport, is_no_trouble_when_it_is_none) {
     for (const std::string text : {"", "{", "[[[[[[", "{\"identity\":{\"serial\":", "\xff\xfe",
                                    "{\"runs\":[{\"identity\":{\"serial\":\"x\",\"mac\":1}}]}"}) {
-        std::ofstream(folder_ + "/run.json") << text;
+        std::ofstream(folder_.path() + "/run.json") << text;
         EXPECT_THAT(warnings_behind(identity_of("serial=2"), console_), IsEmpty()) << text;
     }
-    std::filesystem::remove_all(folder_);
+    std::filesystem::remove_all(folder_.path());
     EXPECT_THAT(warnings_behind(identity_of("serial=2"), console_), IsEmpty());
 }
 
