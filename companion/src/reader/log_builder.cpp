@@ -212,7 +212,7 @@ void LogBuilder::tally_iteration() {
 
 // What ends an iteration is the line behind it, or the end of the console.
 void LogBuilder::note_console_lines() {
-    const std::uint64_t behind = console_over_ ? 0 : 1;
+    const std::size_t behind = console_over_ ? 0 : 1;
     note_worst(*run_, current_.record, failures_.recent(),
                {current_.first_line, std::max(current_.first_line, log_.lines - behind)}, behind);
 }
