@@ -56,10 +56,10 @@ void note_worst(Run& run, const Iteration& iteration, const RecentLines& recent,
     if (!is_among_worst(run.worst, iteration)) {
         return;
     }
-    const std::size_t own = lines.last - std::min(lines.last, lines.first) + 1;
+    const std::uint64_t own = lines.last - std::min(lines.last, lines.first) + 1;
     const std::size_t there = recent.size() - std::min(recent.size(), behind);
-    run.worst.keep({iteration.number, lines.first, lines.last,
-                    last_lines(recent, std::min(own, there), behind)});
+    const auto shown = static_cast<std::size_t>(std::min<std::uint64_t>(own, there));
+    run.worst.keep({iteration.number, lines.first, lines.last, last_lines(recent, shown, behind)});
 }
 
 } // namespace wivex::report
