@@ -7,6 +7,10 @@
 
 namespace wivex::report {
 
+/// Reads the file at `path` into the empty `content`, and ends as soon as it holds more than `most`
+/// bytes. False when it cannot be read; errno says why.
+bool read_beyond(const std::string& path, std::size_t most, std::string& content);
+
 /// Reads the file at `path` into `content`. Returns what is wrong, for people; empty: nothing. A
 /// file of more than `most` bytes is refused.
 std::string read_whole_file(const std::string& path, std::size_t most, std::string& content);

@@ -1,18 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "program/identity_text.hpp"
 
-#include "common/bytes.hpp"
+#include "common/files.hpp"
 #include "common/printable.hpp"
-#include "common/unique_file.hpp"
-
-#include <fcntl.h>
 
 #include <algorithm>
 #include <array>
 #include <cerrno>
 #include <charconv>
 #include <cstring>
-#include <vector>
 
 namespace wivex::report {
 
@@ -162,21 +158,14 @@ std::string read_identity(std::string_view text, Identity& identity) {
 }
 
 std::string read_identity_file(const std::string& path, Identity& identity) {
-    const UniqueFile file(open(path.c_str(), O_RDONLY | O_CLOEXEC));
-    std::vector<char> buffer(largest_file + 1);
-    std::size_t size = 0;
-    long length = file.is_open() ? 1 : -1;
-    while (length > 0 && size < buffer.size()) {
-        length = read_some(file.get(), std::span(buffer).subspan(size));
-        size += length > 0 ? static_cast<std::size_t>(length) : 0;
-    }
-    if (length < 0) {
+    std::string content;
+    if (!read_beyond(path, largest_file, content)) {
         return "cannot read " + path + ": " + std::strerror(errno);
     }
-    if (size > largest_file) {
+    if (content.size() > largest_file) {
         return path + ": larger than " + std::to_string(largest_file / 1024) + " KB";
     }
-    const std::string problem = read_identity({buffer.data(), size}, identity);
+    const std::string problem = read_identity(content, identity);
     return problem.empty() ? "" : path + ": " + problem;
 }
 

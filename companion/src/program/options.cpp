@@ -42,11 +42,11 @@ void declare_comparison(CLI::App& app, Options& options) {
                "write compare.html into DIR. Exit with 1 when AFTER is significantly worse.")
             ->type_name("BEFORE AFTER")
             ->expected(2);
-    for (const char* const other :
-         {"console", "--live", "--iterations", "--mode", "--saved", "--refresh", "--serial",
-          "--part", "--station", "--attempt", "--operator", "--fact", "--identity", "--on-device",
-          "--interface", "--quiet", "--check", "--limit", "--limits"}) {
-        compare->excludes(other);
+    for (CLI::Option* const other : app.get_options()) {
+        if (other != compare && !other->check_name("--out") && !other->check_name("--help") &&
+            !other->check_name("--version")) {
+            compare->excludes(other);
+        }
     }
 }
 

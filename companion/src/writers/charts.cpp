@@ -207,14 +207,9 @@ std::string curve(std::span<const CurvePoint> points, std::uint32_t iterations,
                               figure_text(all.least) + ", mean " + figure_text(all.mean()) +
                               ", most " + figure_text(all.most) + " " + unit +
                               limits_alternative(labels.limits);
-    const std::string svg =
-        element("svg",
-                {{"role", "img"},
-                 {"aria-label", words},
-                 {"viewBox", "0 0 1000 100"},
-                 {"preserveAspectRatio", "none"}},
-                R"(<path class="grid" d="M0 0H1000M0 50H1000M0 100H1000"/>)" + writer.range() +
-                    writer.line() + writer.dots(labels) + limit_lines(labels.limits, axis));
+    const std::string svg = picture(
+        words, R"(<path class="grid" d="M0 0H1000M0 50H1000M0 100H1000"/>)" + writer.range() +
+                   writer.line() + writer.dots(labels) + limit_lines(labels.limits, axis));
     if (small) {
         return element("div", {{"class", "spark"}},
                        svg + span("top", figure_text(axis.top()) + " " + unit));

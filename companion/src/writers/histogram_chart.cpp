@@ -82,14 +82,9 @@ std::string histogram(const Series& series, const HistogramLabels& labels) {
                               " " + unit + ", most often " + range_of(largest) + " (" +
                               iterations_text(largest.count) + ")" +
                               limits_alternative(labels.limits);
-    const std::string svg =
-        element("svg",
-                {{"role", "img"},
-                 {"aria-label", words},
-                 {"viewBox", "0 0 1000 100"},
-                 {"preserveAspectRatio", "none"}},
-                R"(<path class="grid" d="M0 100H1000"/>)" + bars(bins, largest.count, labels.unit) +
-                    limits_between(bins, labels.limits));
+    const std::string svg = picture(words, R"(<path class="grid" d="M0 100H1000"/>)" +
+                                               bars(bins, largest.count, labels.unit) +
+                                               limits_between(bins, labels.limits));
     const std::string y =
         element("span", std::to_string(largest.count)) + element("span", "") + element("span", "0");
     const std::string x = element("span", exact_text(bins.front().from)) + element("span", unit) +

@@ -19,7 +19,7 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
-Judgement judged(const std::string& console, ReaderOptions options = {}) {
+Judgement judged(const std::string& console, const ReaderOptions& options = {}) {
     return judge(read_run(console, options));
 }
 
