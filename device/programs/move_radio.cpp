@@ -17,18 +17,8 @@
 
 namespace {
 
-struct SocketDeleter {
-    void operator()(nl_sock* socket) const {
-        nl_socket_free(socket);
-    }
-};
-struct MessageDeleter {
-    void operator()(nl_msg* message) const {
-        nlmsg_free(message);
-    }
-};
-using Socket = std::unique_ptr<nl_sock, SocketDeleter>;
-using Message = std::unique_ptr<nl_msg, MessageDeleter>;
+using Socket = std::unique_ptr<nl_sock, decltype([](nl_sock* socket) { nl_socket_free(socket); })>;
+using Message = std::unique_ptr<nl_msg, decltype([](nl_msg* message) { nlmsg_free(message); })>;
 
 std::optional<std::uint32_t> radio_of(const std::string& interface) {
     std::ifstream file("/sys/class/net/" + interface + "/phy80211/index");

@@ -9,6 +9,8 @@
 #include <getopt.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <array>
 #include <cstdio>
 #include <string_view>
 #include <vector>
@@ -17,20 +19,28 @@ namespace wivex::doctor {
 
 namespace {
 
+struct OwnWord {
+    std::string_view word;
+    bool Request::*flag = nullptr;
+    Request::Wish wish = Request::Wish::check;
+};
+
+constexpr std::array<OwnWord, 5> own_words{{{"--json", &Request::json},
+                                            {"--quiet", &Request::quiet},
+                                            {"--scan", &Request::scan},
+                                            {"--help", nullptr, Request::Wish::help},
+                                            {"--version", nullptr, Request::Wish::version}}};
+
 // True when the word is one of the doctor's own.
 bool take_own_word(std::string_view word, Request& request) {
-    if (word == "--json") {
-        request.json = true;
-    } else if (word == "--quiet") {
-        request.quiet = true;
-    } else if (word == "--scan") {
-        request.scan = true;
-    } else if (word == "--help") {
-        request.wish = Request::Wish::help;
-    } else if (word == "--version") {
-        request.wish = Request::Wish::version;
-    } else {
+    const auto* const own = std::ranges::find(own_words, word, &OwnWord::word);
+    if (own == own_words.end()) {
         return false;
+    }
+    if (own->flag != nullptr) {
+        request.*own->flag = true;
+    } else {
+        request.wish = own->wish;
     }
     return true;
 }

@@ -3,6 +3,7 @@
 
 #include "bench_run.hpp"
 #include "expected.hpp"
+#include "legacy_console.hpp"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -21,15 +22,8 @@ const std::string all_passed = "Test case 1 passed \nTest case 2 passed \nTest c
 const std::string one_failure = "Test case 1 passed \nTest case 2 passed \nTest case 8 fail # 1\n";
 const std::string two_failures = "Test case 1 passed \nTest case 2 passed \nTest case 8 fail # 2\n";
 
-const std::string scanned = "Scan Command Sent Successfully...\n";
-const std::string listed =
-    scanned + "bench-apis found...\nScan_Results Command Sent Successfully...\n";
-const std::string added = listed + "Call to ADD_NETWORK is Successful...\n";
-const std::string configured = added + "Result of cmd_to_setnetwork function is 0\n";
-const std::string selected = configured + "Call to SELECT_NETWORK is Successful...\n";
-const std::string addressed = selected + "Executing dhclient...\nudhcpc -i wlan0 --now.\n"
-                                         "Command to udhcpc is successful...\n";
-const std::string unmeasured = addressed + "IPERF not set in conf. file!!\n";
+const auto [scanned, listed, added, configured, selected, addressed, unmeasured] =
+    test_texts::legacy_console("bench-ap");
 
 // ---- the pass ----------------------------------------------------------------------------------
 

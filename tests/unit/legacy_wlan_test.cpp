@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "children.hpp"
 #include "common/process_state.hpp"
+#include "legacy_console.hpp"
 #include "legacy_wlan_fixture.hpp"
 #include "modes/legacy_wlan.hpp"
 
@@ -16,14 +17,8 @@ namespace {
 using namespace test_support;
 using namespace testing;
 
-const std::string scanned = "Scan Command Sent Successfully...\n";
-const std::string listed = scanned + "homeis found...\nScan_Results Command Sent Successfully...\n";
-const std::string added = listed + "Call to ADD_NETWORK is Successful...\n";
-const std::string configured = added + "Result of cmd_to_setnetwork function is 0\n";
-const std::string selected = configured + "Call to SELECT_NETWORK is Successful...\n";
-const std::string addressed = selected + "Executing dhclient...\nudhcpc -i wlan0 --now.\n"
-                                         "Command to udhcpc is successful...\n";
-const std::string unmeasured = addressed + "IPERF not set in conf. file!!\n";
+const auto [scanned, listed, added, configured, selected, addressed, unmeasured] =
+    test_texts::legacy_console("home");
 const std::string disabled =
     unmeasured + "DISABLE_NETWORK 0 \nCall to DISABLE_NETWORK is successful...\n";
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "model/limits.hpp"
 
+#include "common/enum_rows.hpp"
 #include "common/words.hpp"
 
 #include <array>
@@ -46,7 +47,7 @@ constexpr std::array<StatisticRow, 7> statistics{{
 } // namespace
 
 std::string_view name_of(LimitVerdict verdict) {
-    return verdict_names.at(static_cast<std::size_t>(verdict));
+    return row_at(verdict_names, verdict);
 }
 
 bool Limit::is_broken_by(double measured) const {
@@ -56,7 +57,7 @@ bool Limit::is_broken_by(double measured) const {
 
 std::string_view figure_name(const Limit& limit) {
     return limit.figure == Figure::phase ? name_of(limit.phase)
-                                         : figures.at(static_cast<std::size_t>(limit.figure)).name;
+                                         : row_at(figures, limit.figure).name;
 }
 
 std::string name_of(const Limit& limit) {
@@ -68,7 +69,7 @@ std::string_view operator_of(const Limit& limit) {
 }
 
 std::string_view unit_of(const Limit& limit) {
-    return figures.at(static_cast<std::size_t>(limit.figure)).unit;
+    return row_at(figures, limit.figure).unit;
 }
 
 std::string text_of(const Limit& limit) {
@@ -78,11 +79,11 @@ std::string text_of(const Limit& limit) {
 }
 
 std::string_view suffix_of(Statistic statistic) {
-    return statistics.at(static_cast<std::size_t>(statistic)).suffix;
+    return row_at(statistics, statistic).suffix;
 }
 
 double part_of(Statistic statistic) {
-    return statistics.at(static_cast<std::size_t>(statistic)).part;
+    return row_at(statistics, statistic).part;
 }
 
 } // namespace wivex::report

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "model/modes.hpp"
 
+#include "common/enum_rows.hpp"
+
 #include <algorithm>
 #include <array>
 
@@ -70,7 +72,7 @@ std::span<const ModeRow> mode_rows() {
 }
 
 const ModeRow& row_of(Mode mode) {
-    return rows.at(static_cast<std::size_t>(mode));
+    return row_at(rows, mode);
 }
 
 std::string_view name_of(Mode mode) {

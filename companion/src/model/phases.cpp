@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "model/phases.hpp"
 
+#include "common/enum_rows.hpp"
+
 namespace wivex::report {
 
 namespace {
@@ -15,8 +17,23 @@ constexpr std::array<std::string_view, verdict_count> verdict_names{"none", "pas
 constexpr std::array<std::string_view, outcome_count> outcome_names{
     "passed", "failed", "failed-uncounted", "unfinished"};
 
-constexpr std::array<std::string_view, 7> end_names{
-    "open", "finished", "interrupted", "killed", "softap", "not-started", "broke-off"};
+struct EndRow {
+    std::string_view name;
+    std::string_view words;
+    std::string_view missing;
+};
+
+constexpr std::array<EndRow, 7> ends{{
+    {"open", "the console ends in the middle of the run",
+     "the console ends in the middle of the run"},
+    {"finished", "finished", ""},
+    {"interrupted", "interrupted by ^C", ""},
+    {"killed", "killed: the tool wrote no result file", "the run was killed"},
+    {"softap", "softAP mode: one iteration, no result file", ""},
+    {"not-started", "the tool ended before its first iteration", ""},
+    {"broke-off", "broken off: another run begins without an end of this one",
+     "the run broke off: another one begins before its end"},
+}};
 
 constexpr std::array<std::string_view, run_verdict_count> run_verdict_names{
     "passed", "failed", "interrupted", "unknown"};
@@ -42,7 +59,15 @@ std::string_view name_of(Outcome outcome) {
 }
 
 std::string_view name_of(RunEnd end) {
-    return name_in(end_names, end);
+    return row_at(ends, end).name;
+}
+
+std::string_view words_of(RunEnd end) {
+    return row_at(ends, end).words;
+}
+
+std::string_view missing_words(RunEnd end) {
+    return row_at(ends, end).missing;
 }
 
 std::string_view name_of(RunVerdict verdict) {

@@ -75,4 +75,10 @@ std::string_view name_of(Outcome outcome);
 std::string_view name_of(RunEnd end);
 std::string_view name_of(RunVerdict verdict);
 
+/// "killed: the tool wrote no result file".
+std::string_view words_of(RunEnd end);
+
+/// What such an end leaves open about the run; empty: nothing.
+std::string_view missing_words(RunEnd end);
+
 } // namespace wivex::report

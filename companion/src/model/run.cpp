@@ -1,10 +1,33 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "model/run.hpp"
 
+#include "common/enum_rows.hpp"
+
 #include <algorithm>
 #include <cmath>
 
 namespace wivex::report {
+
+namespace {
+
+struct TimeSourceRow {
+    std::string_view name;
+    std::string_view words;
+};
+
+constexpr std::array<TimeSourceRow, 3> time_sources{{{"none", "nowhere: unknown"},
+                                                     {"arrival", "arrival of the lines"},
+                                                     {"stamps", "time stamps in the console"}}};
+
+} // namespace
+
+std::string_view name_of(TimeSource source) {
+    return row_at(time_sources, source).name;
+}
+
+std::string_view words_of(TimeSource source) {
+    return row_at(time_sources, source).words;
+}
 
 void Spread::add(float value) {
     if (std::isnan(value)) {

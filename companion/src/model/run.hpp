@@ -177,6 +177,10 @@ struct Device {
 
 enum class TimeSource : std::uint8_t { none, arrival, stamps };
 
+/// Short, as run.json has it: "stamps"; and in words: "time stamps in the console".
+std::string_view name_of(TimeSource source);
+std::string_view words_of(TimeSource source);
+
 struct Run {
     Device device;
     Mode mode = Mode::unknown;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "model/sub_causes.hpp"
 
+#include "common/enum_rows.hpp"
+
 #include <array>
 
 namespace wivex::report {
@@ -41,15 +43,15 @@ constexpr std::array<SubCauseRow, sub_cause_count> rows{{
 } // namespace
 
 std::string_view id_of(SubCause sub_cause) {
-    return rows.at(static_cast<std::size_t>(sub_cause)).id;
+    return row_at(rows, sub_cause).id;
 }
 
 std::string_view words_of(SubCause sub_cause) {
-    return rows.at(static_cast<std::size_t>(sub_cause)).words;
+    return row_at(rows, sub_cause).words;
 }
 
 bool explains(SubCause sub_cause, Cause cause) {
-    const SubCauseRow& row = rows.at(static_cast<std::size_t>(sub_cause));
+    const SubCauseRow& row = row_at(rows, sub_cause);
     return cause != Cause::none && (row.behind == cause || row.also_behind == cause);
 }
 

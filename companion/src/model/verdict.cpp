@@ -50,27 +50,14 @@ void add_failures(const Run& run, Words& words) {
     }
 }
 
-std::string_view end_words(const Run& run) {
-    switch (run.end) {
-    case RunEnd::killed:
-        return "the run was killed";
-    case RunEnd::open:
-        return "the console ends in the middle of the run";
-    case RunEnd::broke_off:
-        return "the run broke off: another one begins before its end";
-    default:
-        return "";
-    }
-}
-
 // A frame that is not whole: nothing is known of what is missing.
 void add_gaps_in_frame(const Run& run, Words& words) {
     const Evidence& evidence = run.evidence;
     if (run.end == RunEnd::not_started) {
         return;
     }
-    if (!end_words(run).empty()) {
-        words.emplace_back(end_words(run));
+    if (!missing_words(run.end).empty()) {
+        words.emplace_back(missing_words(run.end));
     }
     if (!evidence.began) {
         words.emplace_back("the beginning of the run is not in this console");

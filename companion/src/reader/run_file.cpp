@@ -6,6 +6,7 @@
 #include "reader/json_walker.hpp"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <utility>
 
@@ -83,27 +84,23 @@ protected:
     }
 
     bool take_text(std::string_view path, std::string_view raw) override {
-        const std::string text = printable(raw, longest_text);
-        if (path == "/format") {
-            format_ = text;
-        } else if (path == "/verdict") {
-            reported_.verdict = text;
-        } else if (path == "/verdict_words") {
-            reported_.verdict_words = text;
-        } else if (path == "/identity/serial") {
-            reported_.serial = text;
-        } else if (path == "/identity/station") {
-            reported_.station = text;
-        } else if (path == "/runs/*/mode") {
-            run_.mode = text;
-        } else if (path == "/runs/*/causes/*/cause") {
-            cause_.id = text;
-        } else if (path == "/runs/*/causes/*/words") {
-            cause_.words = text;
-        } else if (path == "/runs/*/iterations/*/outcome") {
-            record_.outcome = text;
+        const std::array<std::pair<std::string_view, std::string*>, 9> texts{{
+            {"/format", &format_},
+            {"/verdict", &reported_.verdict},
+            {"/verdict_words", &reported_.verdict_words},
+            {"/identity/serial", &reported_.serial},
+            {"/identity/station", &reported_.station},
+            {"/runs/*/mode", &run_.mode},
+            {"/runs/*/causes/*/cause", &cause_.id},
+            {"/runs/*/causes/*/words", &cause_.words},
+            {"/runs/*/iterations/*/outcome", &record_.outcome},
+        }};
+        const auto* const row =
+            std::ranges::find(texts, path, &std::pair<std::string_view, std::string*>::first);
+        if (row != texts.end()) {
+            *row->second = printable(raw, longest_text);
         } else if (path.starts_with(phase_path) && path.ends_with("/verdict")) {
-            phase_.verdict = text;
+            phase_.verdict = printable(raw, longest_text);
         }
         return true;
     }

@@ -182,6 +182,18 @@ Spread all_of(std::span<const CurvePoint> points) {
     return all;
 }
 
+// Of the slices in which something was measured.
+template <typename Measured>
+std::vector<CurvePoint> points_of(const Run& run, const Measured& measured) {
+    std::vector<CurvePoint> points;
+    for (const Slice& slice : run.timeline.slices()) {
+        if (const Spread spread = measured(slice); spread.count != 0) {
+            points.push_back({slice.first, spread});
+        }
+    }
+    return points;
+}
+
 } // namespace
 
 std::string iteration_strip(const Run& run, std::string_view prefix) {
@@ -225,34 +237,15 @@ std::string curve(std::span<const CurvePoint> points, std::uint32_t iterations,
 }
 
 std::vector<CurvePoint> throughput_points(const Run& run) {
-    std::vector<CurvePoint> points;
-    for (const Slice& slice : run.timeline.slices()) {
-        if (slice.throughput.count != 0) {
-            points.push_back({slice.first, slice.throughput});
-        }
-    }
-    return points;
+    return points_of(run, [](const Slice& slice) { return slice.throughput; });
 }
 
 std::vector<CurvePoint> signal_points(const Run& run) {
-    std::vector<CurvePoint> points;
-    for (const Slice& slice : run.timeline.slices()) {
-        if (slice.signal.count != 0) {
-            points.push_back({slice.first, slice.signal});
-        }
-    }
-    return points;
+    return points_of(run, [](const Slice& slice) { return slice.signal; });
 }
 
 std::vector<CurvePoint> seconds_points(const Run& run, Phase phase) {
-    std::vector<CurvePoint> points;
-    for (const Slice& slice : run.timeline.slices()) {
-        const Spread& seconds = slice.seconds.at(index_of(phase));
-        if (seconds.count != 0) {
-            points.push_back({slice.first, seconds});
-        }
-    }
-    return points;
+    return points_of(run, [=](const Slice& slice) { return slice.seconds.at(index_of(phase)); });
 }
 
 } // namespace wivex::report

@@ -10,19 +10,6 @@ namespace wivex::report {
 
 namespace {
 
-std::string_view style_of(Change change) {
-    switch (change) {
-    case Change::worse:
-        return "bad";
-    case Change::better:
-        return "ok";
-    case Change::none:
-        return "soft";
-    default:
-        return "amber";
-    }
-}
-
 // A comparison is no verdict on a run: what shows no difference does not look like a pass.
 std::string_view style_of(const Comparison& comparison) {
     return comparison.is_worse() ? "failed" : comparison.doubts.empty() ? "plain" : "open";

@@ -1,23 +1,34 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "writers/compare_words.hpp"
 
+#include "common/enum_rows.hpp"
 #include "common/words.hpp"
+
+#include <array>
 
 namespace wivex::report {
 
+namespace {
+
+struct ChangeRow {
+    std::string_view words;
+    std::string_view style;
+};
+
+constexpr std::array<ChangeRow, 5> changes{{{"no significant difference", "soft"},
+                                            {"significantly better", "ok"},
+                                            {"too few values to tell", "amber"},
+                                            {"not measured any more", "amber"},
+                                            {"significantly worse", "bad"}}};
+
+} // namespace
+
 std::string_view words_of(Change change) {
-    switch (change) {
-    case Change::better:
-        return "significantly better";
-    case Change::worse:
-        return "significantly worse";
-    case Change::too_few:
-        return "too few values to tell";
-    case Change::lost:
-        return "not measured any more";
-    default:
-        return "no significant difference";
-    }
+    return row_at(changes, change).words;
+}
+
+std::string_view style_of(Change change) {
+    return row_at(changes, change).style;
 }
 
 std::string median_words(const ComparedFigure& figure, const Middle& middle) {

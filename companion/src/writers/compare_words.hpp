@@ -12,6 +12,9 @@ namespace wivex::report {
 /// "significantly worse", "no significant difference", ...
 std::string_view words_of(Change change);
 
+/// Its class on the page: "bad".
+std::string_view style_of(Change change);
+
 /// "94.2 Mbit/s".
 std::string median_words(const ComparedFigure& figure, const Middle& middle);
 

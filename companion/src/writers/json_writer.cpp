@@ -25,17 +25,6 @@ Json count_or_null(int value) {
     return value == 0 ? Json(nullptr) : Json(value);
 }
 
-std::string_view name_of(TimeSource source) {
-    switch (source) {
-    case TimeSource::arrival:
-        return "arrival";
-    case TimeSource::stamps:
-        return "stamps";
-    default:
-        return "none";
-    }
-}
-
 Json device(const Device& known) {
     return {{"build", text_or_null(known.build)},
             {"config_file", text_or_null(known.config_file)},

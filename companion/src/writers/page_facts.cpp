@@ -34,17 +34,6 @@ std::string keys_words(const Run& run) {
     return keys;
 }
 
-std::string_view words_of(TimeSource times) {
-    switch (times) {
-    case TimeSource::arrival:
-        return "arrival of the lines";
-    case TimeSource::stamps:
-        return "time stamps in the console";
-    default:
-        return "nowhere: unknown";
-    }
-}
-
 std::string signal_words(const Spread& signal) {
     if (signal.count == 0) {
         return "not told";

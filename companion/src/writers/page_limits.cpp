@@ -12,25 +12,19 @@ namespace wivex::report {
 
 namespace {
 
-std::string_view style_of(LimitVerdict verdict, bool green) {
-    switch (verdict) {
-    case LimitVerdict::outside:
-        return "bad";
-    case LimitVerdict::unknown:
-        return "amber";
-    default:
-        return green ? "ok" : "soft";
-    }
-}
+struct LimitLook {
+    std::string_view style;
+    std::string_view mark;
+};
 
-std::string_view mark_of(LimitVerdict verdict) {
+LimitLook look_of(LimitVerdict verdict, bool green) {
     switch (verdict) {
     case LimitVerdict::outside:
-        return "\u00d7 ";
+        return {"bad", "\u00d7 "};
     case LimitVerdict::unknown:
-        return "? ";
+        return {"amber", "? "};
     default:
-        return "";
+        return {green ? "ok" : "soft", ""};
     }
 }
 
@@ -48,12 +42,12 @@ std::string remarks(const Run& run, const LimitResult& result, const std::string
 
 std::string limit_row(const Run& run, const LimitResult& result, bool green,
                       const std::string& prefix) {
-    const std::string verdict =
-        std::string(mark_of(result.verdict)) + std::string(name_of(result.verdict));
+    const LimitLook look = look_of(result.verdict, green);
+    const std::string verdict = std::string(look.mark) + std::string(name_of(result.verdict));
     const std::string measured = result.value ? escaped(value_words(result)) : "not measured";
     return element("tr", element("th", {{"scope", "row"}}, escaped(text_of(result.limit))) +
                              element("td", measured) +
-                             element("td", {{"class", style_of(result.verdict, green)}}, verdict) +
+                             element("td", {{"class", look.style}}, verdict) +
                              element("td", {{"class", "verdicts"}}, remarks(run, result, prefix))) +
            "\n";
 }
@@ -62,9 +56,12 @@ std::string limit_row(const Run& run, const LimitResult& result, bool green,
 
 std::string limits_line(const std::vector<LimitResult>& results, bool green) {
     const std::optional<LimitVerdict> verdict = worst_of(results);
-    return verdict ? paragraph("limits " + std::string(style_of(*verdict, green)),
-                               std::string(mark_of(*verdict)) + escaped(limits_sentence(results)))
-                   : "";
+    if (!verdict) {
+        return "";
+    }
+    const LimitLook look = look_of(*verdict, green);
+    return paragraph("limits " + std::string(look.style),
+                     std::string(look.mark) + escaped(limits_sentence(results)));
 }
 
 std::string limits_card(const Run& run, bool green, const std::string& prefix) {

@@ -12,25 +12,6 @@ namespace wivex::report {
 
 namespace {
 
-std::string_view end_words(const Run& run) {
-    switch (run.end) {
-    case RunEnd::interrupted:
-        return "interrupted by ^C";
-    case RunEnd::killed:
-        return "killed: the tool wrote no result file";
-    case RunEnd::open:
-        return "the console ends in the middle of the run";
-    case RunEnd::broke_off:
-        return "broken off: another run begins without an end of this one";
-    case RunEnd::softap:
-        return "softAP mode: one iteration, no result file";
-    case RunEnd::not_started:
-        return "the tool ended before its first iteration";
-    default:
-        return "finished";
-    }
-}
-
 std::string list_of_reasons(const std::vector<std::string>& sentences) {
     if (sentences.empty()) {
         return "";
@@ -111,8 +92,8 @@ std::string verdict_part(const Run& run, const Judgement& judgement, const std::
     const std::string began = (moment.empty() ? "" : ", began ") + escaped(moment);
     return verdict_heading(style_of(judgement.verdict, !weak_passes(run).empty()),
                            verdict_sentence(run)) +
-           paragraph("soft",
-                     std::string(title_of(run.mode)) + ", " + std::string(end_words(run)) + began) +
+           paragraph("soft", std::string(title_of(run.mode)) + ", " +
+                                 std::string(words_of(run.end)) + began) +
            limits_line(judge_limits(run), judgement.is_green()) + reasons(run, judgement, prefix);
 }
 

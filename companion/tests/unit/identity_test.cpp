@@ -26,10 +26,7 @@ namespace {
 
 using namespace wivex::report;
 using namespace report_test;
-using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::IsEmpty;
-using testing::Not;
+using namespace testing;
 
 Identity identity_of(std::string_view text) {
     Identity identity;
