@@ -20,8 +20,8 @@ std::string named_cell(std::string_view name, const std::string& text) {
 }
 
 std::string result_cell(Change change) {
-    return element("td", {{"class", "verdicts " + std::string(style_of(change))}},
-                   words_of(change));
+    const ChangeRow& row = row_of(change);
+    return element("td", {{"class", "verdicts " + std::string(row.style)}}, row.words);
 }
 
 std::string row_head(std::string_view text) {

@@ -10,11 +10,6 @@ namespace wivex::report {
 
 namespace {
 
-struct ChangeRow {
-    std::string_view words;
-    std::string_view style;
-};
-
 constexpr std::array<ChangeRow, 5> changes{{{"no significant difference", "soft"},
                                             {"significantly better", "ok"},
                                             {"too few values to tell", "amber"},
@@ -23,12 +18,8 @@ constexpr std::array<ChangeRow, 5> changes{{{"no significant difference", "soft"
 
 } // namespace
 
-std::string_view words_of(Change change) {
-    return row_at(changes, change).words;
-}
-
-std::string_view style_of(Change change) {
-    return row_at(changes, change).style;
+const ChangeRow& row_of(Change change) {
+    return row_at(changes, change);
 }
 
 std::string median_words(const ComparedFigure& figure, const Middle& middle) {
@@ -88,7 +79,7 @@ std::string comparison_summary(const Comparison& comparison) {
     }
     for (const ComparedCount& count : comparison.failures) {
         text += "  " + count.words + ": " + share_words(count.before) + " -> " +
-                share_words(count.after) + ", " + std::string(words_of(count.change)) +
+                share_words(count.after) + ", " + std::string(row_of(count.change).words) +
                 ", chance " + chance_words(count.corrected) + "\n";
     }
     for (const ComparedFigure& figure : comparison.figures) {
@@ -96,7 +87,7 @@ std::string comparison_summary(const Comparison& comparison) {
         text += "  " + std::string(figure.name) +
                 ", median: " + median_words(figure, figure.before) + " -> " +
                 median_words(figure, figure.after) + (change.empty() ? "" : ", " + change) + ", " +
-                std::string(words_of(figure.change)) +
+                std::string(row_of(figure.change).words) +
                 (figure.test ? ", chance " + chance_words(figure.corrected) : "") + "\n";
     }
     return text;

@@ -9,11 +9,13 @@
 
 namespace wivex::report {
 
-/// "significantly worse", "no significant difference", ...
-std::string_view words_of(Change change);
+/// A change in words ("significantly worse"), and its class on the page ("bad").
+struct ChangeRow {
+    std::string_view words;
+    std::string_view style;
+};
 
-/// Its class on the page: "bad".
-std::string_view style_of(Change change);
+const ChangeRow& row_of(Change change);
 
 /// "94.2 Mbit/s".
 std::string median_words(const ComparedFigure& figure, const Middle& middle);
