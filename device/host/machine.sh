@@ -75,9 +75,11 @@ hardware() {
     if [ -n "${station:-}" ]; then station_hardware; else echo -monitor none; fi
 }
 
-# The last is the one of the device itself.
+# The last is the one of the device itself. ARM's is no 8250, of which the kernel takes one for a console:
+# there it can speak on the port of the station as well.
 consoles() {
-    echo ${station:+"console=$(station_port),115200"} "console=$(console_name)"
+    [ "$arch" != armhf ] || [ -z "${station:-}" ] || printf 'console=ttyS0,115200 '
+    echo "console=$(console_name)"
 }
 
 console_name() {

@@ -6,7 +6,6 @@
 # prepare_station            installs and builds what a station needs
 # open_station OUT           makes the key of the station, and the folder of what it and the device say
 # station_hardware           the emulator's options for Ethernet, serial port and its own monitor
-# station_port               the name of that serial port on the device $arch; its kernel speaks there, too
 # attend_device OUT          until it is ended: does what a scenario asks for (device/guest/lib/station.sh)
 
 station_patience=900 # seconds for one recipe
@@ -31,13 +30,6 @@ station_hardware() {
         "-chardev socket,id=station-port,path=$station/serial,server=on,wait=off" \
         "-device pci-serial,chardev=station-port" \
         "-monitor unix:$station/monitor,server=on,wait=off"
-}
-
-station_port() {
-    case $arch in
-    armhf | arm64) echo ttyS0 ;;
-    x86_64) echo ttyS1 ;;
-    esac
 }
 
 attend_device() {
