@@ -32,6 +32,8 @@ if(WIVEX_COMPANION)
   install(TARGETS wivex-report RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT companion)
   install(FILES companion/wivex-report.1
     DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT companion)
+  install(FILES packaging/wivex-report.bash-completion RENAME wivex-report
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions COMPONENT companion)
   install(FILES docs/report-json.md docs/from-barcode-to-result.md
     DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/wivex-report COMPONENT companion)
   install(PROGRAMS examples/reported-run examples/barcode-to-result examples/serial-run

@@ -6,8 +6,8 @@
 #                            folder it shares with us.
 # came_through OUT           true when the device got to its end and its job succeeded.
 # Set before boot_device: work (a scratch folder), processor (emulated, counted or kvm), time_limit
-# (seconds, may be unset), config (the tool's configuration). The device's console is its standard
-# input and output.
+# (seconds, may be unset), config (the tool's configuration), station (that of station.sh, may be unset).
+# The device's console is its standard input and output.
 
 prepare_device() {
     need_packages "$(emulator_package "$1")" binutils cpio kmod
@@ -30,11 +30,11 @@ boot_device() (
     limit=
     [ -z "${time_limit:-}" ] || limit="timeout $time_limit"
     # shellcheck disable=SC2046
-    $limit $(machine) $(accelerator) -m 1024 \
-        -nodefaults -display none -monitor none -no-reboot \
+    $limit $(machine) $(accelerator) -m 1024 $(hardware) \
+        -nodefaults -display none -no-reboot \
         -chardev stdio,id=console,signal="$(console_signals)" -serial chardev:console \
         -kernel "out/$arch/kernel" -initrd "$work/$arch.initrd" \
-        -append "console=$(console_name) quiet loglevel=3 panic=-1" \
+        -append "$(consoles) quiet loglevel=3 panic=-1" \
         -fsdev local,id=out,path="$3",security_model=none \
         -device virtio-9p-pci,fsdev=out,mount_tag=out
 )
@@ -68,6 +68,18 @@ accelerator() {
     counted) echo -accel tcg,thread=single -smp 1 -icount shift=2,sleep=off -rtc clock=vm ;;
     kvm) echo -accel kvm -smp 2 ;;
     esac
+}
+
+# What stands beside the device and is not part of it.
+hardware() {
+    if [ -n "${station:-}" ]; then station_hardware; else echo -monitor none; fi
+}
+
+# The last is the one of the device itself. ARM's is no 8250, of which the kernel takes one for a console:
+# there it can speak on the port of the station as well.
+consoles() {
+    [ "$arch" != armhf ] || [ -z "${station:-}" ] || printf 'console=ttyS0,115200 '
+    echo "console=$(console_name)"
 }
 
 console_name() {

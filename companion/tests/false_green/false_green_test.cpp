@@ -3,24 +3,19 @@
 // failure, is missing or was not announced is never shown as good. Tries every recorded console of
 // the bench in tens of thousands of disturbed forms, and says how many.
 
+#include "callers.hpp"
 #include "disturbances.hpp"
-#include "model/limit_text.hpp"
-#include "model/limit_verdict.hpp"
-#include "model/verdict.hpp"
-#include "reader/run_reader.hpp"
 #include "recordings.hpp"
 
 #include <algorithm>
 #include <cstdio>
 #include <exception>
 #include <map>
-#include <stdexcept>
 #include <string>
 #include <vector>
 
 namespace {
 
-using namespace wivex::report;
 using report_test::Disturbed;
 using report_test::Recording;
 
@@ -28,6 +23,8 @@ constexpr std::size_t fewest_recordings = 300;
 constexpr std::size_t fewest_green_recordings = 20;
 constexpr std::size_t fewest_consoles = 20000;
 constexpr std::size_t most_shown = 5;
+// No multiple of the kinds of disturbance, so that each gets its looks.
+constexpr std::size_t consoles_a_look = 53;
 
 // A flood of one line, told in few: every line is disturbed, and the same one need not be so often.
 std::string condensed(const std::string& console) {
@@ -53,52 +50,20 @@ std::vector<Recording> recordings_to_disturb() {
     return recordings;
 }
 
-// What a console is shown as, and whether its runs failed in nothing as far as limits tell.
-struct Shown {
-    bool green = false;
-    bool limits_kept = false;
-};
-
-ReaderOptions with_limits() {
-    ReaderOptions options;
-    for (const char* const limit : {"failures<=0", "warnings<=0", "throughput>=0"}) {
-        if (!add_limit(options.limits, limit).empty()) {
-            throw std::invalid_argument(limit);
-        }
-    }
-    return options;
-}
-
-// The limit of the throughput is left out: a good run of most modes has none.
-bool counts_are_kept(const Log& log) {
-    const std::vector<LimitResult> results = judge_limits(log);
-    return std::ranges::all_of(results, [](const LimitResult& result) {
-        return !result.limit.is_count() || result.verdict == LimitVerdict::within;
-    });
-}
-
-Shown shown_as(const std::string& console) {
-    // Copied, because the table of texts need not be sorted again and again.
-    static const RunReader fresh(with_limits());
-    RunReader reader = fresh;
-    reader.feed(console);
-    reader.finish();
-    return {judge(reader.log()) == RunVerdict::passed, counts_are_kept(reader.log())};
-}
-
-bool is_green(const std::string& console) {
-    return shown_as(console).green;
-}
-
 class Judge {
 public:
+    /// All callers look at every console of so many.
+    explicit Judge(std::size_t all_callers_each) : all_callers_each_(all_callers_each) {}
+
     void about(const Recording& recording) {
         name_ = recording.name;
     }
 
+    /// Callers take turns; now and then all of them look at one console.
     void take(const Disturbed& disturbed) {
+        const std::size_t turn = turn_++;
         ++tried_[std::string(disturbed.how)];
-        const Shown shown = shown_as(disturbed.console);
+        const report_test::Shown shown = report_test::shown_as(disturbed.console, turn);
         const bool green = shown.green;
         green_ += green ? 1 : 0;
         kept_ += shown.limits_kept ? 1 : 0;
@@ -106,11 +71,13 @@ public:
             disturbed.all_good &&
             report_test::announcements_in(disturbed.console) >= disturbed.announcements;
         if ((green || shown.limits_kept) && !may_be_green) {
-            ++wrong_;
-            if (wrong_ <= most_shown) {
-                std::printf("GREEN, AND MUST NOT BE: %s, %.*s\n%s\n----\n", name_.c_str(),
-                            static_cast<int>(disturbed.how.size()), disturbed.how.data(),
-                            disturbed.console.substr(0, 4000).c_str());
+            complain(disturbed, "GREEN, AND MUST NOT BE");
+        }
+        if (turn % all_callers_each_ == 0) {
+            ++by_all_;
+            const std::string problem = report_test::wrong_by_caller(disturbed.console);
+            if (!problem.empty()) {
+                complain(disturbed, problem);
             }
         }
     }
@@ -125,6 +92,9 @@ public:
     std::size_t wrong() const {
         return wrong_;
     }
+    std::size_t by_all_callers() const {
+        return by_all_;
+    }
     std::size_t kept() const {
         return kept_;
     }
@@ -138,11 +108,23 @@ public:
     }
 
 private:
+    void complain(const Disturbed& disturbed, const std::string& what) {
+        ++wrong_;
+        if (wrong_ <= most_shown) {
+            std::printf("%s: %s, %.*s\n%s\n----\n", what.c_str(), name_.c_str(),
+                        static_cast<int>(disturbed.how.size()), disturbed.how.data(),
+                        disturbed.console.substr(0, 4000).c_str());
+        }
+    }
+
+    std::size_t all_callers_each_;
+    std::size_t turn_ = 0;
     std::string name_;
     std::map<std::string, std::size_t> tried_;
     std::size_t green_ = 0;
     std::size_t kept_ = 0;
     std::size_t wrong_ = 0;
+    std::size_t by_all_ = 0;
 };
 
 // A good run of two iterations in the mode that the name of `recording` tells, if there is one.
@@ -150,7 +132,8 @@ const Recording* good_of_same_mode(const std::vector<Recording>& recordings,
                                    const Recording& recording) {
     const std::string mode = recording.name.substr(recording.name.find_last_of('_'));
     for (const Recording& other : recordings) {
-        if (report_test::is_good(other) && other.name.ends_with(mode) && is_green(other.console)) {
+        if (report_test::is_good(other) && other.name.ends_with(mode) &&
+            report_test::shown_as(other.console).green) {
             return &other;
         }
     }
@@ -164,8 +147,8 @@ int run() {
                     RECORDINGS_FOLDER);
         return 1;
     }
-    Judge plain;
-    Judge judge;
+    Judge plain(1);
+    Judge judge(consoles_a_look);
     const auto take = [&](const Disturbed& disturbed) { judge.take(disturbed); };
     for (const Recording& recording : recordings) {
         plain.about(recording);
@@ -182,6 +165,8 @@ int run() {
     judge.print();
     std::printf("%zu consoles tried, %zu green, %zu within limits, %zu of them wrongly\n",
                 judge.tried(), judge.green(), judge.kept(), judge.wrong());
+    std::printf("%zu of them looked at by all %zu callers\n", judge.by_all_callers(),
+                report_test::caller_count());
     const bool meant = plain.green() >= fewest_green_recordings && judge.tried() >= fewest_consoles;
     return meant && judge.wrong() + plain.wrong() == 0 ? 0 : 1;
 }

@@ -13,6 +13,7 @@ begin_world() {
 
 end_world() {
     stop_all_daemons
+    end_station
     restore_debugfs
     unload_drivers
     remove_usbfs
