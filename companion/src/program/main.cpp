@@ -78,6 +78,9 @@ int run(const Options& options) {
         std::fprintf(stderr, "wivex-report: %s\n", problem.c_str());
         return exit_status::usage;
     }
+    if (options.check_options) {
+        return exit_status::done;
+    }
     if (options.reads_file()) {
         return read_file(options.console.c_str(), session);
     }

@@ -82,6 +82,9 @@ void declare(CLI::App& app, Options& options) {
     app.add_flag("--check", options.check,
                  "Exit with 1 unless every run passed and is within the limits: what cannot be "
                  "judged has not and is not.");
+    app.add_flag("--check-options", options.check_options,
+                 "Read no console and write nothing: only refuse what is wrong in the options and "
+                 "their files. For the moment before a run starts.");
     declare_limits(app, options);
     declare_identity(app, options.identity);
     app.set_version_flag("--version", "wivex-report 1.0");

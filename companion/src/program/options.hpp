@@ -24,6 +24,8 @@ struct Options {
     bool quiet = false;
     bool saved = false;
     bool check = false;
+    /// Whether the options are right is all that is asked.
+    bool check_options = false;
     /// As they were given, and what they say together.
     std::vector<std::string> limit_texts;
     std::string limits_file;
