@@ -5,9 +5,9 @@
 # boot_device ARCH JOB OUT   boots the prepared device with the script JOB as its task; OUT is the
 #                            folder it shares with us.
 # came_through OUT           true when the device got to its end and its job succeeded.
-# Set before boot_device: work (a scratch folder), processor (emulated, counted or kvm), time_limit
-# (seconds, may be unset), config (the tool's configuration). The device's console is its standard
-# input and output.
+# Set before boot_device: work (a scratch folder; the file "pid" there holds the number of the emulator's
+# process), processor (emulated, counted or kvm), time_limit (seconds, may be unset), config (the tool's
+# configuration). The device's console is its standard input and output.
 
 prepare_device() {
     need_packages "$(emulator_package "$1")" binutils cpio kmod
@@ -31,10 +31,10 @@ boot_device() (
     [ -z "${time_limit:-}" ] || limit="timeout $time_limit"
     # shellcheck disable=SC2046
     $limit $(machine) $(accelerator) -m 1024 \
-        -nodefaults -display none -monitor none -no-reboot \
+        -pidfile "$work/pid" -nodefaults -display none -monitor none -no-reboot \
         -chardev stdio,id=console,signal="$(console_signals)" -serial chardev:console \
         -kernel "out/$arch/kernel" -initrd "$work/$arch.initrd" \
-        -append "console=$(console_name) quiet loglevel=3 panic=-1" \
+        -append "console=$(console_name) quiet loglevel=3 panic=-1 $(kernel_options)" \
         -fsdev local,id=out,path="$3",security_model=none \
         -device virtio-9p-pci,fsdev=out,mount_tag=out
 )
@@ -68,6 +68,11 @@ accelerator() {
     counted) echo -accel tcg,thread=single -smp 1 -icount shift=2,sleep=off -rtc clock=vm ;;
     kvm) echo -accel kvm -smp 2 ;;
     esac
+}
+
+# The emulator translates a program once more wherever else it lies: in the suite it lies always in one place.
+kernel_options() {
+    [ "$processor" != counted ] || echo norandmaps
 }
 
 console_name() {
