@@ -56,15 +56,3 @@ scenario_one_file_without_dependencies_passes_as_well() {
     expect_a_pass
     expect_peak_memory 4096
 }
-
-# What an old kernel does not know fails as it does there. Only the ARM device can be made to: on the
-# other one the scenario is a plain pass.
-scenario_one_file_without_dependencies_passes_on_the_calls_of_kernel_3_2() {
-    factory_line
-    program=wivex-static
-    if [ "$(uname -m)" = armv7l ]; then
-        program='as-kernel-3-2 wivex-static'
-    fi
-    run_tool -u -w -m 2
-    expect_a_pass
-}
