@@ -5,8 +5,9 @@
 # boot_device ARCH JOB OUT   boots the prepared device with the script JOB as its task; OUT is the
 #                            folder it shares with us.
 # came_through OUT           true when the device got to its end and its job succeeded.
-# Set before boot_device: work (a scratch folder), processor (emulated, counted or kvm), time_limit
-# (seconds, may be unset), config (the tool's configuration), station (that of station.sh, may be unset).
+# Set before boot_device: work (a scratch folder; the file "pid" there holds the number of the emulator's
+# process), processor (emulated, counted or kvm), time_limit (seconds, may be unset), config (the tool's
+# configuration), station (that of station.sh, may be unset).
 # The device's console is its standard input and output.
 
 prepare_device() {
@@ -31,10 +32,10 @@ boot_device() (
     [ -z "${time_limit:-}" ] || limit="timeout $time_limit"
     # shellcheck disable=SC2046
     $limit $(machine) $(accelerator) -m 1024 $(hardware) \
-        -nodefaults -display none -no-reboot \
+        -pidfile "$work/pid" -nodefaults -display none -no-reboot \
         -chardev stdio,id=console,signal="$(console_signals)" -serial chardev:console \
         -kernel "out/$arch/kernel" -initrd "$work/$arch.initrd" \
-        -append "$(consoles) quiet loglevel=3 panic=-1" \
+        -append "$(consoles) quiet loglevel=3 panic=-1 $(kernel_options)" \
         -fsdev local,id=out,path="$3",security_model=none \
         -device virtio-9p-pci,fsdev=out,mount_tag=out
 )
@@ -80,6 +81,11 @@ hardware() {
 consoles() {
     [ "$arch" != armhf ] || [ -z "${station:-}" ] || printf 'console=ttyS0,115200 '
     echo "console=$(console_name)"
+}
+
+# The emulator translates a program once more wherever else it lies: in the suite it lies always in one place.
+kernel_options() {
+    [ "$processor" != counted ] || echo norandmaps
 }
 
 console_name() {

@@ -127,6 +127,7 @@ static struct ieee80211_supported_band band = {
 	.bitrates = &rate,
 	.n_bitrates = 1,
 };
+
 static const struct cfg80211_ops phy_operations;
 static struct wiphy *phy;
 

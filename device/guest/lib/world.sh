@@ -93,12 +93,22 @@ start_access_point() {
     until_true 10 grep -q AP-ENABLED "$logs/$1.hostapd" || fail "no access point in $1"
 }
 
-# start_services ROOM INTERFACE ADDRESS  a DHCP server and an iperf server at this address of a /24.
+# start_services ROOM INTERFACE ADDRESS  a DHCP server and an iperf server at this address of a /24, to
+# which wlan0 does not send too much.
 start_services() {
     in_room "$1" ifconfig "$2" "$3" netmask 255.255.255.0
     dhcp_server_settings "$1" "$2" "$3" >"/run/$1.udhcpd"
     start_in_room "$1" "$1.udhcpd" udhcpd -f "/run/$1.udhcpd"
     start_in_room "$1" "$1.iperf" iperf -s
+    slow_down wlan0
+}
+
+# slow_down INTERFACE  lets it send no more than 500 kbit/s. The simulated air carries as much as the
+# processor can encrypt, and nothing else would an emulated one do while iperf runs.
+slow_down() {
+    # The shell has a smaller program of this name built in.
+    /sbin/tc qdisc add dev "$1" root tbf rate 500kbit burst 10kb latency 200ms ||
+        fail "cannot be slowed down: $1"
 }
 
 # dhcp_server_settings NAME INTERFACE ADDRESS  for udhcpd, which leases .50 to .60 of this /24.

@@ -111,6 +111,28 @@ scenario_broadcom_address_differs_from_the_kernels() {
     expect_chip_address 02:AA:22:33:44:55
 }
 
+# The modules that the scenarios above do not plug in: what fails, fails with them too.
+scenario_other_broadcom_modules_fail_in_the_same_way() {
+    broadcom_world 9e0c:20a0
+    chip 'usb_lb_txfer lost=3'
+    chip 'cur_etheraddr text=02:0a:f5:12:34:57'
+    run_tool -l -M -m 1
+    expect_result 'Test case 1 passed ' 'Test case 2 passed ' 'Test case 3 fail # 1' 'Test case 4 fail # 1'
+    expect_out '[WIFI]Loopback fail, status  0'
+    expect_out '[WIFI]Both addresses are not same...'
+    unload_driver bcmdhd
+    unplug_module
+
+    # Nobody knows how to ask the chip of this one, so its address is never the kernel's: kept.
+    broadcom_world 0a5c:bd1d
+    run_tool -l -M -m 1
+    expect_result 'Test case 1 passed ' 'Test case 2 passed ' 'Test case 3 fail # 1' 'Test case 4 fail # 1'
+    expect_out '[WIFI]LOOPBACK is not supported for this chip'
+    expect_out '[WIFI]Both addresses are not same...'
+    expect_chip_address ''
+    expect_requests </dev/null
+}
+
 scenario_broadcom_requests_are_refused_one_by_one() {
     broadcom_world
     chip 'cur_etheraddr error=5'
