@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "program/command.hpp"
+
+#include "common/printable.hpp"
+
+#include <array>
+#include <cstdio>
+
+namespace wivex::line {
+
+namespace {
+
+// A URL may hold a password.
+std::string shown_place(const std::string& place) {
+    const std::size_t at = place.rfind('@');
+    const std::size_t begin = place.find("//");
+    if (at == std::string::npos || begin == std::string::npos) {
+        return place;
+    }
+    return place.substr(0, begin + 2) + "..." + place.substr(at);
+}
+
+} // namespace
+
+std::span<const Command> commands() {
+    static const std::array<const Command, 5> list{add_command, quarantine_command, unit_command,
+                                                   export_command, prune_command};
+    return list;
+}
+
+int complain(int status, const std::string& words) {
+    std::fprintf(stderr, "wivex-line: %s\n", report::printable(words, 1000).c_str());
+    return status;
+}
+
+int complain_of(const Context& context, const StoreResult& result) {
+    return complain(exit_status::failed,
+                    "database " + shown_place(context.database) + ": " + result.words);
+}
+
+std::unique_ptr<Database> opened(const Context& context, bool make) {
+    std::unique_ptr<Database> database;
+    const StoreResult result = Database::open(context.database, make, database);
+    if (!result.good()) {
+        complain_of(context, result);
+    }
+    return database;
+}
+
+} // namespace wivex::line
