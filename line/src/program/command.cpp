@@ -23,8 +23,9 @@ std::string shown_place(const std::string& place) {
 } // namespace
 
 std::span<const Command> commands() {
-    static const std::array<const Command, 5> list{add_command, quarantine_command, unit_command,
-                                                   export_command, prune_command};
+    static const std::array<const Command, 7> list{add_command,  quarantine_command, unit_command,
+                                                   page_command, check_command,      export_command,
+                                                   prune_command};
     return list;
 }
 
