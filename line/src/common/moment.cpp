@@ -115,11 +115,11 @@ std::string moment_text(Moment moment) {
 }
 
 std::string stamp_text(Moment moment) {
-    std::string text = formatted(moment, [](char* buffer, std::size_t size, const std::tm* parts) {
+    const std::string text = formatted(moment, [](char* buffer, std::size_t size, const std::tm* parts) {
         return std::strftime(buffer, size, "%Y-%m-%dT%H:%M:%S%z", parts);
     });
-    text.insert(text.size() - 2, ":");
-    return text;
+    const std::size_t minutes = text.size() - 2;
+    return text.substr(0, minutes) + ":" + text.substr(minutes);
 }
 
 std::string day_text(Moment moment) {

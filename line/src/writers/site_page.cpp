@@ -20,7 +20,7 @@ constexpr std::string_view site_style = R"css(
   outline: 3px solid var(--line); outline-offset: 2px; }
 .wide-table table { width: auto; min-width: 100%; }
 .wide-table th, .wide-table td { padding-right: 1rem; overflow-wrap: normal; }
-.wide-table td a { white-space: nowrap; }
+.wide-table td a, .wide-table th[scope=row] { white-space: nowrap; }
 .limit { stroke: var(--warn); stroke-width: 1.5; stroke-dasharray: 5 4; fill: none;
   vector-effect: non-scaling-stroke; }
 .outside { stroke: var(--fail); stroke-width: 10; stroke-linecap: round; fill: none;

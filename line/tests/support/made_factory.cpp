@@ -112,6 +112,9 @@ FactoryTruth make_factory(const FactoryPlan& plan,
         const Moment day = day_of(plan.end - 1) - back * seconds_of_day;
         for (int i = 0; i < plan.units_a_day; ++i) {
             const Moment time_of_day = begin_of_work + hours_of_work * i / plan.units_a_day;
+            if (day + time_of_day > plan.end) {
+                break;
+            }
             WrittenReport report = unit_of(truth.units++, plan, maker, back);
             auto& [units, passes] = truth.days[day];
             ++units;

@@ -22,7 +22,7 @@ struct FactoryPlan {
     /// S3 loses leases in 8 more of 100; firmware 2.1 of the last 10 days is slow; 5 days ago an
     /// access point dies at noon, for all stations.
     bool defects = false;
-    /// The end of the last day.
+    /// When the last attempts begin at the latest; the last day is that of the second before.
     Moment end = 1795305600;
 };
 
