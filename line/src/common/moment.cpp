@@ -115,9 +115,10 @@ std::string moment_text(Moment moment) {
 }
 
 std::string stamp_text(Moment moment) {
-    const std::string text = formatted(moment, [](char* buffer, std::size_t size, const std::tm* parts) {
-        return std::strftime(buffer, size, "%Y-%m-%dT%H:%M:%S%z", parts);
-    });
+    const std::string text =
+        formatted(moment, [](char* buffer, std::size_t size, const std::tm* parts) {
+            return std::strftime(buffer, size, "%Y-%m-%dT%H:%M:%S%z", parts);
+        });
     const std::size_t minutes = text.size() - 2;
     return text.substr(0, minutes) + ":" + text.substr(minutes);
 }

@@ -4,7 +4,9 @@
 #include "common/printable.hpp"
 
 #include <array>
+#include <chrono>
 #include <cstdio>
+#include <thread>
 
 namespace wivex::line {
 
@@ -39,9 +41,16 @@ int complain_of(const Context& context, const StoreResult& result) {
                     "database " + shown_place(context.database) + ": " + result.words);
 }
 
-std::unique_ptr<Database> opened(const Context& context, bool make) {
+std::unique_ptr<Database> opened(const Context& context, bool make, int patience) {
     std::unique_ptr<Database> database;
-    const StoreResult result = Database::open(context.database, make, database);
+    StoreResult result = Database::open(context.database, make, database);
+    if (result.error == StoreError::gone && patience > 0) {
+        complain(exit_status::failed, "waiting for the database: " + result.words);
+    }
+    for (int tries = 0; result.error == StoreError::gone && tries < patience; ++tries) {
+        std::this_thread::sleep_for(std::chrono::seconds(1));
+        result = Database::open(context.database, make, database);
+    }
     if (!result.good()) {
         complain_of(context, result);
     }

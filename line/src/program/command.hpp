@@ -33,8 +33,9 @@ struct Command {
 
 std::span<const Command> commands();
 
-/// Opens the database of the command line, or says why not.
-std::unique_ptr<Database> opened(const Context& context, bool make);
+/// Opens the database of the command line, or says why not. One that is gone may come back within
+/// `patience` seconds.
+std::unique_ptr<Database> opened(const Context& context, bool make, int patience = 0);
 
 /// Says what went wrong; the exit status.
 int complain(int status, const std::string& words);

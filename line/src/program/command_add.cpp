@@ -68,7 +68,7 @@ int run(const Options& options, const Context& context) {
             return complain(exit_status::usage, "there is no " + place);
         }
     }
-    const std::unique_ptr<Database> database = opened(context, true);
+    const std::unique_ptr<Database> database = opened(context, true, options.patience);
     if (!database) {
         return exit_status::failed;
     }

@@ -105,7 +105,8 @@ StoreResult Database::reconnect() {
         session_.reset();
         session_ = connected(place_, postgresql_);
     } catch (const std::exception& problem) {
-        return {StoreError::gone, first_line(problem.what())};
+        // A file that cannot be opened does not come back by itself.
+        return {postgresql_ ? StoreError::gone : StoreError::refused, first_line(problem.what())};
     }
     // Who only reads need not wait for those who write.
     bool newest = false;

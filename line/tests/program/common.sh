@@ -1,4 +1,5 @@
 # SPDX-License-Identifier: Apache-2.0
+# shellcheck shell=sh disable=SC2154
 # Sourced by the tests of the program: they say in $line, $db and $factory what they run with.
 
 work=$(mktemp -d)
