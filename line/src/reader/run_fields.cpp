@@ -142,7 +142,7 @@ Text reason_of(const Json& run, const RunRecord& record, bool saved) {
     }
     if (record.verdict == "failed") {
         const auto failures = run.find("failures");
-        const Text cause = told_cause(failures == run.end() ? Json::array() : *failures, record);
+        Text cause = told_cause(failures == run.end() ? Json::array() : *failures, record);
         if (cause) {
             return cause;
         }

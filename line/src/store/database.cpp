@@ -110,8 +110,7 @@ StoreResult Database::reconnect() {
     }
     // Who only reads need not wait for those who write.
     bool newest = false;
-    const StoreResult known =
-        read([&](soci::session& session) { newest = is_up_to_date(session); });
+    StoreResult known = read([&](soci::session& session) { newest = is_up_to_date(session); });
     if (known.good() && newest) {
         return known;
     }

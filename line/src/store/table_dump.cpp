@@ -41,7 +41,7 @@ Value value_at(const soci::row& row, std::size_t column, bool computed) {
     default:
         break;
     }
-    const std::string text = row.get<std::string>(column);
+    const auto text = row.get<std::string>(column);
     return computed ? untyped(row.get_properties(column).get_name(), text) : Value(text);
 }
 
