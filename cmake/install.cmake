@@ -32,9 +32,9 @@ if(WIVEX_COMPANION)
   install(TARGETS wivex-report RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT companion)
   install(FILES companion/wivex-report.1
     DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT companion)
-  install(FILES docs/report-json.md
+  install(FILES docs/report-json.md docs/from-barcode-to-result.md
     DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/wivex-report COMPONENT companion)
-  install(PROGRAMS examples/reported-run
+  install(PROGRAMS examples/reported-run examples/barcode-to-result examples/serial-run
     DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/wivex-report/examples COMPONENT companion)
 endif()
 

@@ -38,10 +38,10 @@ need_packages() {
 
 build_packages='g++ cmake make pkg-config libnl-3-dev libnl-genl-3-dev'
 bench_packages='iproute2 net-tools psmisc udhcpc udhcpd iperf libgtest-dev libgmock-dev libfaketime
-    groff-base man-db'
+    groff-base man-db socat'
 # wivex-line stands on the companion; its tests run a PostgreSQL of their own.
 line_packages='libsoci-dev libsqlite3-dev libpq-dev postgresql'
-companion_packages="libcli11-dev nlohmann-json3-dev libpugixml-dev libboost-dev $line_packages"
+companion_packages="libcli11-dev nlohmann-json3-dev libpugixml-dev libboost-dev libxxhash-dev $line_packages"
 
 # What ./dev builds: everything, and a warning is an error. The defaults are for whoever packages it.
 # shellcheck disable=SC2034 # for those who source this

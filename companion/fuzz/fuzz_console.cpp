@@ -2,39 +2,68 @@
 // Any bytes as a console: read in chunks of any size, shown live and reported. Besides not
 // crashing, the counts have to agree with each other and the files have to be well-formed.
 
+#include "checks.hpp"
 #include "console/console_texts.hpp"
+#include "model/limit_text.hpp"
+#include "model/limit_verdict.hpp"
+#include "model/verdict.hpp"
 #include "reader/run_reader.hpp"
-#include "writers/html_writer.hpp"
 #include "writers/json_writer.hpp"
-#include "writers/junit_writer.hpp"
 #include "writers/live_view.hpp"
 
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <cstring>
 #include <numeric>
-#include <pugixml.hpp>
 #include <random>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace {
 
+using namespace report_fuzz;
 using namespace wivex::report;
 
-void require(bool condition) {
-    if (!condition) {
-        std::abort();
+const std::vector<Limit>& limits() {
+    static const std::vector<Limit> all = [] {
+        std::vector<Limit> list;
+        for (const char* const text :
+             {"throughput>=30", "throughput.p95>=90", "dhcp<=1s", "iteration.median<=3s",
+              "signal>=-60", "failures<=0", "warnings<=1"}) {
+            require(add_limit(list, text).empty());
+        }
+        return list;
+    }();
+    return all;
+}
+
+void check_limits(const Run& run) {
+    const bool whole = judge(run).whole;
+    for (const LimitResult& result : judge_limits(run)) {
+        require(result.verdict != LimitVerdict::within || (whole && result.value));
+        require(result.verdict != LimitVerdict::unknown || !result.why.empty());
+        require(result.iterations.size() <= std::min<std::size_t>(result.broken, 100));
+        require(result.broken <= run.started);
+    }
+    for (const Excerpt& excerpt : run.worst.excerpts) {
+        require(excerpt.first_line <= excerpt.last_line);
+        require(excerpt.text.size() <= RecentLines::count * (RecentLines::width + 1));
     }
 }
 
 void check_run(const Run& run) {
+    check_limits(run);
     const auto ended = std::accumulate(run.outcomes.begin(), run.outcomes.end(), 0U);
     require(ended == run.started);
     require(run.iterations.size() == std::min<std::size_t>(run.started, most_detailed_iterations));
     require(run.failures.size() <= most_detailed_failures);
+    for (const Iteration& iteration : run.iterations) {
+        for (const PhaseRecord& record : iteration.phases) {
+            require(!(record.seconds < 0));
+        }
+    }
     require(run.access_points.size() <= most_access_points);
     std::uint32_t counted = 0;
     for (const Slice& slice : run.timeline.slices()) {
@@ -51,12 +80,7 @@ void check_run(const Run& run) {
 }
 
 void check_files(const Log& log) {
-    for (const std::string& text : {write_html(log), write_junit(log)}) {
-        pugi::xml_document document;
-        require(document.load_buffer(text.data(), text.size(),
-                                     pugi::parse_default | pugi::parse_doctype,
-                                     pugi::encoding_utf8));
-    }
+    check_markup(log);
     require(!write_json(log).empty());
 }
 
@@ -74,6 +98,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
     ReaderOptions options;
     options.arrival_times = timed;
+    options.limits = limits();
     RunReader reader(options);
     LiveView live({static_cast<std::uint32_t>(data[1] >> 3U), redraw, 80});
     double now = 1000;

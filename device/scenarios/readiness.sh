@@ -55,6 +55,7 @@ scenario_an_absent_module_fails_test_case_1_alone() {
 }
 
 scenario_a_module_unplugged_between_iterations_fails_once() {
+    begins_later=yes
     ready_world
     plug_module 9e0c:20a0
     start_tool -w -m 2
@@ -75,6 +76,7 @@ scenario_an_interface_down_at_the_start_is_brought_up() {
 }
 
 scenario_an_interface_taken_down_between_iterations_is_failure_3() {
+    begins_later=yes
     ready_world
     plug_module 0a5c:bd27
     start_tool -w -m 2
@@ -87,6 +89,7 @@ scenario_an_interface_taken_down_between_iterations_is_failure_3() {
 }
 
 scenario_a_driver_removed_between_iterations_is_failure_2() {
+    begins_later=yes
     ready_world
     plug_module 0a5c:bd27
     start_tool -w -m 2

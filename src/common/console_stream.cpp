@@ -15,31 +15,39 @@ namespace wivex {
 
 namespace {
 
-constexpr std::int64_t patience_without_progress_ms = 2'000;
-constexpr std::int64_t patience_in_all_ms = 10'000;
+constexpr int patience_without_progress_ms = 2'000;
+constexpr int patience_in_all_ms = 10'000;
 
 // Pause before a stream is tried again that seems to have room and takes nothing.
 constexpr int pause_ms = 10;
 
-// Shared by both streams: usually one reader stands behind both.
-std::atomic<std::int64_t> first_wait_ms{-1};
-std::atomic<std::int64_t> last_progress_ms{-1};
+// Shared by both streams: usually one reader stands behind both. Milliseconds of 32 bits, because
+// not every ARM processor reads more in one step; only differences count, which an overflow leaves
+// as they are.
+std::atomic<bool> has_waited{false};
+std::atomic<std::uint32_t> first_wait_ms{0};
+std::atomic<std::uint32_t> last_progress_ms{0};
 
-std::int64_t now_ms() {
+std::uint32_t now_ms() {
     timespec now{};
     clock_gettime(CLOCK_MONOTONIC, &now);
-    return std::int64_t{now.tv_sec} * 1000 + now.tv_nsec / 1'000'000;
+    return static_cast<std::uint32_t>(std::int64_t{now.tv_sec} * 1000 + now.tv_nsec / 1'000'000);
+}
+
+int passed_ms(std::uint32_t since, std::uint32_t now) {
+    return std::max(static_cast<std::int32_t>(now - since), 0);
 }
 
 int patience_left_ms() {
-    const std::int64_t now = now_ms();
-    if (first_wait_ms < 0) {
+    const std::uint32_t now = now_ms();
+    if (!has_waited) {
+        has_waited = true;
         first_wait_ms = now;
         last_progress_ms = now;
     }
-    const std::int64_t end = std::min(last_progress_ms + patience_without_progress_ms,
-                                      first_wait_ms + patience_in_all_ms);
-    return static_cast<int>(std::max<std::int64_t>(end - now, 0));
+    const int left = std::min(patience_without_progress_ms - passed_ms(last_progress_ms, now),
+                              patience_in_all_ms - passed_ms(first_wait_ms, now));
+    return std::max(left, 0);
 }
 
 bool ready_within(int fd, short events, int timeout_ms) {

@@ -16,8 +16,11 @@ namespace {
 constexpr suseconds_t stuck_after_us = 100'000;
 
 // What the handler shares with the program it interrupts is lock-free, as the language demands.
+// Before its version 6 ARM has it from the kernel, which the compiler does not know.
 using SharedFlag = std::atomic<bool>;
+#if !defined(__ARM_ARCH) || __ARM_ARCH >= 6
 static_assert(SharedFlag::is_always_lock_free);
+#endif
 
 struct Interrupt {
     int number;

@@ -4,6 +4,7 @@
 #include "bench_run.hpp"
 #include "expected.hpp"
 #include "text_parts.hpp"
+#include "usage_text.hpp"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -16,6 +17,7 @@ namespace bench_test {
 namespace {
 
 using namespace testing;
+using test_texts::usage_text;
 
 void expect_only_usage(const std::vector<std::string>& arguments) {
     const BenchRun run = Bench().args(arguments).run();

@@ -9,13 +9,6 @@ namespace bench_test {
 inline const std::string banner = "\n[WIFI]WIVEX2_0_160421_INCREASE_SCAN_RESULT_SIZE\n"
                                   "\n[WIFI]This build is compiled on May 13 2016, 02:36:07.\n";
 
-inline const std::string usage_text =
-    "\n\nUsage: wivex  -m <count> \n\tA: SoftAP mode\n\tl: loopback test\n\tS: wifiscan mode "
-    "-(SSID) [optional] -o <iw/dbus> scan mode\n\tw: wlan legacy mode\n\tg: autonomous GO "
-    "mode\n\tc: p2p client mode\n\td: p2p device mode\n\n[-v: version info]\n[-h: help]\n[-u: "
-    "debug]\n[-i: iteration-interval]\n[-F: Conf file selection/-F<user conf file>]\n[-R<Result "
-    "file>]\n\n";
-
 inline const std::string one_iteration =
     "[WIFI]'m' parameter passed without value or 0: Taking number of iterations for running test "
     "case as 1\n";

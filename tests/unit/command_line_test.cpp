@@ -3,6 +3,7 @@
 #include "console_capture.hpp"
 #include "run/command_line.hpp"
 #include "scratch.hpp"
+#include "usage_text.hpp"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -21,13 +22,7 @@ namespace {
 
 using namespace test_support;
 using namespace testing;
-
-constexpr const char* usage_text =
-    "\n\nUsage: wivex  -m <count> \n\tA: SoftAP mode\n\tl: loopback test\n\tS: wifiscan mode "
-    "-(SSID) [optional] -o <iw/dbus> scan mode\n\tw: wlan legacy mode\n\tg: autonomous GO "
-    "mode\n\tc: p2p client mode\n\td: p2p device mode\n\n[-v: version info]\n[-h: help]\n[-u: "
-    "debug]\n[-i: iteration-interval]\n[-F: Conf file selection/-F<user conf file>]\n[-R<Result "
-    "file>]\n\n";
+using test_texts::usage_text;
 
 constexpr const char* version_text =
     "\n\n[WIFI]Wivex Version 2.0\n[WIFI]This build is compiled on May 13 2016, 02:36:07.\n";

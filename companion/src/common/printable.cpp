@@ -75,4 +75,15 @@ std::string printable(std::string_view line, std::size_t most) {
     return text;
 }
 
+bool is_printable(std::string_view text) {
+    while (!text.empty()) {
+        const std::size_t length = character_length(text);
+        if (length == 0) {
+            return false;
+        }
+        text.remove_prefix(length);
+    }
+    return true;
+}
+
 } // namespace wivex::report

@@ -12,4 +12,7 @@ namespace wivex::report {
 /// "..." when something was left out.
 std::string printable(std::string_view line, std::size_t most = 200);
 
+/// Whether `text` is valid UTF-8 without control characters and can be shown as it stands.
+bool is_printable(std::string_view text);
+
 } // namespace wivex::report

@@ -50,12 +50,34 @@ std::string figure_text(double value) {
     return formatted("%.*f", places, value);
 }
 
+double rounded(double value) {
+    return std::round(value * 1000) / 1000;
+}
+
+std::string exact_text(double value) {
+    std::string text = formatted("%.3f", rounded(value));
+    text.erase(text.find_last_not_of('0') + 1);
+    if (text.ends_with('.')) {
+        text.pop_back();
+    }
+    return text == "-0" ? "0" : text;
+}
+
 std::string count_text(std::uint64_t count, std::string_view singular, std::string_view plural) {
     return std::to_string(count) + " " + std::string(count == 1 ? singular : plural);
 }
 
 std::string iterations_text(std::uint64_t count) {
     return count_text(count, "iteration", "iterations");
+}
+
+std::string listed(const std::vector<std::string>& texts, const std::string& last) {
+    std::string text;
+    for (std::size_t i = 0; i < texts.size(); ++i) {
+        const std::string between = i == 0 ? "" : i + 1 == texts.size() ? " " + last + " " : ", ";
+        text += between + texts[i];
+    }
+    return text;
 }
 
 std::string local_time(std::time_t seconds) {

@@ -74,6 +74,10 @@ struct ConnectionClosed {
     /// Not by the clean-up at the end of a run.
     bool by_mode;
 };
+/// The network of the configuration is in the scan listing, or is not.
+struct NetworkNamed {
+    std::string_view ssid;
+};
 struct PeerFound {};
 struct RoleTold {
     bool is_owner;
@@ -94,7 +98,7 @@ struct MatchesFollow {
 
 using CourseEvent = std::variant<Step, ModuleHint, LoopbackStatus, SessionTrouble, ConnectionClosed,
                                  PeerFound, RoleTold, GroupRemoved, GroupStarted, ClientConnected,
-                                 ModePassed, IperfDone, NamesFollow, MatchesFollow>;
+                                 ModePassed, IperfDone, NamesFollow, MatchesFollow, NetworkNamed>;
 
 // ---- Texts of the tool: how a run ends
 
@@ -158,12 +162,17 @@ struct UnknownText {
     bool shows_run = false;
 };
 
+/// The supplicant tells that it is connected to this access point.
+struct Connected {
+    std::string_view bssid;
+};
+
 /// A line of another program; it may tell what lies behind a failure.
 struct OtherLine {
     SubCause sub_cause = SubCause::none;
 };
 
-using Finding =
-    std::variant<ToolText, ListedName, TrafficFigure, ListedAccessPoint, UnknownText, OtherLine>;
+using Finding = std::variant<ToolText, ListedName, TrafficFigure, ListedAccessPoint, Connected,
+                             UnknownText, OtherLine>;
 
 } // namespace wivex::report

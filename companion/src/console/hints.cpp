@@ -33,6 +33,13 @@ constexpr std::array<Hint, 4> child_hints{{
     {"tcp connect failed: ", SubCause::no_traffic_server},
 }};
 
+// "<3>" stands before an event.
+constexpr std::size_t priority_length = 3;
+
+bool is_event(std::string_view line) {
+    return line.size() > priority_length && line[0] == '<' && line[2] == '>';
+}
+
 SubCause hint_in(std::string_view text, auto&& hints) {
     const auto found =
         std::ranges::find_if(hints, [&](const Hint& hint) { return text.starts_with(hint.text); });
@@ -51,9 +58,8 @@ SubCause read_event(std::string_view event) {
 } // namespace
 
 SubCause read_sub_cause(std::string_view line) {
-    constexpr std::size_t priority = 3;
-    if (line.size() > priority && line[0] == '<' && line[2] == '>') {
-        return read_event(line.substr(priority));
+    if (is_event(line)) {
+        return read_event(line.substr(priority_length));
     }
     if (line.ends_with(": not found") && line.find("udhcpc") != std::string_view::npos) {
         return SubCause::dhcp_client_missing;
@@ -62,6 +68,16 @@ SubCause read_sub_cause(std::string_view line) {
         return SubCause::iperf_missing;
     }
     return hint_in(line, child_hints);
+}
+
+std::string_view read_connection(std::string_view line) {
+    constexpr std::string_view event = "CTRL-EVENT-CONNECTED - Connection to ";
+    constexpr std::size_t bssid_length = 17;
+    if (!is_event(line) || !line.substr(priority_length).starts_with(event)) {
+        return {};
+    }
+    const std::string_view bssid = line.substr(priority_length + event.size());
+    return bssid.find(' ') == bssid_length ? bssid.substr(0, bssid_length) : std::string_view();
 }
 
 } // namespace wivex::report

@@ -17,6 +17,9 @@ Finding read_other(std::string_view line) {
     if (const auto point = read_access_point(line)) {
         return *point;
     }
+    if (const std::string_view bssid = read_connection(line); !bssid.empty()) {
+        return Connected{bssid};
+    }
     if (Recogniser::looks_like_the_tool(line)) {
         return UnknownText{line, line.starts_with(tool_prefix)};
     }

@@ -38,22 +38,14 @@ std::string_view StampReader::strip(std::string_view line, const Recogniser& rec
     if (!stamp) {
         return line;
     }
-    text_ = stamp->text;
     if (!active()) {
         if (!recogniser.begins_with_text(stamp->rest)) {
             return line;
         }
         format_ = stamp->format;
-        seconds_ = stamp->seconds;
-        return stamp->rest;
     }
-    double seconds = stamp->seconds + days_;
-    constexpr double day = 86400;
-    if (format_ == StampFormat::clock && seconds < seconds_ - day / 2) {
-        days_ += day;
-        seconds += day;
-    }
-    seconds_ = seconds;
+    text_ = stamp->text;
+    clock_.take(*stamp);
     return stamp->rest;
 }
 

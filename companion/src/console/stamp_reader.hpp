@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
-// Time stamps that a logging tool put before the lines of a console: found, taken away, and read
-// as a clock that runs on past midnight.
+// Time stamps that a logging tool put before the lines of a console: found, and taken away.
 #pragma once
 
 #include "console/recogniser.hpp"
-#include "console/time_stamps.hpp"
+#include "console/stamp_clock.hpp"
 
 #include <string>
 #include <string_view>
@@ -21,9 +20,14 @@ public:
         return format_ != StampFormat::none;
     }
 
-    /// Seconds of the last stamp; only differences mean something.
-    double seconds() const {
-        return seconds_;
+    /// What the stamps so far tell.
+    const StampClock& clock() const {
+        return clock_;
+    }
+
+    /// Seconds by which the clock jumped at the last line; 0: it did not.
+    double jump() const {
+        return text_.empty() ? 0 : clock_.jump();
     }
 
     /// The stamp of the last line as local date and time; empty when it does not tell both.
@@ -31,8 +35,7 @@ public:
 
 private:
     StampFormat format_ = StampFormat::none;
-    double seconds_ = 0;
-    double days_ = 0;
+    StampClock clock_;
     std::string_view text_;
 };
 

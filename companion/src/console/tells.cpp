@@ -118,6 +118,10 @@ Told matches_follow(const Match& match) {
     return CourseEvent(MatchesFollow{match.argument});
 }
 
+Told network_named(const Match& match) {
+    return CourseEvent(NetworkNamed{match.argument});
+}
+
 Told softap_end(const Match& match) {
     return Ending(SoftapEnd{match.row->text});
 }

@@ -51,6 +51,7 @@ constexpr auto mode_passed = just<CourseEvent, ModePassed>;
 constexpr auto iperf_done = just<CourseEvent, IperfDone>;
 Told names_follow(const Match& match);
 Told matches_follow(const Match& match);
+Told network_named(const Match& match);
 
 constexpr auto not_started = just<Ending, NotStarted>;
 Told softap_end(const Match& match);

@@ -40,7 +40,7 @@ constexpr auto texts = std::to_array<TextRow>({
     {whole, "ERROR:SCAN FAIL-BUSY", fail, Phase::scan, Cause::scan_busy, legacy},
     {whole, "ERROR:SCAN-FAIL", fail, Phase::scan, Cause::scan_rejected, legacy},
     {begins, "scan_results Command not successful", enter, Phase::scan, no_cause, legacy},
-    {ends, "is found...", enter, Phase::scan, no_cause, legacy},
+    {ends, "is found...", network_named, Phase::scan, no_cause, legacy},
     {ends, "is not found!!!", enter, Phase::scan, no_cause, legacy},
     {begins, "Fail to send Scan_Results Command!!!", fail, Phase::scan, Cause::network_not_found,
      legacy},

@@ -40,7 +40,7 @@ std::optional<Stamp> finish(Scanner scanner, std::string_view line, StampFormat 
         }
         rest.remove_prefix(1);
     }
-    return Stamp{format, seconds, line.substr(0, length), rest};
+    return Stamp{format, seconds, {}, line.substr(0, length), rest};
 }
 
 std::optional<Stamp> read_epoch(std::string_view line) {
@@ -48,6 +48,24 @@ std::optional<Stamp> read_epoch(std::string_view line) {
     const auto seconds = static_cast<double>(scanner.number(9, 11));
     const double part = scanner.fraction();
     return finish(scanner, line, StampFormat::epoch, seconds + part);
+}
+
+// "Z", "+02:00", "+0200", "-05": seconds ahead of UTC; none when the stamp names no zone.
+std::optional<int> read_zone(Scanner& scanner) {
+    if (scanner.optional('Z')) {
+        return 0;
+    }
+    if (!scanner.at('+') && !scanner.at('-')) {
+        return {};
+    }
+    const int sign = scanner.optional('+') ? 1 : -1;
+    scanner.optional('-');
+    const std::size_t before = scanner.rest().size();
+    const long number = scanner.number(2, 4);
+    const bool both = before - scanner.rest().size() == 4;
+    const long hours = both ? number / 100 : number;
+    const long minutes = both ? number % 100 : scanner.optional(':') ? scanner.number(2, 2) : 0;
+    return sign * 60 * static_cast<int>(hours * 60 + minutes);
 }
 
 std::optional<Stamp> read_iso(std::string_view line) {
@@ -64,20 +82,16 @@ std::optional<Stamp> read_iso(std::string_view line) {
     if (!scanner.optional('T')) {
         scanner.expect(' ');
     }
-    double seconds = scanner.clock();
-    if (!scanner.optional('Z') && (scanner.at('+') || scanner.at('-'))) {
-        const double sign = scanner.at('+') ? -1 : 1;
-        scanner.optional('+');
-        scanner.optional('-');
-        const long hours = scanner.number(2, 4);
-        const long minutes = scanner.optional(':') ? scanner.number(2, 2) : 0;
-        const long whole = hours > 99 ? hours / 100 * 60 + hours % 100 : hours * 60 + minutes;
-        seconds += sign * 60 * static_cast<double>(whole);
-    }
+    const double local = static_cast<double>(day) * 86400 + scanner.clock();
+    const std::optional<int> zone = read_zone(scanner);
     if (bracket) {
         scanner.expect(']');
     }
-    return finish(scanner, line, StampFormat::iso, static_cast<double>(day) * 86400 + seconds);
+    auto stamp = finish(scanner, line, StampFormat::iso, local - zone.value_or(0));
+    if (stamp) {
+        stamp->zone = zone;
+    }
+    return stamp;
 }
 
 std::optional<Stamp> read_clock(std::string_view line) {

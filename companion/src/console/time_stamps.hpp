@@ -19,8 +19,10 @@ enum class StampFormat : std::uint8_t {
 
 struct Stamp {
     StampFormat format = StampFormat::none;
-    /// Seconds; only differences mean something.
+    /// Seconds, UTC since 1970 with `epoch` and with a zone; else only differences mean something.
     double seconds = 0;
+    /// Seconds by which the zone of the stamp is ahead of UTC, when it names one.
+    std::optional<int> zone;
     /// The stamp as it stands, and the line behind it.
     std::string_view text;
     std::string_view rest;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// Where to look first when something failed: the last column of docs/failure-codes.md, word for
-// word. A test compares the two, so that they stay one.
+// Where to look first when something failed: the last column of docs/failure-codes.md, from which
+// the build takes it.
 #pragma once
 
 #include "model/run.hpp"

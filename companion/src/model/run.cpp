@@ -44,6 +44,7 @@ void Slice::add(const Iteration& iteration) {
     if (iteration.throughput >= 0) {
         throughput.add(iteration.throughput);
     }
+    signal.add(iteration.signal);
     for (std::size_t i = 0; i < phase_count; ++i) {
         if (iteration.phases[i].was_completed()) {
             seconds[i].add(iteration.phases[i].seconds);
@@ -55,6 +56,7 @@ void Slice::add(const Slice& other) {
     iterations += other.iterations;
     warned += other.warned;
     throughput.add(other.throughput);
+    signal.add(other.signal);
     for (std::size_t i = 0; i < outcomes.size(); ++i) {
         outcomes[i] += other.outcomes[i];
     }

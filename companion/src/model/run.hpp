@@ -4,10 +4,15 @@
 // the run gets longer.
 #pragma once
 
+#include "common/digest.hpp"
 #include "model/evidence.hpp"
+#include "model/identity.hpp"
+#include "model/limits.hpp"
 #include "model/modes.hpp"
+#include "model/run_times.hpp"
 #include "model/series.hpp"
 #include "model/sub_causes.hpp"
+#include "model/worst.hpp"
 
 #include <array>
 #include <cstddef>
@@ -20,6 +25,7 @@
 namespace wivex::report {
 
 constexpr float unknown_time = std::numeric_limits<float>::quiet_NaN();
+constexpr float unknown_signal = unknown_time;
 
 constexpr std::size_t most_runs = 8;
 constexpr std::size_t most_detailed_iterations = 5000;
@@ -63,6 +69,8 @@ struct Iteration {
     float seconds = unknown_time;
     /// In Mbit/s; negative when there was no figure.
     float throughput = -1;
+    /// Of the access point under test, in dBm; unknown unless the console lists it.
+    float signal = unknown_signal;
     std::array<PhaseRecord, phase_count> phases{};
 
     /// Counted by the tool or not.
@@ -82,6 +90,7 @@ struct Slice {
     std::array<std::uint32_t, outcome_count> outcomes{};
     std::uint32_t warned = 0;
     Spread throughput;
+    Spread signal;
     std::array<Spread, phase_count> seconds{};
 
     void add(const Iteration& iteration);
@@ -176,6 +185,11 @@ struct Run {
     /// When it began, as well as the source of times can tell; empty: unknown.
     std::string began;
     float seconds = unknown_time;
+    RunTimes when;
+    /// Of its console lines; see `run_id`.
+    DigestValue lines_digest{};
+    /// Earlier runs of the console whose lines are the same.
+    std::uint32_t twins_before = 0;
     std::string result_file;
     bool result_written = false;
     /// At least one message of the tool's standard error stands in the console.
@@ -198,6 +212,11 @@ struct Run {
     Spread iteration_seconds;
     std::array<Series, phase_count> phase_series{};
     Series throughput_series;
+    Series iteration_series;
+    Spread signal;
+    Series signal_series;
+    std::vector<LimitTally> limits;
+    WorstIterations worst;
     std::uint32_t clients_served = 0;
 
     std::vector<Iteration> iterations;
@@ -233,11 +252,16 @@ struct Run {
 };
 
 struct Log {
+    Identity identity;
+    SeenMacs macs;
     std::deque<Run> runs;
     /// Earlier runs that were dropped to keep the memory bounded.
     std::uint32_t dropped_runs = 0;
     /// The verdicts on them.
     std::array<std::uint32_t, run_verdict_count> dropped_verdicts{};
+    /// What figures are held against, and the worst that the dropped runs have shown of it.
+    std::vector<Limit> limits;
+    std::vector<LimitResult> dropped_limits;
     std::uint64_t bytes = 0;
     std::uint64_t lines = 0;
     std::uint64_t unknown_lines = 0;

@@ -59,6 +59,8 @@ void Series::add(std::uint32_t iteration, float value) {
     if (!std::isfinite(value)) {
         return;
     }
+    ++count_;
+    sum_ += value;
     const Sample sample{iteration, value};
     least_ = kept_.empty() || value < least_.value ? sample : least_;
     most_ = kept_.empty() || value > most_.value ? sample : most_;

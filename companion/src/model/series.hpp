@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <vector>
 
 namespace wivex::report {
@@ -47,6 +48,20 @@ public:
     bool empty() const {
         return kept_.empty();
     }
+    /// How many there were, and their mean: of all, also of those that are not kept.
+    std::uint32_t count() const {
+        return count_;
+    }
+    double mean() const {
+        return count_ == 0 ? 0 : sum_ / count_;
+    }
+    /// Evenly taken from all values; of a run that is not too long, all of them.
+    std::span<const Sample> kept() const {
+        return kept_;
+    }
+    bool keeps_all() const {
+        return step_ == 1;
+    }
     /// Of all values, also those that are not kept. Only when there is one.
     const Sample& least() const {
         return least_;
@@ -65,6 +80,8 @@ private:
     std::vector<Sample> kept_;
     Sample least_;
     Sample most_;
+    double sum_ = 0;
+    std::uint32_t count_ = 0;
     std::uint32_t step_ = 1;
     std::uint32_t skipped_ = 0;
 };

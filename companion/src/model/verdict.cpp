@@ -188,6 +188,7 @@ Judgement judge(const Run& run) {
     } else {
         judgement.verdict = RunVerdict::passed;
     }
+    judgement.whole = gaps.empty() && run.evidence.losses.count == 0;
     judgement.missing = std::move(failures);
     std::ranges::move(gaps, std::back_inserter(judgement.missing));
     return judgement;

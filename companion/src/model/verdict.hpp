@@ -19,6 +19,9 @@ struct Judgement {
     RunVerdict verdict = RunVerdict::unknown;
     /// In words: what keeps the run from having passed, the weightiest first. Empty for a pass.
     std::vector<std::string> missing;
+    /// The console shows the whole run: its frame, and every iteration from its beginning to its
+    /// end.
+    bool whole = false;
 
     bool is_green() const {
         return verdict == RunVerdict::passed;

@@ -3,6 +3,7 @@
 
 #include "common/unique_file.hpp"
 #include "guard/guard.hpp"
+#include "program/compare.hpp"
 #include "program/options.hpp"
 #include "program/session.hpp"
 
@@ -34,6 +35,7 @@ SessionOptions session_options(const Options& options) {
     session.refresh = from_file ? 0 : options.refresh;
     session.check = options.check;
     session.reader.iterations = options.iterations;
+    session.reader.limits = options.limits;
     if (from_file) {
         session.name = options.console;
     }
@@ -66,7 +68,16 @@ int read_file(const char* path, const SessionOptions& session) {
 }
 
 int run(const Options& options) {
-    const SessionOptions session = session_options(options);
+    if (!options.compare.empty()) {
+        return run_comparison(options.compare.front(), options.compare.back(), options.out);
+    }
+    SessionOptions session = session_options(options);
+    const std::string problem =
+        settle_identity(options.identity, options.out, session.reader.identity);
+    if (!problem.empty()) {
+        std::fprintf(stderr, "wivex-report: %s\n", problem.c_str());
+        return exit_status::usage;
+    }
     if (options.reads_file()) {
         return read_file(options.console.c_str(), session);
     }

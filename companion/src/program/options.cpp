@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "program/options.hpp"
 
+#include "common/words.hpp"
 #include "model/modes.hpp"
+#include "program/limit_options.hpp"
 #include "program/session.hpp"
 
 #include <CLI/CLI.hpp>
+#include <cstdio>
 #include <vector>
 
 namespace wivex::report {
@@ -21,14 +24,30 @@ std::vector<std::string> mode_letters() {
     return letters;
 }
 
-// "w, d or g".
-std::string in_words(const std::vector<std::string>& letters) {
-    std::string text;
-    for (std::size_t i = 0; i < letters.size(); ++i) {
-        const char* const between = i == 0 ? "" : i + 1 == letters.size() ? " or " : ", ";
-        text += between + letters[i];
+void declare_limits(CLI::App& app, Options& options) {
+    app.add_option("--limit", options.limit_texts,
+                   "What a figure may be at least or at most, as throughput>=30, dhcp<=5s or "
+                   "associate.p95<=4s. May be given again.")
+        ->type_name("LIMIT")
+        ->allow_extra_args(false);
+    app.add_option("--limits", options.limits_file, "The same from FILE, one a line.")
+        ->type_name("FILE");
+}
+
+void declare_comparison(CLI::App& app, Options& options) {
+    CLI::Option* const compare =
+        app.add_option(
+               "--compare", options.compare,
+               "Compare two run.json of one mode instead of reading a console; with --out "
+               "write compare.html into DIR. Exit with 1 when AFTER is significantly worse.")
+            ->type_name("BEFORE AFTER")
+            ->expected(2);
+    for (const char* const other :
+         {"console", "--live", "--iterations", "--mode", "--saved", "--refresh", "--serial",
+          "--part", "--station", "--attempt", "--operator", "--fact", "--identity", "--on-device",
+          "--interface", "--quiet", "--check", "--limit", "--limits"}) {
+        compare->excludes(other);
     }
-    return text;
 }
 
 void declare(CLI::App& app, Options& options) {
@@ -47,7 +66,7 @@ void declare(CLI::App& app, Options& options) {
         ->type_name("N");
     const std::vector<std::string> letters = mode_letters();
     app.add_option("--mode", options.mode,
-                   "The mode of the run as the option letter of wivex: " + in_words(letters) +
+                   "The mode of the run as the option letter of wivex: " + listed(letters, "or") +
                        ". Only needed when every iteration failed before the supplicant could be "
                        "reached.")
         ->type_name("LETTER")
@@ -61,8 +80,12 @@ void declare(CLI::App& app, Options& options) {
                  "Standard input is a saved console: do not take arrival times for its times.");
     app.add_flag("--quiet", options.quiet, "Do not pass the console on.");
     app.add_flag("--check", options.check,
-                 "Exit with 1 unless every run passed: what cannot be judged has not.");
+                 "Exit with 1 unless every run passed and is within the limits: what cannot be "
+                 "judged has not and is not.");
+    declare_limits(app, options);
+    declare_identity(app, options.identity);
     app.set_version_flag("--version", "wivex-report 1.0");
+    declare_comparison(app, options);
 }
 
 } // namespace
@@ -76,6 +99,13 @@ std::optional<Options> read_options(int argc, char** argv, int& status) {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
         status = app.exit(error) == 0 ? exit_status::done : exit_status::usage;
+        return {};
+    }
+    const std::string problem =
+        read_limits(options.limit_texts, options.limits_file, options.limits);
+    if (!problem.empty()) {
+        std::fprintf(stderr, "wivex-report: %s\n", problem.c_str());
+        status = exit_status::usage;
         return {};
     }
     return options;

@@ -2,9 +2,13 @@
 // The options of the command line. The manual page tells what each of them is for.
 #pragma once
 
+#include "model/limits.hpp"
+#include "program/identity_options.hpp"
+
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace wivex::report {
 
@@ -15,10 +19,17 @@ struct Options {
     std::string mode;
     std::uint32_t iterations = 0;
     int refresh = 60;
+    IdentityOptions identity;
     bool live = false;
     bool quiet = false;
     bool saved = false;
     bool check = false;
+    /// As they were given, and what they say together.
+    std::vector<std::string> limit_texts;
+    std::string limits_file;
+    std::vector<Limit> limits;
+    /// Two files to compare; empty: none.
+    std::vector<std::string> compare;
 
     bool reads_file() const {
         return !console.empty() && console != "-";

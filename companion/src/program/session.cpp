@@ -2,6 +2,8 @@
 #include "program/session.hpp"
 
 #include "common/bytes.hpp"
+#include "model/identity.hpp"
+#include "model/limit_verdict.hpp"
 #include "model/verdict.hpp"
 #include "writers/report_files.hpp"
 #include "writers/summary.hpp"
@@ -99,12 +101,24 @@ private:
         }
     }
 
+    // The summary says them too: whoever keeps only standard error sees them as well.
+    void warn() {
+        const int summary_fd = options_.live_fd >= 0 ? options_.live_fd : options_.summary_fd;
+        if (summary_fd == STDERR_FILENO) {
+            return;
+        }
+        for (const std::string& warning : identity_warnings(reader_.log())) {
+            std::fprintf(stderr, "wivex-report: WARNING: %s\n", warning.c_str());
+        }
+    }
+
     int finish() {
         if (options_.live_fd >= 0) {
             write_all(options_.live_fd, live_.finish(reader_.progress()));
         } else {
             write_all(options_.summary_fd, summary(reader_.log()));
         }
+        warn();
         if (!options_.out.empty()) {
             if (writer_ > 0) {
                 waitpid(writer_, nullptr, 0);
@@ -124,7 +138,8 @@ private:
                          options_.name.c_str(), std::strerror(read_error_));
             return exit_status::usage;
         }
-        const bool passed = judge(reader_.log()) == RunVerdict::passed;
+        const bool passed =
+            judge(reader_.log()) == RunVerdict::passed && are_kept(judge_limits(reader_.log()));
         return passed || !options_.check ? exit_status::done : exit_status::run_failed;
     }
 

@@ -32,7 +32,7 @@ struct SessionOptions {
     int summary_fd = 2;
     /// What is read, for messages.
     std::string name = "standard input";
-    /// Tell a run that has not passed by the exit status.
+    /// Tell a run that has not passed, or is not within its limits, by the exit status.
     bool check = false;
 };
 

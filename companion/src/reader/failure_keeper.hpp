@@ -19,6 +19,10 @@ public:
     /// The next line of the console; `run` may be null.
     void add_line(Run* run, std::string_view line);
 
+    const RecentLines& recent() const {
+        return recent_;
+    }
+
     /// A new run: no excerpt is open.
     void forget() {
         lines_to_come_ = 0;

@@ -4,7 +4,9 @@
 #include "reader/log_builder.hpp"
 
 #include "common/words.hpp"
+#include "model/limit_verdict.hpp"
 #include "model/verdict.hpp"
+#include "reader/worst_keeper.hpp"
 
 #include <algorithm>
 #include <ctime>
@@ -26,6 +28,11 @@ Phase next_phase(const OpenIteration& iteration, Mode mode) {
 }
 
 } // namespace
+
+LogBuilder::LogBuilder(const ReaderOptions& options) : options_(options) {
+    log_.identity = options.identity;
+    log_.limits = options.limits;
+}
 
 Moment LogBuilder::moment() const {
     return {clock_, run_ != nullptr && run_->times != TimeSource::none};
@@ -62,12 +69,16 @@ void LogBuilder::begin_run() {
     if (log_.runs.size() == most_runs) {
         ++log_.dropped_verdicts.at(
             static_cast<std::size_t>(wivex::report::judge(log_.runs.front()).verdict));
+        keep_worse(log_.dropped_limits, judge_limits(log_.runs.front()));
         log_.runs.pop_front();
         ++log_.dropped_runs;
     }
     run_ = &log_.runs.emplace_back();
     run_->mode = options_.mode;
     run_->expected = options_.iterations;
+    for (const Limit& limit : options_.limits) {
+        run_->limits.emplace_back().limit = limit;
+    }
     run_over_ = false;
     run_began_ = clock_;
     current_ = {};
@@ -78,8 +89,9 @@ void LogBuilder::begin_run() {
         run_->began = console_.stamps().date_and_time();
     } else if (options_.arrival_times) {
         run_->times = TimeSource::arrival;
-        run_->began = local_time(std::time(nullptr));
+        run_->began = local_time(static_cast<std::time_t>(options_.wall_clock()));
     }
+    trace_.begin(*run_, time_);
 }
 
 void LogBuilder::end_run(RunEnd end) {
@@ -91,11 +103,14 @@ void LogBuilder::end_run(RunEnd end) {
     }
     run_->end = end;
     if (moment().known) {
-        run_->seconds = static_cast<float>(clock_ - run_began_);
+        run_->seconds = static_cast<float>(trace_.last_moment() - run_began_);
     }
+    settle();
+    trace_.end(*run_);
 }
 
 void LogBuilder::finish() {
+    console_over_ = true;
     if (run_ != nullptr) {
         end_run(run_->end);
         run_ = nullptr;
@@ -114,6 +129,13 @@ void LogBuilder::doubt_arrival_times() {
     run_->phase_seconds = {};
     run_->phase_series = {};
     run_->iteration_seconds = {};
+    run_->iteration_series = {};
+    run_->worst.forget_times();
+    for (LimitTally& tally : run_->limits) {
+        if (tally.limit.is_of_time()) {
+            tally.forget();
+        }
+    }
     run_->timeline.forget_times();
     for (Iteration& iteration : run_->iterations) {
         iteration.forget_times();
@@ -129,6 +151,7 @@ void LogBuilder::begin_iteration() {
     end_iteration(true);
     current_.begin(run_->started, moment(), run_began_);
     ++run_->started;
+    current_.first_line = log_.lines;
     console_.names().close();
 }
 
@@ -144,6 +167,7 @@ void LogBuilder::end_iteration(bool complete) {
     current_.close_phase(passed ? Verdict::passed : Verdict::unfinished, moment());
     current_.record.outcome = current_.outcome(run_->mode, complete);
     current_.set_throughput();
+    current_.set_signal();
     tally_iteration();
     current_.open = false;
     current_.phase = Phase::none;
@@ -159,6 +183,11 @@ void LogBuilder::tally_iteration() {
         run_->throughput.add(record.throughput);
         run_->throughput_series.add(record.number, record.throughput);
     }
+    if (record.outcome != Outcome::unfinished) {
+        run_->iteration_series.add(record.number, record.seconds);
+    }
+    run_->signal.add(record.signal);
+    run_->signal_series.add(record.number, record.signal);
     ++run_->outcomes.at(static_cast<std::size_t>(record.outcome));
     run_->warned += record.warned ? 1 : 0;
     run_->evidence.mode_passes += current_.mode_passed ? 1 : 0;
@@ -177,6 +206,15 @@ void LogBuilder::tally_iteration() {
         run_->iterations.push_back(record);
     }
     run_->timeline.add(record);
+    tally_limits(*run_, record);
+    note_console_lines();
+}
+
+// What ends an iteration is the line behind it, or the end of the console.
+void LogBuilder::note_console_lines() {
+    const std::size_t behind = console_over_ ? 0 : 1;
+    note_worst(*run_, current_.record, failures_.recent(),
+               {current_.first_line, std::max(current_.first_line, log_.lines - behind)}, behind);
 }
 
 void LogBuilder::end_of_results() {

@@ -7,11 +7,16 @@
 #include "model/progress.hpp"
 #include "reader/failure_keeper.hpp"
 #include "reader/open_iteration.hpp"
+#include "reader/run_trace.hpp"
 
 #include <cstdint>
 #include <string_view>
+#include <vector>
 
 namespace wivex::report {
+
+/// Seconds since 1970, UTC, by the clock of this machine.
+double system_seconds();
 
 struct ReaderOptions {
     /// The mode that runs; `Mode::unknown`: to be seen from the console.
@@ -20,11 +25,17 @@ struct ReaderOptions {
     bool arrival_times = false;
     /// Iterations that a run has; 0: unknown.
     std::uint32_t iterations = 0;
+    /// What is known of the device and the station before the console is read.
+    Identity identity{};
+    /// The clock of the world, seconds since 1970.
+    double (*wall_clock)() = system_seconds;
+    /// What the figures of a run are held against.
+    std::vector<Limit> limits = {};
 };
 
 class LogBuilder {
 public:
-    explicit LogBuilder(const ReaderOptions& options) : options_(options) {}
+    explicit LogBuilder(const ReaderOptions& options);
 
     // ---- The console
     const Log& log() const {
@@ -39,9 +50,22 @@ public:
     void add_unknown_line() {
         ++log_.unknown_lines;
     }
-    /// Seconds on any steady clock.
-    void set_clock(double seconds) {
-        clock_ = seconds;
+    /// The moment from now on: seconds on any steady clock, and the world's when it is known.
+    void set_time(const LineTime& time) {
+        clock_ = time.steady;
+        time_ = time;
+    }
+    /// When bytes arrive that are fed at `now`, seconds of any steady clock.
+    LineTime arrival(double now) const;
+    /// The clock jumped at the line that comes next: what is under way cannot be timed.
+    void clock_jumped(double seconds);
+    /// Everything that `line`, as it stands on the console, tells has been taken; `told`: some of
+    /// it by the tool.
+    void end_line(std::string_view line, bool told);
+    /// Brings the open run up to date for whoever looks at the log now.
+    void settle();
+    SeenMacs& macs() {
+        return log_.macs;
     }
     /// Reads the lines. It learns here what names of access points follow, and where they end.
     LineReader& console() {
@@ -95,19 +119,23 @@ private:
     Moment moment() const;
     void end_iteration(bool complete);
     void tally_iteration();
+    void note_console_lines();
     void doubt_arrival_times();
     std::size_t describe(Cause cause, bool warning, bool concluded);
     void conclude_missing_failure();
 
+    RunTrace trace_;
     ReaderOptions options_;
     LineReader console_;
     FailureKeeper failures_;
     Log log_;
     Run* run_ = nullptr;
     OpenIteration current_;
-    bool run_over_ = false;
     double clock_ = 0;
+    LineTime time_;
     double run_began_ = 0;
+    bool run_over_ = false;
+    bool console_over_ = false;
 };
 
 } // namespace wivex::report

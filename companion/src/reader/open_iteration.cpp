@@ -20,11 +20,20 @@ void OpenIteration::begin(std::uint32_t number, Moment now, double run_began) {
 // The time since the last thing that happened belongs to the phase.
 void OpenIteration::pass_time_to(Phase to, Moment now) {
     PhaseRecord& times = record.phases.at(index_of(to));
-    if (now.known) {
+    bool& untimed = untimed_phases.at(index_of(to));
+    untimed = untimed || std::isnan(mark);
+    if (untimed) {
+        times.seconds = unknown_time;
+    } else if (now.known) {
         const auto passed = static_cast<float>(std::max(0.0, now.seconds - mark));
         times.seconds = std::isnan(times.seconds) ? passed : times.seconds + passed;
     }
     mark = now.seconds;
+}
+
+void OpenIteration::lose_time() {
+    mark = std::nan("");
+    began = std::nan("");
 }
 
 void OpenIteration::close_phase(Verdict verdict, Moment now) {

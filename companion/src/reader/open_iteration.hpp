@@ -4,8 +4,10 @@
 #pragma once
 
 #include "model/run.hpp"
+#include "reader/heard.hpp"
 
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 
 namespace wivex::report {
@@ -39,11 +41,17 @@ struct OpenIteration {
     bool role_known = false;
     bool traffic_seen = false;
     int connections_closed = 0;
+    /// The console line that it began with, from 1.
+    std::uint64_t first_line = 0;
+    HeardAccessPoints heard;
     /// What other programs said that may lie behind a failure.
     SubCause sub_cause = SubCause::none;
     std::optional<PendingFailure> pending;
     /// Phases that a line of the tool itself has judged.
     std::array<bool, phase_count> judged_phases{};
+
+    /// Phases that were under way when the clock jumped.
+    std::array<bool, phase_count> untimed_phases{};
 
     /// The phase that is under way, and since when.
     Phase phase = Phase::none;
@@ -72,6 +80,11 @@ struct OpenIteration {
     /// Chooses the figure that stands for the whole iteration.
     void set_throughput();
 
+    /// Takes the signal of the access point under test.
+    void set_signal() {
+        record.signal = heard.signal();
+    }
+
     /// The outcome in `mode`; `complete`: the tool has gone on behind it.
     Outcome outcome(Mode mode, bool complete) const;
 
@@ -81,6 +94,9 @@ struct OpenIteration {
     /// The failure that the mode must have told on a standard error that is not in this console:
     /// its session was closed, and the line of a pass did not come.
     Cause missing_failure(Mode mode) const;
+
+    /// The clock jumped: what is under way has no time.
+    void lose_time();
 
     /// The time since the last thing that happened belongs to the phase `to`.
     void pass_time_to(Phase to, Moment now);

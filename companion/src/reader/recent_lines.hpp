@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// The last few console lines, kept to show what came before a failure. Of fixed size: it is
-// written for every line of the console.
+// The last console lines, kept to show what came before a failure or what makes an iteration the
+// worst of its run. Of fixed size: it is written for every line of the console.
 #pragma once
 
 #include <array>
@@ -12,7 +12,7 @@ namespace wivex::report {
 
 class RecentLines {
 public:
-    static constexpr std::size_t count = 8;
+    static constexpr std::size_t count = 48;
     static constexpr std::size_t width = 200;
 
     void add(std::string_view line) {

@@ -30,7 +30,7 @@ public:
 
 private:
     void set_clock(double now);
-    void take_line(std::string_view line);
+    void take_line(std::string_view whole);
 
     LineSplitter splitter_;
     LogBuilder builder_;

@@ -109,7 +109,14 @@ public:
         if (builder_.run() != nullptr) {
             see_access_point(*builder_.run(), {point.ssid, point.bssid, point.frequency,
                                                static_cast<float>(point.signal)});
+            builder_.iteration().heard.hear(point.bssid, point.ssid,
+                                            static_cast<float>(point.signal));
         }
+    }
+
+    void operator()(const Connected& connected) const {
+        builder_.add_unknown_line();
+        builder_.iteration().heard.connect(connected.bssid);
     }
 
     void operator()(const UnknownText& unknown) const {

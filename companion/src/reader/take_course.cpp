@@ -133,6 +133,11 @@ public:
         builder_.console().names().expect(names.count);
     }
 
+    void operator()(const NetworkNamed& network) const {
+        builder_.enter(text_.phase);
+        current_.heard.look_for(network.ssid);
+    }
+
     void operator()(const MatchesFollow& matches) const {
         builder_.enter(Phase::scan);
         builder_.console().names().expect_matches(matches.prefix);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // What the console says of the device and its configuration.
 #include "common/printable.hpp"
+#include "reader/seen_macs.hpp"
 #include "reader/take.hpp"
 
 namespace wivex::report {
@@ -13,7 +14,8 @@ constexpr std::size_t longest_mac = 20;
 
 class FactTaker {
 public:
-    explicit FactTaker(Run& run) : run_(run), device_(run.device) {}
+    explicit FactTaker(LogBuilder& builder)
+        : run_(*builder.run()), device_(run_.device), macs_(builder.macs()) {}
 
     void operator()(const SingleIteration& /*fact*/) const {
         run_.expected = 1;
@@ -40,15 +42,19 @@ public:
 
     void operator()(const KernelMac& mac) const {
         device_.mac_kernel = printable(mac.address, longest_mac);
+        see_kernel_mac(macs_, mac.address);
     }
 
     void operator()(const ChipMac& mac) const {
         device_.mac_chip = printable(mac.address, longest_mac);
+        see_chip_mac(macs_, mac.address, device_.mac_kernel);
     }
 
     void operator()(const MacPair& macs) const {
         device_.mac_kernel = printable(macs.kernel, longest_mac);
         device_.mac_chip = printable(macs.chip, longest_mac);
+        see_kernel_mac(macs_, macs.kernel);
+        see_chip_mac(macs_, macs.chip, macs.kernel);
     }
 
     void operator()(const OwnAddress& own) const {
@@ -58,13 +64,14 @@ public:
 private:
     Run& run_;
     Device& device_;
+    SeenMacs& macs_;
 };
 
 } // namespace
 
 void take_fact(LogBuilder& builder, const ToolText& text, const Fact& fact) {
     builder.enter(text.phase);
-    std::visit(FactTaker(*builder.run()), fact);
+    std::visit(FactTaker(builder), fact);
 }
 
 } // namespace wivex::report

@@ -2,12 +2,11 @@
 #include "writers/charts.hpp"
 
 #include "common/words.hpp"
+#include "writers/chart_axis.hpp"
 #include "writers/page.hpp"
 
 #include <algorithm>
 #include <array>
-#include <cmath>
-#include <cstdio>
 
 namespace wivex::report {
 
@@ -15,12 +14,6 @@ namespace {
 
 // Below this many slices a cell is large enough to carry its number.
 constexpr std::size_t most_numbered_cells = 60;
-
-std::string place(double value) {
-    std::array<char, 32> text{};
-    std::snprintf(text.data(), text.size(), "%.1f", value);
-    return text.data();
-}
 
 std::string iterations_of(const Slice& slice) {
     if (slice.iterations == 1) {
@@ -97,7 +90,7 @@ std::string cell(const Run& run, const Slice& slice, bool numbered, std::string_
         const std::uint32_t bad = slice.count(Outcome::failed) + slice.count(Outcome::uncounted);
         const double share = static_cast<double>(bad) / slice.iterations;
         // A small share stays visible.
-        attributes.emplace_back("style", "--share:max(2px," + place(share * 100) + "%)");
+        attributes.emplace_back("style", "--share:max(2px," + coordinate(share * 100) + "%)");
     }
     inner += span("sr", words);
     const Failure* const failure = described_failure(run, slice);
@@ -108,34 +101,27 @@ std::string cell(const Run& run, const Slice& slice, bool numbered, std::string_
     return element("li", attributes, element("a", {{"href", target}}, inner));
 }
 
-// The smallest of 1, 2, 5 times a power of ten that is not below `value`.
-double nice_ceiling(double value) {
-    if (value <= 0) {
-        return 1;
+Axis axis_of(std::span<const CurvePoint> points, const std::vector<Limit>& limits) {
+    double least = 0;
+    double most = 0;
+    const auto take = [&](double value) {
+        least = std::min(least, value);
+        most = std::max(most, value);
+    };
+    for (const CurvePoint& point : points) {
+        take(point.value.least);
+        take(point.value.most);
     }
-    const double power = std::pow(10.0, std::floor(std::log10(value)));
-    for (const double step : {1.0, 1.5, 2.0, 3.0, 4.0, 5.0, 6.0, 8.0}) {
-        if (step * power >= value) {
-            return step * power;
-        }
+    for (const Limit& limit : limits) {
+        take(limit.value);
     }
-    return 10 * power;
+    return {least, most};
 }
 
 class CurveWriter {
 public:
-    CurveWriter(std::span<const CurvePoint> points, std::uint32_t iterations)
-        : points_(points), last_(iterations > 1 ? iterations - 1 : 1) {
-        double most = 0;
-        for (const CurvePoint& point : points) {
-            most = std::max(most, static_cast<double>(point.value.most));
-        }
-        top_ = nice_ceiling(most);
-    }
-
-    double top() const {
-        return top_;
-    }
+    CurveWriter(std::span<const CurvePoint> points, std::uint32_t iterations, const Axis& axis)
+        : points_(points), last_(iterations > 1 ? iterations - 1 : 1), axis_(axis) {}
 
     std::string range() const {
         std::string upper;
@@ -180,12 +166,12 @@ public:
 private:
     std::string at(const CurvePoint& point, double value) const {
         const double x = 1000.0 * point.first / last_;
-        return place(x) + "," + place(100 - value / top_ * 100);
+        return coordinate(x) + "," + coordinate(100 - axis_.share_of(value) * 100);
     }
 
     std::span<const CurvePoint> points_;
     double last_;
-    double top_ = 1;
+    const Axis& axis_;
 };
 
 Spread all_of(std::span<const CurvePoint> points) {
@@ -213,26 +199,30 @@ std::string curve(std::span<const CurvePoint> points, std::uint32_t iterations,
     if (points.empty()) {
         return "";
     }
-    const CurveWriter writer(points, iterations);
+    const Axis axis = axis_of(points, labels.limits);
+    const CurveWriter writer(points, iterations, axis);
     const Spread all = all_of(points);
     const std::string unit(labels.unit);
     const std::string words = std::string(labels.what) + " over the iterations: least " +
                               figure_text(all.least) + ", mean " + figure_text(all.mean()) +
-                              ", most " + figure_text(all.most) + " " + unit;
-    const std::string svg = element("svg",
-                                    {{"role", "img"},
-                                     {"aria-label", words},
-                                     {"viewBox", "0 0 1000 100"},
-                                     {"preserveAspectRatio", "none"}},
-                                    R"(<path class="grid" d="M0 0H1000M0 50H1000M0 100H1000"/>)" +
-                                        writer.range() + writer.line() + writer.dots(labels));
+                              ", most " + figure_text(all.most) + " " + unit +
+                              limits_alternative(labels.limits);
+    const std::string svg =
+        element("svg",
+                {{"role", "img"},
+                 {"aria-label", words},
+                 {"viewBox", "0 0 1000 100"},
+                 {"preserveAspectRatio", "none"}},
+                R"(<path class="grid" d="M0 0H1000M0 50H1000M0 100H1000"/>)" + writer.range() +
+                    writer.line() + writer.dots(labels) + limit_lines(labels.limits, axis));
     if (small) {
         return element("div", {{"class", "spark"}},
-                       svg + span("top", figure_text(writer.top()) + " " + unit));
+                       svg + span("top", figure_text(axis.top()) + " " + unit));
     }
     const std::string last = std::to_string(iterations > 0 ? iterations - 1 : 0);
-    const std::string y = element("span", figure_text(writer.top())) +
-                          element("span", figure_text(writer.top() / 2)) + element("span", "0");
+    const std::string y = element("span", figure_text(axis.top())) +
+                          element("span", figure_text((axis.top() + axis.bottom()) / 2)) +
+                          element("span", figure_text(axis.bottom()));
     const std::string x =
         element("span", "0") + element("span", "iteration") + element("span", last);
     return element("div", {{"class", "plot"}},
@@ -244,6 +234,16 @@ std::vector<CurvePoint> throughput_points(const Run& run) {
     for (const Slice& slice : run.timeline.slices()) {
         if (slice.throughput.count != 0) {
             points.push_back({slice.first, slice.throughput});
+        }
+    }
+    return points;
+}
+
+std::vector<CurvePoint> signal_points(const Run& run) {
+    std::vector<CurvePoint> points;
+    for (const Slice& slice : run.timeline.slices()) {
+        if (slice.signal.count != 0) {
+            points.push_back({slice.first, slice.signal});
         }
     }
     return points;

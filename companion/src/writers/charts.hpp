@@ -25,13 +25,17 @@ struct CurvePoint {
 struct CurveLabels {
     std::string_view what; ///< "Throughput"
     std::string_view unit; ///< "Mbit/s"
+    /// Drawn as lines.
+    std::vector<Limit> limits = {};
 };
 
-/// A curve from 0 to the largest value, with its range where a point stands for several.
+/// A curve between 0 and the largest value or, of negative ones, the smallest, with its range where
+/// a point stands for several.
 std::string curve(std::span<const CurvePoint> points, std::uint32_t iterations,
                   const CurveLabels& labels, bool small);
 
 std::vector<CurvePoint> throughput_points(const Run& run);
+std::vector<CurvePoint> signal_points(const Run& run);
 std::vector<CurvePoint> seconds_points(const Run& run, Phase phase);
 
 } // namespace wivex::report

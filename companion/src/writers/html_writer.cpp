@@ -2,29 +2,36 @@
 #include "writers/html_writer.hpp"
 
 #include "common/words.hpp"
+#include "model/limit_verdict.hpp"
 #include "writers/html_text.hpp"
+#include "writers/limit_words.hpp"
 #include "writers/page.hpp"
+#include "writers/page_distributions.hpp"
 #include "writers/page_facts.hpp"
 #include "writers/page_failures.hpp"
 #include "writers/page_figures.hpp"
+#include "writers/page_identity.hpp"
+#include "writers/page_limits.hpp"
 #include "writers/page_overview.hpp"
-#include "writers/page_style.hpp"
 #include "writers/page_verdict.hpp"
 
 namespace wivex::report {
 
 namespace {
 
-std::string run_section(const Run& run, std::size_t number, bool only) {
+std::string run_section(const Log& log, const Run& run, std::size_t number) {
+    const bool only = log.runs.size() == 1;
     const std::string prefix = only ? "" : "run" + std::to_string(number) + "-";
     const Judgement judgement = judge(run);
-    std::string text = "\n" + verdict_part(run, judgement, prefix);
+    std::string text = "\n" + verdict_part(run, judgement, prefix) +
+                       limits_card(run, judgement.is_green(), prefix);
     if (run.started != 0) {
         text += tiles(run) + timeline_card(run, prefix) + failures_card(run, prefix) +
                 test_cases_card(run, judgement.is_green(), prefix) + throughput_card(run, prefix) +
-                phases_card(run, prefix) + access_points_card(run, prefix);
+                signal_card(run, prefix) + phases_card(run, prefix) + times_card(run, prefix) +
+                worst_card(run, prefix) + access_points_card(run, prefix);
     }
-    text += facts_card(run, prefix);
+    text += facts_card(log, run, prefix);
     return element("div", {{"class", "run"}, {"id", prefix + "run"}}, text) + "\n";
 }
 
@@ -61,42 +68,42 @@ std::string run_list(const Log& log) {
         ++number;
     }
     return verdict_heading(style_of(judge(log)), verdict_sentence(log)) +
+           limits_line(judge_limits(log), judge(log) == RunVerdict::passed) +
            element("nav", {{"aria-label", "Runs"}}, element("ol", "\n" + items)) + "\n" +
            left_out(log);
 }
 
-std::string head(const Log& log) {
-    return element("head",
-                   "\n<meta charset=\"utf-8\"/>\n"
-                   "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\"/>\n" +
-                       element("title", "wivex: " + escaped(verdict_sentence(log))) +
-                       "\n<link rel=\"icon\" href=\"data:,\"/>\n" + element("style", page_style) +
-                       "\n");
+// The unit first, so that it stands in a narrow tab; the limits behind the verdict, when there are
+// any.
+std::string title_of(const Log& log) {
+    const std::string limits = limits_sentence(judge_limits(log));
+    const std::string& serial = log.identity.serial;
+    return (serial.empty() ? "" : serial + ": ") + verdict_sentence(log) +
+           (limits.empty() ? "" : "; " + limits);
 }
 
 std::string body(const Log& log) {
-    std::string text = "\n" + element("h1", "wivex test report") + "\n" + run_list(log);
+    std::string text =
+        "\n" + element("h1", "wivex test report") + "\n" + identity_part(log) + run_list(log);
     if (log.runs.empty()) {
         text += verdict_heading("open", verdict_sentence(log));
     }
     std::size_t number = 1;
     for (const Run& run : log.runs) {
-        text += run_section(run, number, log.runs.size() == 1);
+        text += run_section(log, run, number);
         ++number;
     }
     text += paragraph("soft", "Console: " + count_text(log.lines, "line", "lines") + ", " +
                                   count_text(log.bytes, "byte", "bytes") + ", " +
                                   count_text(log.unknown_lines, "line", "lines") +
                                   " of other programs or unknown.");
-    return element("body",
-                   "\n" + element("main", text) + "\n" + element("script", page_script) + "\n");
+    return text;
 }
 
 } // namespace
 
 std::string write_html(const Log& log) {
-    return "<!DOCTYPE html>\n" +
-           element("html", {{"lang", "en"}}, "\n" + head(log) + "\n" + body(log) + "\n") + "\n";
+    return html_document("wivex: " + title_of(log), body(log));
 }
 
 } // namespace wivex::report

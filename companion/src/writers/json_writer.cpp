@@ -1,63 +1,28 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "writers/json_writer.hpp"
 
+#include "common/words.hpp"
 #include "model/advice.hpp"
+#include "model/limit_verdict.hpp"
 #include "model/test_cases.hpp"
 #include "model/verdict.hpp"
 #include "model/weak_passes.hpp"
+#include "writers/json_figures.hpp"
+#include "writers/json_identity.hpp"
 
-#include <cmath>
 #include <nlohmann/json.hpp>
 
 namespace wivex::report {
 
 namespace {
 
-using Json = nlohmann::ordered_json;
-
 Json text_or_null(const std::string& text) {
     return text.empty() ? Json(nullptr) : Json(text);
-}
-
-// Milliseconds are all that a console can tell.
-double rounded(double value) {
-    return std::round(value * 1000) / 1000;
-}
-
-Json number_or_null(double value) {
-    return std::isnan(value) ? Json(nullptr) : Json(rounded(value));
 }
 
 // Of a number that is never 0 when it is known.
 Json count_or_null(int value) {
     return value == 0 ? Json(nullptr) : Json(value);
-}
-
-Json spread(const Spread& values) {
-    if (values.count == 0) {
-        return nullptr;
-    }
-    return {{"count", values.count},
-            {"least", rounded(values.least)},
-            {"mean", rounded(values.mean())},
-            {"most", rounded(values.most)}};
-}
-
-Json distribution(const Series& series) {
-    if (series.empty()) {
-        return nullptr;
-    }
-    const Trend trend = series.trend();
-    return {{"median", rounded(series.median())},
-            {"percentile_95", rounded(series.quantile(0.95))},
-            {"least_iteration", series.least().iteration},
-            {"most_iteration", series.most().iteration},
-            {"trend", !trend.known ? Json(nullptr)
-                                   : Json{{"z", rounded(trend.z)},
-                                          {"change", rounded(trend.change)},
-                                          {"share", rounded(trend.share)},
-                                          {"significant", trend.is_significant()},
-                                          {"drift", trend.is_drift()}}}};
 }
 
 std::string_view name_of(TimeSource source) {
@@ -111,8 +76,8 @@ Json phases(const Run& run) {
         }
         list.push_back({{"phase", name_of(phase)},
                         {"verdicts", verdicts},
-                        {"seconds", spread(run.phase_seconds.at(index_of(phase)))},
-                        {"distribution", distribution(run.phase_series.at(index_of(phase)))}});
+                        {"seconds", spread_json(run.phase_seconds.at(index_of(phase)))},
+                        {"distribution", distribution_json(run.phase_series.at(index_of(phase)))}});
     }
     return list;
 }
@@ -186,6 +151,7 @@ Json iterations(const Run& run) {
              {"seconds", number_or_null(iteration.seconds)},
              {"throughput",
               iteration.throughput < 0 ? Json(nullptr) : Json(rounded(iteration.throughput))},
+             {"signal", number_or_null(iteration.signal)},
              {"phases", parts}});
     }
     return list;
@@ -198,14 +164,15 @@ Json timeline(const Run& run) {
         for (const Phase phase : all_phases()) {
             const Spread& values = slice.seconds.at(index_of(phase));
             if (values.count != 0) {
-                seconds[std::string(name_of(phase))] = spread(values);
+                seconds[std::string(name_of(phase))] = spread_json(values);
             }
         }
         list.push_back({{"first", slice.first},
                         {"iterations", slice.iterations},
                         {"outcomes", outcomes(slice.outcomes)},
                         {"warned", slice.warned},
-                        {"throughput", spread(slice.throughput)},
+                        {"throughput", spread_json(slice.throughput)},
+                        {"signal", spread_json(slice.signal)},
                         {"seconds", seconds}});
     }
     return list;
@@ -218,7 +185,7 @@ Json access_points(const Run& run) {
                         {"ssid", point.ssid},
                         {"frequency", count_or_null(point.frequency)},
                         {"times_seen", point.times_seen},
-                        {"signal", spread(point.signal)}});
+                        {"signal", spread_json(point.signal)}});
     }
     return list;
 }
@@ -233,12 +200,15 @@ Json left_out(const Log& log) {
 
 Json one_run(const Run& run) {
     const Judgement judgement = judge(run);
+    const std::vector<LimitResult> limits = judge_limits(run);
     return {{"mode", name_of(run.mode)},
             {"end", name_of(run.end)},
             {"clean", judgement.is_green()},
             {"verdict", name_of(judgement.verdict)},
             {"verdict_words", verdict_sentence(run)},
             {"missing", judgement.missing},
+            {"limits", limits_json(limits)},
+            {"limits_verdict", limits_verdict_json(limits)},
             {"weak_passes", weak_passes(run)},
             {"unknown_tool_lines", run.evidence.unknown.count},
             {"times", name_of(run.times)},
@@ -254,9 +224,13 @@ Json one_run(const Run& run) {
             {"clients_served", run.clients_served},
             {"test_cases", test_cases(run)},
             {"failures_without_test_case", run.failures_without_test_case()},
-            {"iteration_seconds", spread(run.iteration_seconds)},
-            {"throughput", spread(run.throughput)},
-            {"throughput_distribution", distribution(run.throughput_series)},
+            {"iteration_seconds", spread_json(run.iteration_seconds)},
+            {"throughput", spread_json(run.throughput)},
+            {"iteration_distribution", distribution_json(run.iteration_series)},
+            {"throughput_distribution", distribution_json(run.throughput_series)},
+            {"signal", spread_json(run.signal)},
+            {"signal_distribution", distribution_json(run.signal_series)},
+            {"worst_iterations", worst_iterations_json(run)},
             {"phases", phases(run)},
             {"causes", causes(run)},
             {"failures", failures(run)},
@@ -269,17 +243,23 @@ Json one_run(const Run& run) {
 } // namespace
 
 std::string write_json(const Log& log) {
+    const std::vector<LimitResult> limits = judge_limits(log);
     Json runs = Json::array();
     for (const Run& run : log.runs) {
-        runs.push_back(one_run(run));
+        Json object = json_of_run(log, run);
+        object.update(one_run(run));
+        runs.push_back(std::move(object));
     }
     const Json document{
         {"format", "wivex-report"},
         {"version", json_format_version},
+        {"identity", json_identity(log)},
         {"console",
          {{"bytes", log.bytes}, {"lines", log.lines}, {"unknown_lines", log.unknown_lines}}},
         {"verdict", name_of(judge(log))},
         {"verdict_words", verdict_sentence(log)},
+        {"limits", limits_json(limits)},
+        {"limits_verdict", limits_verdict_json(limits)},
         {"runs_left_out", log.dropped_runs},
         {"runs_left_out_verdicts", left_out(log)},
         {"runs", std::move(runs)}};

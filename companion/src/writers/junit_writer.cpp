@@ -3,9 +3,13 @@
 
 #include "common/words.hpp"
 #include "model/advice.hpp"
+#include "model/limit_verdict.hpp"
 #include "model/test_cases.hpp"
 #include "model/verdict.hpp"
 #include "model/weak_passes.hpp"
+#include "writers/identity_words.hpp"
+#include "writers/junit_identity.hpp"
+#include "writers/junit_limits.hpp"
 #include "writers/junit_suite.hpp"
 #include "writers/run_words.hpp"
 
@@ -47,8 +51,8 @@ struct Sum {
 
 class RunWriter {
 public:
-    RunWriter(const Run& run, std::size_t number, pugi::xml_node parent)
-        : run_(run),
+    RunWriter(const Log& log, const Run& run, std::size_t number, pugi::xml_node parent)
+        : log_(log), run_(run),
           suite_(parent, "wivex " + std::string(title_of(run.mode)), number, timestamp(run)) {
         for (const Failure& failure : run.failures) {
             if (!failure.warning) {
@@ -64,6 +68,7 @@ public:
         }
         write_iterations_behind();
         write_run();
+        write_limits(suite_, class_name("limit"), judge_limits(run_));
         suite_.finish(notes());
     }
 
@@ -73,6 +78,7 @@ private:
     }
 
     void write_properties() {
+        write_identity(suite_, log_, run_);
         const Device& device = run_.device;
         suite_.property("mode", std::string(name_of(run_.mode)));
         suite_.property("end", std::string(name_of(run_.end)));
@@ -210,6 +216,9 @@ private:
         if (run_.times == TimeSource::none) {
             text += "The console had no times: every time is 0.\n";
         }
+        if (const std::string words = zone_words(run_); !words.empty()) {
+            text += words + "\n";
+        }
         if (run_.began.size() != 19) {
             text += "When the run began is not known: the time stamp is a placeholder.\n";
         }
@@ -221,6 +230,7 @@ private:
         return text;
     }
 
+    const Log& log_;
     const Run& run_;
     JunitSuite suite_;
     std::multimap<std::pair<std::uint32_t, Phase>, const Failure*> index_;
@@ -242,6 +252,7 @@ void write_left_out(const Log& log, std::size_t number, pugi::xml_node parent) {
             suite.error(test, {name_of(verdict), count_text(count, "run", "runs"), ""});
         }
     }
+    write_limits(suite, "wivex.left-out.limit", log.dropped_limits);
     suite.finish("Only the last " + std::to_string(most_runs) + " runs are listed.\n");
 }
 
@@ -249,6 +260,7 @@ void write_no_run(const Log& log, pugi::xml_node parent) {
     JunitSuite suite(parent, "wivex", 0, unknown_moment);
     const pugi::xml_node test = suite.test("run", "wivex.unknown.run", unknown_time);
     suite.error(test, {name_of(judge(log)), verdict_sentence(log), ""});
+    write_limits(suite, "wivex.unknown.limit", judge_limits(log));
     suite.finish("");
 }
 
@@ -269,7 +281,7 @@ std::string write_junit(const Log& log) {
     const pugi::xml_node suites = document.append_child("testsuites");
     std::size_t number = 0;
     for (const Run& run : log.runs) {
-        RunWriter(run, number, suites).write();
+        RunWriter(log, run, number, suites).write();
         ++number;
     }
     if (log.dropped_runs != 0) {

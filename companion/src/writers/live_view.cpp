@@ -2,7 +2,9 @@
 #include "writers/live_view.hpp"
 
 #include "common/words.hpp"
+#include "model/limit_verdict.hpp"
 #include "model/verdict.hpp"
+#include "writers/live_limits.hpp"
 #include "writers/run_words.hpp"
 #include "writers/summary.hpp"
 
@@ -73,10 +75,14 @@ std::string throughput_words(const Run& run, const Now& state) {
     const bool measuring = state.phase == Phase::traffic || state.phase == Phase::serve;
     std::string text;
     if (measuring && state.megabits_per_second >= 0) {
-        text += "   throughput " + figure_text(state.megabits_per_second) + " Mbit/s";
+        const double rate = state.megabits_per_second;
+        text += "   throughput " + live_figure(run, Figure::throughput, Statistic::each, rate,
+                                               figure_text(rate) + " Mbit/s");
     }
     if (run.throughput.count != 0) {
-        text += "   mean " + figure_text(run.throughput.mean()) + " Mbit/s";
+        const double mean = run.throughput.mean();
+        text += "   mean " + live_figure(run, Figure::throughput, Statistic::mean, mean,
+                                         figure_text(mean) + " Mbit/s");
     }
     return text;
 }
@@ -164,6 +170,9 @@ std::vector<std::string> LiveView::screen(const Progress& progress, double now) 
         lines.push_back("last failure: iteration " + std::to_string(failure->iteration) + ", " +
                         failure_words(*failure));
     }
+    if (const std::string broken = broken_limits_line(*run); !broken.empty()) {
+        lines.push_back(broken);
+    }
     if (const std::string earlier = earlier_runs(progress.log); !earlier.empty()) {
         lines.push_back(earlier);
     }
@@ -181,6 +190,7 @@ std::string LiveView::iteration_line(const Run& run, const Iteration& iteration)
     if (iteration.throughput >= 0) {
         line += ", " + figure_text(iteration.throughput) + " Mbit/s";
     }
+    line += broken_by_words(run, iteration);
     if (const Failure* const failure = last_failure(run, iteration.number)) {
         line += ", " + failure_words(*failure);
     }
@@ -218,7 +228,8 @@ std::string LiveView::news(const Progress& progress) {
     std::string text;
     for (; told_iterations_ < run->iterations.size(); ++told_iterations_) {
         const Iteration& iteration = run->iterations[told_iterations_];
-        if (!options_.redraw || iteration.outcome != Outcome::passed) {
+        if (!options_.redraw || iteration.outcome != Outcome::passed ||
+            !broken_by(*run, iteration).empty()) {
             text += fitted(iteration_line(*run, iteration)) + "\n";
         }
     }
@@ -236,7 +247,7 @@ std::string LiveView::update(const Progress& progress, double now) {
     text.insert(0, erase());
     const std::vector<std::string> lines = screen(progress, now);
     for (const std::string& line : lines) {
-        text += fitted(line) + "\n";
+        text += painted(fitted(line)) + "\n";
     }
     drawn_ = lines.size();
     return text;

@@ -10,7 +10,10 @@
 
 namespace wivex::report {
 
-/// The title of a verdict in the style `kind` ("passed", "weak", "failed", "open").
+/// The whole page around `markup`; it needs nothing else. `title` is text.
+std::string html_document(const std::string& title, const std::string& markup);
+
+/// The title of a verdict in the style `kind` ("passed", "weak", "failed", "open", "plain").
 std::string verdict_heading(std::string_view kind, std::string_view sentence);
 
 /// A part of the page under its own title.
@@ -21,6 +24,9 @@ std::string paragraph(std::string_view kind, const std::string& markup);
 
 /// A part of a line in the style `kind`.
 std::string span(std::string_view kind, const std::string& markup);
+
+/// A heading of a table's column.
+std::string column_head(std::string_view title);
 
 /// A heading of a table's column of numbers.
 std::string number_head(std::string_view title);

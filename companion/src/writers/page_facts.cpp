@@ -2,7 +2,9 @@
 #include "writers/page_facts.hpp"
 
 #include "common/words.hpp"
+#include "model/run_id.hpp"
 #include "writers/html_text.hpp"
+#include "writers/identity_words.hpp"
 #include "writers/page.hpp"
 
 #include <cmath>
@@ -58,19 +60,19 @@ std::string number_cell(const std::string& markup) {
 }
 
 std::string access_point_row(const AccessPoint& point) {
-    return element(
-               "tr",
-               element("td", point.ssid.empty() ? element("i", "hidden") : escaped(point.ssid)) +
-                   element("td", escaped(point.bssid)) +
-                   number_cell(point.frequency == 0 ? "" : std::to_string(point.frequency)) +
-                   number_cell(std::to_string(point.times_seen)) +
-                   number_cell(signal_words(point.signal))) +
+    return element("tr",
+                   element("th", {{"scope", "row"}},
+                           point.ssid.empty() ? element("i", "hidden") : escaped(point.ssid)) +
+                       element("td", escaped(point.bssid)) +
+                       number_cell(point.frequency == 0 ? "" : std::to_string(point.frequency)) +
+                       number_cell(std::to_string(point.times_seen)) +
+                       number_cell(signal_words(point.signal))) +
            "\n";
 }
 
 } // namespace
 
-std::string facts_card(const Run& run, const std::string& prefix) {
+std::string facts_card(const Log& log, const Run& run, const std::string& prefix) {
     const Device& device = run.device;
     std::string text = "\n" + fact("Module", module_words(device));
     text += fact("MAC, kernel", device.mac_kernel);
@@ -80,9 +82,12 @@ std::string facts_card(const Run& run, const std::string& prefix) {
     text += fact("Configuration", device.config_file);
     text += fact("Unknown keys in it", keys_words(run));
     text += fact("Result file", run.result_file);
-    text += fact("Began", run.began);
+    text += fact("Began", began_words(run));
+    text += fact("Ended", run.when.ended ? rfc3339(*run.when.ended) : "");
     text += fact("Took", std::isnan(run.seconds) ? "" : duration_text(run.seconds));
     text += fact("Times from", std::string(words_of(run.times)));
+    text += fact("Their zone", zone_words(run));
+    text += fact("Run id", run_id(log, run));
     return card(prefix + "device", "Device and run",
                 element("dl", {{"class", "facts"}}, text) + "\n");
 }
@@ -96,7 +101,7 @@ std::string access_points_card(const Run& run, const std::string& prefix) {
         rows += access_point_row(point);
     }
     std::string text = table({},
-                             element("th", "SSID") + element("th", "BSSID") + number_head("MHz") +
+                             column_head("SSID") + column_head("BSSID") + number_head("MHz") +
                                  number_head("Seen") + number_head("Signal, dBm"),
                              rows);
     if (run.unlisted_access_points != 0) {

@@ -8,7 +8,7 @@
 
 namespace wivex::report {
 
-std::string facts_card(const Run& run, const std::string& prefix);
+std::string facts_card(const Log& log, const Run& run, const std::string& prefix);
 
 /// Empty when no access point was seen.
 std::string access_points_card(const Run& run, const std::string& prefix);

@@ -2,8 +2,10 @@
 #include "writers/page_figures.hpp"
 
 #include "common/words.hpp"
+#include "writers/chart_axis.hpp"
 #include "writers/charts.hpp"
 #include "writers/page.hpp"
+#include "writers/page_distributions.hpp"
 
 #include <cmath>
 
@@ -68,21 +70,31 @@ std::string number_cell(std::string_view label, const std::string& value) {
     return element("td", {{"class", "number"}, {"data-name", label}}, value);
 }
 
+Limit limit_of(Phase phase) {
+    Limit limit;
+    limit.figure = Figure::phase;
+    limit.phase = phase;
+    return limit;
+}
+
 std::string phase_cells(const Run& run, Phase phase) {
     const Series& series = run.phase_series.at(index_of(phase));
     if (series.empty()) {
         return element("td", {{"class", "wide"}}, "") + number_cell("least", "") +
-               number_cell("median", "") + number_cell("95 %", "") + number_cell("most", "");
+               number_cell("median", "") + number_cell("95 %", "") + number_cell("99 %", "") +
+               number_cell("most", "");
     }
     const Sample& most = series.most();
     const std::string drawn =
         most.value < shortest_drawn
             ? ""
-            : curve(seconds_points(run, phase), run.started, {name_of(phase), "s"}, true);
+            : curve(seconds_points(run, phase), run.started,
+                    {name_of(phase), "s", limits_on(run, limit_of(phase))}, true);
     return element("td", {{"class", "wide"}}, drawn) +
            number_cell("least", duration_text(series.least().value)) +
            number_cell("median", duration_text(series.median())) +
            number_cell("95 %", duration_text(series.quantile(0.95))) +
+           number_cell("99 %", duration_text(series.quantile(0.99))) +
            number_cell("most", duration_text(most.value) + " " +
                                    element("small", "in " + std::to_string(most.iteration)));
 }
@@ -114,10 +126,11 @@ std::string drifting_phases(const Run& run) {
 
 std::string phases_card(const Run& run, const std::string& prefix) {
     const bool timed = run.times != TimeSource::none;
-    std::string heads = element("th", "Phase") + element("th", "Verdicts");
+    std::string heads = column_head("Phase") + column_head("Verdicts");
     if (timed) {
-        heads += element("th", "Time over the iterations") + number_head("Least") +
-                 number_head("Median") + number_head("95 %") + number_head("Most");
+        heads += column_head("Time over the iterations") + number_head("Least") +
+                 number_head("Median") + number_head("95 %") + number_head("99 %") +
+                 number_head("Most");
     }
     std::string rows;
     for (const Phase phase : all_phases()) {
@@ -126,10 +139,12 @@ std::string phases_card(const Run& run, const std::string& prefix) {
         }
     }
     std::string text = table({{"class", "phases"}}, heads, rows) + drifting_phases(run);
-    text += timed ? paragraph("soft", "95 % of the times are not above the figure of that column. "
-                                      "Behind the longest time stands its iteration.")
-                  : paragraph("soft", "Times are unknown: this console was read after the run and "
-                                      "carries no time stamps.");
+    text += timed
+                ? paragraph("soft",
+                            "95 and 99 % of the times are not above the figures of those columns. "
+                            "Behind the longest time stands its iteration.")
+                : paragraph("soft", "Times are unknown: this console was read after the run and "
+                                    "carries no time stamps.");
     return card(prefix + "phases", "Phases", text);
 }
 
@@ -138,14 +153,17 @@ std::string throughput_card(const Run& run, const std::string& prefix) {
     if (series.empty()) {
         return "";
     }
-    std::string text = curve(throughput_points(run), run.started, {"Throughput", "Mbit/s"}, false);
+    std::string text = curve(throughput_points(run), run.started,
+                             {"Throughput", "Mbit/s", limits_on(run, {})}, false);
     text += paragraph("", "Least " + figure_text(series.least().value) + " (iteration " +
                               std::to_string(series.least().iteration) + "), median " +
                               figure_text(series.median()) + ", 95th percentile " +
-                              figure_text(series.quantile(0.95)) + ", most " +
+                              figure_text(series.quantile(0.95)) + ", 99th percentile " +
+                              figure_text(series.quantile(0.99)) + ", most " +
                               figure_text(series.most().value) + " Mbit/s in " +
                               iterations_text(run.throughput.count) + ".");
     text += trend_words(series.trend(), "Mbit/s");
+    text += throughput_distribution(run, prefix);
     return card(prefix + "throughput", "Throughput, Mbit/s", text);
 }
 

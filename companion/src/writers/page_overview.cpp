@@ -90,10 +90,9 @@ std::string test_cases_card(const Run& run, bool green, const std::string& prefi
     for (const TestCaseCount& row : test_cases_of(run)) {
         rows += test_case_row(row, green);
     }
-    std::string text = table({},
-                             element("th", "Test case") + element("th", "Examines") +
-                                 number_head("Recorded failures"),
-                             rows);
+    std::string text = table(
+        {}, column_head("Test case") + column_head("Examines") + number_head("Recorded failures"),
+        rows);
     if (run.failures_without_test_case() != 0) {
         text += paragraph("amber",
                           iterations_text(run.failures_without_test_case()) +

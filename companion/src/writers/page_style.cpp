@@ -81,6 +81,11 @@ section.card { background: var(--card); border: 1px solid var(--rule); border-ra
 .dot { stroke: var(--line); stroke-width: 6; stroke-linecap: round;
   vector-effect: non-scaling-stroke; fill: none; }
 .range { fill: var(--range); }
+.limit { stroke: var(--fail); stroke-width: 2; stroke-dasharray: 6 4; fill: none;
+  vector-effect: non-scaling-stroke; }
+.bar { fill: var(--line); }
+.histogram { margin-top: .8rem; }
+.histogram svg { height: 6rem; }
 .spark { position: relative; min-width: 9rem; padding-top: .1rem; }
 .spark svg { width: 100%; height: 2.6rem; display: block; overflow: visible; }
 .spark .dot { stroke-width: 4; }
@@ -96,6 +101,7 @@ th { font-weight: 500; }
 .ok { color: var(--pass-text); }
 .bad { color: var(--fail-text); font-weight: 600; }
 .amber { color: var(--warn); font-weight: 600; }
+.limits { font-size: 1.1rem; }
 .reasons { margin: 0; padding-left: 1.2rem; }
 details { border-top: 1px solid var(--rule); padding: .55rem 0; }
 section > details:first-of-type { border-top: 0; padding-top: 0; }
@@ -106,6 +112,7 @@ summary b { font-weight: 600; }
 code { font: .9em ui-monospace, "DejaVu Sans Mono", monospace; }
 details h4 { margin: .8rem 0 .3rem; font-size: .9rem; font-weight: 600; }
 details h4:target { text-decoration: underline; text-decoration-color: var(--line); }
+details:target > summary b { text-decoration: underline; text-decoration-color: var(--line); }
 pre { margin: 0; padding: .6rem .8rem; border: 1px solid var(--rule); border-radius: .35rem;
   background: var(--page); font: .8rem/1.45 ui-monospace, "DejaVu Sans Mono", monospace;
   white-space: pre-wrap; overflow-wrap: anywhere; }
@@ -114,6 +121,7 @@ pre mark { background: var(--mark); color: inherit; font-weight: 600; display: i
 dl.facts { display: grid; grid-template-columns: max-content 1fr; gap: .3rem 1.2rem; margin: 0; }
 dl.facts dt { color: var(--soft); }
 dl.facts dd { margin: 0; }
+dl.identity { margin: .8rem 0; overflow-wrap: anywhere; grid-template-columns: fit-content(40%) 1fr; }
 nav ol { padding-left: 1.4rem; }
 a { color: var(--line); }
 @media (max-width: 40rem) {
@@ -125,9 +133,11 @@ a { color: var(--line); }
   table.phases th, table.phases .wide, table.phases .verdicts { grid-column: 1 / -1; width: auto;
     text-align: left; }
   table.phases .number { text-align: left; }
+  table.compared tr { grid-template-columns: repeat(2, 1fr); }
+  table.compared .number { white-space: normal; }
   table.phases .number::before { content: attr(data-name) " "; color: var(--soft);
     font-size: .85rem; }
-  dl.facts { grid-template-columns: 1fr; gap: 0; }
+  dl.facts, dl.identity { grid-template-columns: 1fr; gap: 0; }
   dl.facts dd { margin-bottom: .4rem; }
 }
 @media print { body { background: none; } section.card { break-inside: avoid; } }

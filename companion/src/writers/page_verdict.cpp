@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "writers/page_verdict.hpp"
 
+#include "model/limit_verdict.hpp"
 #include "model/weak_passes.hpp"
 #include "writers/html_text.hpp"
+#include "writers/identity_words.hpp"
 #include "writers/page.hpp"
+#include "writers/page_limits.hpp"
 
 namespace wivex::report {
 
@@ -104,12 +107,13 @@ std::string_view style_of(RunVerdict verdict, bool weak) {
 }
 
 std::string verdict_part(const Run& run, const Judgement& judgement, const std::string& prefix) {
-    const std::string began = (run.began.empty() ? "" : ", began ") + escaped(run.began);
+    const std::string moment = began_words(run);
+    const std::string began = (moment.empty() ? "" : ", began ") + escaped(moment);
     return verdict_heading(style_of(judgement.verdict, !weak_passes(run).empty()),
                            verdict_sentence(run)) +
            paragraph("soft",
                      std::string(title_of(run.mode)) + ", " + std::string(end_words(run)) + began) +
-           reasons(run, judgement, prefix);
+           limits_line(judge_limits(run), judgement.is_green()) + reasons(run, judgement, prefix);
 }
 
 } // namespace wivex::report

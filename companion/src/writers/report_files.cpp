@@ -51,15 +51,19 @@ std::string write_file(const std::string& path, const std::string& content) {
 
 } // namespace
 
-std::string write_report(const Log& log, const std::string& directory) {
+std::string write_into(const std::string& directory, std::string_view name,
+                       const std::string& content) {
     std::error_code error;
     std::filesystem::create_directories(directory, error);
     if (error) {
         return "cannot make " + directory + ": " + error.message();
     }
+    return write_file(directory + "/" + std::string(name), content);
+}
+
+std::string write_report(const Log& log, const std::string& directory) {
     for (const Format& format : formats) {
-        std::string problem =
-            write_file(directory + "/" + std::string(format.file), format.write(log));
+        std::string problem = write_into(directory, format.file, format.write(log));
         if (!problem.empty()) {
             return problem;
         }

@@ -2,9 +2,12 @@
 #include "writers/summary.hpp"
 
 #include "common/words.hpp"
+#include "model/identity.hpp"
+#include "model/limit_verdict.hpp"
 #include "model/test_cases.hpp"
 #include "model/verdict.hpp"
 #include "model/weak_passes.hpp"
+#include "writers/limit_words.hpp"
 #include "writers/run_words.hpp"
 
 namespace wivex::report {
@@ -28,6 +31,19 @@ std::string summary_of_causes(const Run& run) {
             text += "  " + std::to_string(count.failures + count.warnings) + " x " +
                     cause_words(cause) + behind(run, cause) +
                     (count.failures == 0 ? " (warning)" : "") + "\n";
+        }
+    }
+    return text;
+}
+
+std::string summary_of_limits(const std::vector<LimitResult>& results) {
+    std::string text;
+    if (!results.empty()) {
+        text += "  " + limits_sentence(results) + "\n";
+    }
+    for (const LimitResult& result : results) {
+        if (result.verdict != LimitVerdict::within) {
+            text += "    " + limit_sentence(result) + "\n";
         }
     }
     return text;
@@ -61,16 +77,26 @@ std::string summary(const Run& run) {
                 figure_text(run.throughput.most) + " Mbit/s, mean " +
                 figure_text(run.throughput.mean()) + "\n";
     }
+    text += summary_of_limits(judge_limits(run));
     return text;
 }
 
 std::string summary(const Log& log) {
     std::string text;
+    for (const std::string& warning : identity_warnings(log)) {
+        text += "WARNING: " + warning + "\n";
+    }
+    if (const std::string unit = identity_sentence(log.identity); !unit.empty()) {
+        text += unit + "\n";
+    }
     for (const Run& run : log.runs) {
         text += summary(run);
     }
     if (log.runs.size() > 1) {
         text += verdict_sentence(log) + "\n";
+    }
+    if (log.runs.size() + log.dropped_runs > 1 && !log.limits.empty()) {
+        text += limits_sentence(judge_limits(log)) + "\n";
     }
     return text;
 }

@@ -43,6 +43,13 @@ inline const std::string disconnect =
 inline const std::string legacy_pass =
     checks_pass + scan_and_associate + take_address + traffic + disconnect + session_closes;
 
+// A pass with another throughput, of four characters.
+inline std::string legacy_pass_at(const std::string& megabits) {
+    std::string pass = legacy_pass;
+    pass.replace(pass.find("94.0 Mbits"), 4, megabits);
+    return pass;
+}
+
 inline const std::string refused = checks_pass +
                                    "Scan Command not successful\n"
                                    "Fail to send Scan Command!!!\nERROR:SCAN-FAIL\n" +
@@ -82,7 +89,7 @@ inline const std::string interrupt =
     clean_up + "[WIFI] Done..\n";
 
 inline wivex::report::Log read(std::string_view console,
-                               wivex::report::ReaderOptions options = {}) {
+                               const wivex::report::ReaderOptions& options = {}) {
     wivex::report::RunReader reader(options);
     reader.feed(console);
     reader.finish();
@@ -90,7 +97,7 @@ inline wivex::report::Log read(std::string_view console,
 }
 
 inline wivex::report::Run read_run(std::string_view console,
-                                   wivex::report::ReaderOptions options = {}) {
+                                   const wivex::report::ReaderOptions& options = {}) {
     const wivex::report::Log log = read(console, options);
     return log.runs.empty() ? wivex::report::Run() : log.runs.back();
 }

@@ -14,8 +14,27 @@ run_tool() {
     finish_tool
 }
 
+# ask_doctor OPTIONS...  what it says before the run; held against the run when this ends by itself.
+ask_doctor() {
+    doctor_status=0
+    wivex-doctor "$@" >"$here/doctor" 2>&1 </dev/null || doctor_status=$?
+}
+
+# Everything that it foretold was printed; and what it can always see was not printed unforetold.
+expect_the_doctor_was_right() {
+    sed -n 's/^ *the run prints: //p' "$here/doctor" >"$here/foretold"
+    while read -r text; do
+        grep -qF -- "$text" "$here/stdout" "$here/stderr" || fail "foretold and not printed: $text"
+    done <"$here/foretold"
+    # What begins during the run cannot be seen before it: such a scenario sets begins_later.
+    [ -n "${begins_later:-}" ] || [ "$doctor_status" -ne 0 ] ||
+        ! grep -E 'ERROR:(Module not inserted|WiFi (driver|network))|: not found$' "$here/stdout" "$here/stderr" ||
+        fail 'printed and not foretold'
+}
+
 # start_tool OPTIONS...  in the background, as the leader of its own process group.
 start_tool() {
+    ask_doctor "$@"
     : >"$here/stdout"
     # shellcheck disable=SC2086 # a program may stand behind another
     setsid $program "$@" >"$here/stdout" 2>"$here/stderr" </dev/null &
@@ -28,6 +47,7 @@ finish_tool() {
     wait "$tool"
     status=$?
     [ "$status" -eq 0 ] || fail "the tool ended with status $status"
+    expect_the_doctor_was_right
 }
 
 # await_out SECONDS LINE [COUNT]  until the tool has printed this line (so many times).

@@ -108,6 +108,7 @@ scenario_a_newer_radio_hides_the_ath6kl_chip() {
 }
 
 scenario_ath6kl_driver_unloaded_between_two_iterations() {
+    begins_later=yes
     ath6kl_world
     start_tool -l -M -m 3
     await_out 30 '[WIFI]LOOPBACK SUCCESS'

@@ -180,6 +180,7 @@ scenario_ctrl_c_waits_for_a_broadcom_driver_that_lets_no_signal_in() {
 }
 
 scenario_a_broadcom_driver_unloaded_between_two_iterations_fails_the_second() {
+    begins_later=yes
     broadcom_world
     start_tool -l -M -m 3
     await_out 30 '[WIFI]LOOPBACK SUCCESS'

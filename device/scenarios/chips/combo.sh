@@ -169,6 +169,7 @@ scenario_combo_driver_unloaded_inside_a_read_stops_the_run() {
 }
 
 scenario_combo_driver_unloaded_between_two_iterations_fails_the_second() {
+    begins_later=yes
     combo_world
     start_tool -l -M -m 3
     await_out 30 '[WIFI]LOOPBACK SUCCESS'

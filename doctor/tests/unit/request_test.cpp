@@ -14,6 +14,7 @@ Request request_of(std::vector<std::string> words) {
     run_options = RunOptions();
     words.insert(words.begin(), "wivex-doctor");
     std::vector<char*> argv;
+    argv.reserve(words.size() + 1);
     for (std::string& word : words) {
         argv.push_back(word.data());
     }

@@ -22,7 +22,7 @@ WIVEX_CONF_OPTS += -DWIVEX_STATIC=ON
 endif
 
 ifeq ($(BR2_PACKAGE_WIVEX_REPORT),y)
-WIVEX_DEPENDENCIES += boost cli11 json-for-modern-cpp pugixml
+WIVEX_DEPENDENCIES += boost cli11 json-for-modern-cpp pugixml xxhash
 WIVEX_CONF_OPTS += -DWIVEX_COMPANION=ON
 else
 WIVEX_CONF_OPTS += -DWIVEX_COMPANION=OFF

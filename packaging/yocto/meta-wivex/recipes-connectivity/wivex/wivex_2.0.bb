@@ -14,7 +14,7 @@ DEPENDS = "libnl"
 inherit cmake pkgconfig bash-completion
 
 PACKAGECONFIG ??= ""
-PACKAGECONFIG[report] = "-DWIVEX_COMPANION=ON,-DWIVEX_COMPANION=OFF,boost cli11 nlohmann-json pugixml"
+PACKAGECONFIG[report] = "-DWIVEX_COMPANION=ON,-DWIVEX_COMPANION=OFF,boost cli11 nlohmann-json pugixml xxhash"
 
 # The only folder in which the tool looks for its configuration.
 WIVEX_CONFIG_DIR = "${nonarch_base_libdir}/modules/wifi"
