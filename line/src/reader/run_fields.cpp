@@ -29,11 +29,9 @@ constexpr auto verdicts =
     std::to_array<std::string_view>({"passed", "failed", "interrupted", "unknown"});
 constexpr auto limit_verdicts = std::to_array<std::string_view>({"within", "outside", "unknown"});
 
-Figure mean_of(Fields& fields, const char* spread) {
-    const Json& values = fields.object(spread);
-    return values.is_object() && values.contains("mean") && values["mean"].is_number()
-               ? Figure(values["mean"].get<double>())
-               : Figure();
+Figure mean_of(Fields& fields, const std::string& spread, const std::string& where,
+               std::string& problem) {
+    return Fields(fields.object(spread.c_str()), where + "." + spread, problem).figure("mean");
 }
 
 std::string numbered(const std::string& list, std::size_t index) {
@@ -242,8 +240,8 @@ RunRecord read_run(const Json& run, const std::string& where, const Identity& id
     read_limits(fields.list("limits"), where + ".limits", record, problem);
     read_phases(fields.list("phases"), where + ".phases", record, problem);
     read_macs(fields.object("device"), where + ".device", record, problem);
-    record.throughput_mean = mean_of(fields, "throughput");
-    record.signal_mean = mean_of(fields, "signal");
+    record.throughput_mean = mean_of(fields, "throughput", where, problem);
+    record.signal_mean = mean_of(fields, "signal", where, problem);
     Fields throughput(fields.object("throughput"), where + ".throughput", problem);
     record.throughput_least = throughput.figure("least");
     if (contradicts(record, fields.flag("clean")) || !limits_agree(record)) {
