@@ -49,3 +49,14 @@ says() {
 rows() {
     line export "$1" | tail -n +2 | wc -l
 }
+
+# acknowledged FILE: the reports that the output of "add --verbose" in it calls safe, in order. Its last
+# line may be cut off.
+acknowledged() {
+    grep -a 'added' "$1" | grep -av ' read: ' | sed 's/: [0-9]* runs* added.*//' | sort -u
+}
+
+# present DATABASE: the reports whose runs stand in it, in order, one for each run.
+present() {
+    "$program" --db "$1" export runs | tail -n +2 | cut -d , -f 6 | sort
+}
