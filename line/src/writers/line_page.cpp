@@ -47,8 +47,8 @@ std::string periods_card(const Factory& factory) {
     return card(
         "yield", "Yield",
         wide_table("Yield",
-                   heads({"Period"}, {"Units", "Runs", "First-pass yield", "Not passed at first",
-                                      "Final yield", "Not passed so far", "Retests"}),
+                   heads({"Period"}, {"Units", "Runs", "First-pass yield", "No pass at first",
+                                      "Final yield", "No pass so far", "Retests"}),
                    rows) +
             paragraph("soft",
                       "First-pass yield: of the units whose first attempt began in the "
