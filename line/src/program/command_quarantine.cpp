@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "common/moment.hpp"
 #include "common/words.hpp"
 #include "program/adding.hpp"
 #include "program/command.hpp"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "store/factory_walk.hpp"
 
-#include "store/run_row.hpp"
+#include "model/tables.hpp"
 
 namespace wivex::line {
 
@@ -68,8 +68,8 @@ void walk_units(soci::session& session, Factory& factory) {
 std::vector<MeasureGroup> measure_groups(soci::session& session, Moment since) {
     std::string columns;
     std::string kinds = "tt";
-    for (const Measure& measure : measures()) {
-        columns += ", " + sums_of(measure.column);
+    for (const Measure& measure : measures) {
+        columns += ", " + sums_of(std::string(measure.column));
         kinds += "cffff";
     }
     Statement rows(session,
@@ -81,7 +81,7 @@ std::vector<MeasureGroup> measure_groups(soci::session& session, Moment since) {
         MeasureGroup& group = groups.emplace_back();
         group.station = rows.text(0);
         group.firmware = rows.text(1);
-        for (std::size_t i = 0; i < measures().size(); ++i) {
+        for (std::size_t i = 0; i < measures.size(); ++i) {
             group.sums.push_back(sums_from(rows, 2 + 5 * i));
         }
     }

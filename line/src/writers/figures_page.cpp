@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "common/words.hpp"
 #include "model/deviations.hpp"
-#include "store/run_row.hpp"
+#include "model/tables.hpp"
 #include "writers/html_text.hpp"
 #include "writers/line_page.hpp"
 #include "writers/site_page.hpp"
@@ -39,7 +39,7 @@ Grouped grouped(const std::vector<MeasureGroup>& groups, std::string MeasureGrou
 
 std::vector<bool> directions() {
     std::vector<bool> more_is_better;
-    for (const Measure& measure : measures()) {
+    for (const Measure& measure : measures) {
         more_is_better.push_back(measure.more_is_better);
     }
     return more_is_better;
@@ -50,11 +50,11 @@ std::string measures_card(const LineFacts& facts, const char* id, const std::str
     const std::vector<Deviation> rows = deviations(grouped(facts.measures, by), directions());
     std::string text;
     for (const Deviation& one : rows) {
-        const Measure& measure = measures().at(one.measure);
+        const Measure& measure = measures.at(one.measure);
         const std::string mean = signed_figure(one.values.mean());
         const char* const word = measure.more_is_better ? " low" : " slow";
-        text += row(row_head(measure.words + ", " + measure.unit) + text_cell(escaped(one.group)) +
-                    number_cell(std::to_string(one.values.count)) +
+        text += row(row_head(std::string(measure.words) + ", " + std::string(measure.unit)) +
+                    text_cell(escaped(one.group)) + number_cell(std::to_string(one.values.count)) +
                     number_cell(one.marked ? report::span("bad", mean + word) : mean) +
                     number_cell(figure_text(one.values.deviation())) +
                     number_cell(signed_figure(one.values.least)) +

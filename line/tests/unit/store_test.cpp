@@ -58,7 +58,7 @@ TEST_F(Store, keeps_a_file_that_cannot_be_read_with_its_reason) {
     std::vector<std::string> reasons;
     list_quarantine(*database_, false,
                     [&](const QuarantinedFile& file) { reasons.push_back(file.reason); });
-    EXPECT_THAT(reasons, ElementsAre("not JSON, or cut off"));
+    EXPECT_THAT(reasons, ElementsAre("no valid JSON near byte 2"));
 }
 
 TEST_F(Store, keeps_a_report_without_a_unit_until_somebody_names_it) {
