@@ -14,8 +14,8 @@ namespace {
 
 constexpr std::int64_t known_version = 2;
 
-std::string objection_to_frame(const ReportWalk& walk) {
-    const auto column = [&](std::size_t place) -> const Value& { return walk.document[place]; };
+std::string objection_to_frame(const Walked& walked) {
+    const auto column = [&](std::size_t place) -> const Value& { return walked.document[place]; };
     const std::int64_t version = count_in(column(place_of(document_columns, "version")));
     if (text_in(column(place_of(document_columns, "format"))) != "wivex-report") {
         return "no report of wivex-report";
@@ -24,7 +24,7 @@ std::string objection_to_frame(const ReportWalk& walk) {
         return "version " + std::to_string(version) + " of the format; this program knows " +
                std::to_string(known_version);
     }
-    if (walk.runs.empty()) {
+    if (walked.runs.empty()) {
         return "holds no run";
     }
     return is_null(column(place_of(document_columns, "verdict"))) ? "verdict is missing" : "";
@@ -55,12 +55,12 @@ void add_identity(const Row& identity, RunRecord& run) {
     }
 }
 
-std::string read_runs(ReportWalk& walk, Report& report) {
+std::string read_runs(Walked& walked, Report& report) {
     std::string ids;
-    for (WalkedRun& walked : walk.runs) {
-        RunRecord& run = walked.record;
-        add_identity(walk.identity, run);
-        std::string problem = judge(run, walked.evidence, report.serial);
+    for (WalkedRun& one : walked.runs) {
+        RunRecord& run = one.record;
+        add_identity(walked.identity, run);
+        std::string problem = judge(run, one.evidence, report.serial);
         const auto same = [&](const RunRecord& other) {
             return other.text(run_place("run_id")) == run.text(run_place("run_id"));
         };
@@ -96,19 +96,19 @@ std::string objection_to_serial(std::string_view serial) {
 
 ReadResult read_report(std::string_view text, std::string_view serial, Report& report,
                        std::string& reason) {
-    ReportWalk walk;
-    reason = walk.walk(text);
-    reason = reason.empty() ? objection_to_frame(walk) : reason;
+    Walked walked;
+    reason = ReportWalk(walked).walk(text);
+    reason = reason.empty() ? objection_to_frame(walked) : reason;
     if (!reason.empty()) {
         return ReadResult::unreadable;
     }
-    const std::string& own = text_in(walk.document[place_of(document_columns, "serial")]);
+    const std::string& own = text_in(walked.document[place_of(document_columns, "serial")]);
     report.serial = own.empty() ? serial : own;
-    report.notes = std::move(walk.notes);
-    reason = read_runs(walk, report);
+    report.notes = std::move(walked.notes);
+    reason = read_runs(walked, report);
     reason = reason.empty()
                  ? objection_to_verdict(
-                       text_in(walk.document[place_of(document_columns, "verdict")]), report)
+                       text_in(walked.document[place_of(document_columns, "verdict")]), report)
                  : reason;
     if (!reason.empty()) {
         return ReadResult::unreadable;

@@ -118,7 +118,9 @@ bool is_name(std::string_view text) {
     });
 }
 
-ReportWalk::ReportWalk() : document(empty_row(document_table)), identity(empty_row(runs_table)) {
+ReportWalk::ReportWalk(Walked& walked) : walked_(walked) {
+    walked_.document = empty_row(document_table);
+    walked_.identity = empty_row(runs_table);
     for (const Table* const table : tables) {
         open_.push_back(empty_row(*table));
     }
@@ -130,9 +132,9 @@ bool ReportWalk::complain(std::string_view path, std::string_view what) {
 
 Row& ReportWalk::place_for(const Table& table, std::string_view path) {
     if (&table == &document_table) {
-        return document;
+        return walked_.document;
     }
-    return path.starts_with("/identity/") ? identity : open_[index_of(table)];
+    return path.starts_with("/identity/") ? walked_.identity : open_[index_of(table)];
 }
 
 bool ReportWalk::wants(std::string_view path) {
@@ -192,14 +194,14 @@ bool ReportWalk::take_flag(std::string_view path, bool value) {
 // What does not fit is left out: notes are for people, and nothing counts them.
 bool ReportWalk::take_note(std::string_view path, std::string_view text) {
     const bool is_warning = path == warning;
-    if ((!is_warning && !path.starts_with(facts)) || notes.size() == most_notes) {
+    if ((!is_warning && !path.starts_with(facts)) || walked_.notes.size() == most_notes) {
         return true;
     }
-    const std::string key = is_warning ? std::to_string(notes.size()) : std::string(name());
+    const std::string key = is_warning ? std::to_string(walked_.notes.size()) : std::string(name());
     if (key.size() <= 256 && key.find('\0') == std::string::npos) {
         std::string words(text);
         std::ranges::replace(words, '\0', ' ');
-        notes.push_back({{}, is_warning ? "warning" : "fact", key, std::move(words)});
+        walked_.notes.push_back({{}, is_warning ? "warning" : "fact", key, std::move(words)});
     }
     return true;
 }
@@ -226,8 +228,8 @@ bool ReportWalk::take_row(const Table& table, Row row) {
         Row evidence = std::exchange(open_[index_of(evidence_table)], empty_row(evidence_table));
         evidence[place_of(evidence_columns, "told_cause")] = std::exchange(told_cause_, {});
         run_.row = std::move(row);
-        runs.push_back({std::exchange(run_, {}), std::move(evidence)});
-        return runs.size() <= most_runs || complain("/runs", "are too many");
+        walked_.runs.push_back({std::exchange(run_, {}), std::move(evidence)});
+        return walked_.runs.size() <= most_runs || complain("/runs", "are too many");
     }
     if (&table == &phases_table) {
         take_phase(row);

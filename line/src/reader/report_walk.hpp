@@ -31,15 +31,18 @@ struct WalkedRun {
     Row evidence;
 };
 
-class ReportWalk : public report::JsonWalker {
-public:
-    ReportWalk();
-
+/// All that a document tells.
+struct Walked {
     Row document;
     /// The columns of a run that the identity tells.
     Row identity;
     std::vector<Row> notes;
     std::vector<WalkedRun> runs;
+};
+
+class ReportWalk : public report::JsonWalker {
+public:
+    explicit ReportWalk(Walked& walked);
 
 protected:
     bool take_number(std::string_view path, double value) override;
@@ -56,6 +59,7 @@ private:
     void take_failure(const Row& failure);
     void take_phase(const Row& phase);
 
+    Walked& walked_;
     /// The rows that are being read, one a table.
     std::vector<Row> open_;
     RunRecord run_;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "store/report_store.hpp"
 
-#include "store/table_writer.hpp"
+#include "store/run_writers.hpp"
 
 #include <ctime>
 #include <map>
@@ -31,10 +31,7 @@ public:
     explicit Writer(soci::session& session)
         : find_unit_(session, "select unit_no from units where serial = :a", "t", "c"),
           find_run_(session, "select content_id from runs where run_id = :a", "t", "t"),
-          units_(session, units_table, "serial, unit_no", "tc"),
-          runs_(session, runs_table, "run_id, run_no", "tc"), causes_(session, causes_table),
-          limits_(session, limits_table), notes_(session, notes_table), macs_(session, macs_table),
-          conflicts_(session, conflicts_table),
+          to_(session), conflicts_(session, conflicts_table),
           refused_(session, quarantine_table, "file_id", "t") {}
 
     void add(std::span<const Incoming> files, std::vector<Added>& added) {
@@ -50,10 +47,10 @@ public:
                 added[i] = refuse(std::get<RefusedFile>(files[i]));
             }
         }
-        causes_.write(parts.causes);
-        limits_.write(parts.limits);
-        notes_.write(parts.notes);
-        macs_.write({parts.macs.begin(), parts.macs.end()});
+        to_.causes.write(parts.causes);
+        to_.limits.write(parts.limits);
+        to_.notes.write(parts.notes);
+        to_.macs.write({parts.macs.begin(), parts.macs.end()});
         conflicts_.write(parts.conflicts);
     }
 
@@ -79,7 +76,7 @@ private:
         for (const auto& [serial, unit] : units) {
             rows.push_back({serial});
         }
-        units_.write(rows, [&](const Statement& row) { units[row.text(0)] = row.count(1); });
+        to_.units.write(rows, [&](const Statement& row) { units[row.text(0)] = row.count(1); });
         for (auto& [serial, unit] : units) {
             // It was there before.
             if (unit == 0 && find_unit_.run({serial})) {
@@ -102,7 +99,7 @@ private:
             }
         }
         std::map<std::string, std::int64_t> fresh;
-        runs_.write(rows, [&](const Statement& row) { fresh[row.text(0)] = row.count(1); });
+        to_.runs.write(rows, [&](const Statement& row) { fresh[row.text(0)] = row.count(1); });
         return fresh;
     }
 
@@ -159,12 +156,7 @@ private:
     std::int64_t now_ = 0;
     Statement find_unit_;
     Statement find_run_;
-    TableWriter units_;
-    TableWriter runs_;
-    TableWriter causes_;
-    TableWriter limits_;
-    TableWriter notes_;
-    TableWriter macs_;
+    RunWriters to_;
     TableWriter conflicts_;
     TableWriter refused_;
 };

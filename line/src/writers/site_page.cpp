@@ -97,10 +97,10 @@ std::string heads(std::initializer_list<std::string_view> texts,
                   std::initializer_list<std::string_view> numbers) {
     std::string text;
     for (const std::string_view title : texts) {
-        text += element("th", {{"scope", "col"}}, escaped(title));
+        text += report::column_head(escaped(title));
     }
     for (const std::string_view title : numbers) {
-        text += element("th", {{"scope", "col"}, {"class", "number"}}, escaped(title));
+        text += report::number_head(escaped(title));
     }
     return text;
 }

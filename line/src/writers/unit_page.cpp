@@ -34,8 +34,7 @@ std::string verdict_markup(bool passed, const std::string& words) {
 }
 
 std::string figure(const Figure& value) {
-    return value ? (*value < 0 ? "-" : "") + report::figure_text(*value < 0 ? -*value : *value)
-                 : "";
+    return value ? report::figure_text(*value) : "";
 }
 
 std::string run_row(const UnitRun& run, const Text& report) {

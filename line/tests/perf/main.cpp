@@ -8,7 +8,7 @@
 #include "program/adding.hpp"
 #include "program/site.hpp"
 #include "reader/report_reader.hpp"
-#include "store/table_writer.hpp"
+#include "store/run_writers.hpp"
 #include "store/unit_history.hpp"
 
 #include <sys/resource.h>
@@ -36,9 +36,14 @@ rusage usage_now() {
     return usage;
 }
 
+// User and system time of this program, in seconds.
+double processor() {
+    const rusage usage = usage_now();
+    return seconds_of(usage.ru_utime) + seconds_of(usage.ru_stime);
+}
+
 // Time that passed on the clock, and time that this program computed.
-class Stopwatch {
-public:
+struct Stopwatch {
     template <typename Work>
     void count(Work work) {
         const Clock::time_point begin = Clock::now();
@@ -50,12 +55,6 @@ public:
 
     double wall = 0;
     double computed = 0;
-
-private:
-    static double processor() {
-        const rusage usage = usage_now();
-        return seconds_of(usage.ru_utime) + seconds_of(usage.ru_stime);
-    }
 };
 
 FactoryPlan plan_of(long runs) {
@@ -102,25 +101,22 @@ std::int64_t add_all(Database& database, long runs, Stopwatch& all) {
 // A row a statement, into all tables that a report fills.
 class BareLoop {
 public:
-    explicit BareLoop(soci::session& session)
-        : units_(session, units_table, "unit_no", "c"), runs_(session, runs_table, "run_no", "c"),
-          causes_(session, causes_table), limits_(session, limits_table),
-          notes_(session, notes_table), macs_(session, macs_table) {}
+    explicit BareLoop(soci::session& session) : to_(session) {}
 
     void add(const Report& report) {
         std::int64_t unit = 1;
-        units_.write({{report.serial}}, [&](const Statement& row) { unit = row.count(0); });
+        to_.units.write({{report.serial}}, [&](const Statement& row) { unit = row.count(1); });
         for (const RunRecord& run : report.runs) {
             Row row = run.row;
             row[run_place("unit_no")] = unit;
             row[run_place("added_utc_s")] = std::int64_t{0};
             std::int64_t run_no = 0;
-            runs_.write({row}, [&](const Statement& found) { run_no = found.count(0); });
-            add_parts(run_no, run.causes, causes_);
-            add_parts(run_no, run.limits, limits_);
-            add_parts(run_no, report.notes, notes_);
+            to_.runs.write({row}, [&](const Statement& found) { run_no = found.count(1); });
+            add_parts(run_no, run.causes, to_.causes);
+            add_parts(run_no, run.limits, to_.limits);
+            add_parts(run_no, report.notes, to_.notes);
             for (const std::string& mac : run.macs) {
-                macs_.write({{mac, unit}});
+                to_.macs.write({{mac, unit}});
             }
         }
     }
@@ -133,12 +129,7 @@ private:
         }
     }
 
-    TableWriter units_;
-    TableWriter runs_;
-    TableWriter causes_;
-    TableWriter limits_;
-    TableWriter notes_;
-    TableWriter macs_;
+    RunWriters to_;
 };
 
 void bare_loop(Database& database, long runs, Stopwatch& all) {
