@@ -7,6 +7,7 @@
 #include "writers/report_files.hpp"
 #include "writers/site_page.hpp"
 #include "writers/unit_page.hpp"
+#include "writers/unit_words.hpp"
 
 #include <algorithm>
 #include <array>
@@ -61,12 +62,8 @@ private:
 
     static SearchRow search_row(const UnitHistory& unit) {
         const std::vector<Attempt> attempts = unit.attempts();
-        std::string macs;
-        for (const MacClaim& claim : unit.macs) {
-            macs += (macs.empty() ? "" : ", ") + claim.mac;
-        }
         const bool dated = !attempts.empty() && attempts.back().began;
-        return {unit.unit_no, unit.serial, macs, last_verdict(attempts),
+        return {unit.unit_no, unit.serial, mac_words(unit), last_verdict(attempts),
                 dated ? moment_text(*attempts.back().began) : "without a date"};
     }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "writers/site_page.hpp"
 
+#include "common/words.hpp"
 #include "writers/html_text.hpp"
 #include "writers/page_style.hpp"
 
@@ -55,6 +56,10 @@ std::string site_page(std::string_view title, std::string_view up, const std::st
            element("html", {{"lang", "en"}},
                    "\n" + element("head", head) + "\n" + element("body", page) + "\n") +
            "\n";
+}
+
+std::string counted(std::int64_t count, std::string_view singular, std::string_view plural) {
+    return report::count_text(static_cast<std::uint64_t>(count), singular, plural);
 }
 
 std::string link(const std::string& target, const std::string& markup) {
