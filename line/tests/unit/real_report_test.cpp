@@ -15,7 +15,6 @@ namespace {
 
 using report_test::banner;
 using report_test::legacy_pass;
-using testing::ElementsAre;
 
 // The console with a time of the station in front of every line, a second apart.
 std::string stamped(const std::string& console) {
