@@ -16,6 +16,7 @@
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
+#include <exception>
 #include <filesystem>
 
 namespace wivex::line {
@@ -218,6 +219,11 @@ int main(int argc, char** argv) {
         std::fprintf(stderr, "usage: wivex-line-perf DATABASE RUNS [DATABASE OF THE BARE LOOP]\n");
         return 2;
     }
-    wivex::line::start(argv[1], std::atol(argv[2]), argc == 4 ? argv[3] : "");
-    return 0;
+    try {
+        wivex::line::start(argv[1], std::atol(argv[2]), argc == 4 ? argv[3] : "");
+        return 0;
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "wivex-line-perf: %s\n", error.what());
+        return 1;
+    }
 }
