@@ -3,7 +3,8 @@
 // only when all its runs have; a first attempt that nobody has seen has not.
 #pragma once
 
-#include "model/report.hpp"
+#include "common/moment.hpp"
+#include "model/row.hpp"
 
 #include <span>
 #include <string>

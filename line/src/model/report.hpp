@@ -1,97 +1,44 @@
 // SPDX-License-Identifier: Apache-2.0
-// What one report (a run.json of wivex-report) says, as far as a production line keeps it.
+// What one report (a run.json of wivex-report) says, as far as a production line keeps it: rows of
+// the tables that it fills.
 #pragma once
 
-#include "common/moment.hpp"
-#include "model/phases.hpp"
+#include "model/row.hpp"
+#include "model/tables.hpp"
 
-#include <array>
-#include <cstdint>
-#include <optional>
 #include <string>
 #include <vector>
 
 namespace wivex::line {
 
-using Text = std::optional<std::string>;
-using Figure = std::optional<double>;
-
-/// Who and what was tested, by whom.
-struct Identity {
-    std::string serial;
-    Text part;
-    Text station;
-    Text worker; ///< the operator
-    Text mac;
-    Text kernel;
-    Text driver;
-    Text driver_version;
-    Text firmware;
-    Text regulatory_domain;
-    /// As the station counts, from 1.
-    std::optional<std::int64_t> attempt;
-};
-
-struct CauseCount {
-    std::string cause;
-    std::int64_t failures = 0;
-    std::int64_t warnings = 0;
-    std::optional<std::int64_t> first_iteration;
-};
-
-struct LimitResult {
-    std::string name;
-    std::string comparison; ///< ">=" or "<="
-    double limit = 0;
-    Text unit;
-    Figure value;
-    std::string verdict; ///< "within", "outside", "unknown"
-};
-
-/// A fact that the station gave, or a warning about the identity.
-struct Note {
-    std::string kind; ///< "fact" or "warning"
-    std::string name;
-    std::string text;
-};
-
+/// Rows without the number of their run, unit and time of adding, which the database gives.
 struct RunRecord {
-    std::string id;
-    std::string mode;
-    std::string end;
-    std::string verdict;
-    Text limits_verdict;
-    /// The only thing that counts as a pass: verdict and limits both say so, and nothing
-    /// contradicts.
-    bool passed = false;
-    /// Why it is no pass: a cause of wivex-report, or how the run ended. Nothing for a pass.
-    Text cause;
-    Text began_at;
-    Text ended_at;
-    std::optional<Moment> began;
-    Figure duration;
-    std::int64_t iterations = 0;
-    std::array<std::int64_t, report::outcome_count> outcomes{};
-    std::int64_t warned = 0;
-    Figure throughput_mean;
-    Figure throughput_least;
-    Figure signal_mean;
-    std::array<Figure, report::phase_count> phase_means{};
-    std::vector<CauseCount> causes;
-    std::vector<LimitResult> limits;
-    /// The MAC addresses that its console shows.
+    /// "passed" is 1 only when verdict and limits both say so, and nothing contradicts. "cause"
+    /// tells why it is no pass: a cause of wivex-report, or how the run ended. "content_id" names
+    /// what the run proves, without times and places: it differs when two reports of one run
+    /// disagree.
+    Row row;
+    std::vector<Row> causes;
+    std::vector<Row> limits;
+    /// The MAC addresses of the identity and of its console.
     std::vector<std::string> macs;
-    /// What the run proves, without times and places: differs when two reports of one run disagree.
-    std::string content;
+
+    bool passed() const {
+        return count_in(row[run_place("passed")]) == 1;
+    }
+    const std::string& text(std::size_t place) const {
+        return text_in(row[place]);
+    }
+    std::int64_t count(std::size_t place) const {
+        return count_in(row[place]);
+    }
 };
 
 struct Report {
     /// Where the file stands.
     std::string path;
-    /// Made of its runs: the runs of one report without attempt number are one attempt.
-    std::string id;
-    Identity identity;
-    std::vector<Note> notes;
+    std::string serial;
+    std::vector<Row> notes;
     std::vector<RunRecord> runs;
 };
 

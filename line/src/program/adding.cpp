@@ -24,7 +24,7 @@ std::size_t bytes_of(const Incoming& file) {
     if (const auto* const refused = std::get_if<RefusedFile>(&file)) {
         return refused->document.value_or("").size() + 1000;
     }
-    return std::get<Report>(file).runs.size() * 1000;
+    return std::get<Report>(file).runs.size() * 5000;
 }
 
 const std::string& path_of(const Incoming& file) {

@@ -6,6 +6,7 @@
 #include <array>
 #include <chrono>
 #include <cstdio>
+#include <ctime>
 #include <thread>
 
 namespace wivex::line {
@@ -29,6 +30,18 @@ std::span<const Command> commands() {
                                                    page_command, check_command,      export_command,
                                                    prune_command};
     return list;
+}
+
+void declare_at(CLI::App& app, std::string& at) {
+    app.add_option("--at", at, "As it was at this moment (RFC 3339) instead of now.")
+        ->type_name("MOMENT")
+        ->check([](const std::string& text) -> std::string {
+            return moment_of(text) ? "" : "a moment like 2026-11-22T06:15:00Z is needed";
+        });
+}
+
+Moment moment_at(const std::string& at) {
+    return moment_of(at).value_or(std::time(nullptr));
 }
 
 int complain(int status, const std::string& words) {

@@ -3,6 +3,7 @@
 // list of all of them is the only central place.
 #pragma once
 
+#include "common/moment.hpp"
 #include "store/database.hpp"
 
 #include <CLI/CLI.hpp>
@@ -36,6 +37,12 @@ std::span<const Command> commands();
 /// Opens the database of the command line, or says why not. One that is gone may come back within
 /// `patience` seconds.
 std::unique_ptr<Database> opened(const Context& context, bool make, int patience = 0);
+
+/// Declares "--at" for a command that looks at a moment other than now.
+void declare_at(CLI::App& app, std::string& at);
+
+/// The moment of "--at"; now without it.
+Moment moment_at(const std::string& at);
 
 /// Says what went wrong; the exit status.
 int complain(int status, const std::string& words);

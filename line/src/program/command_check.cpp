@@ -4,7 +4,6 @@
 #include "store/factory_walk.hpp"
 
 #include <cstdio>
-#include <ctime>
 
 namespace wivex::line {
 
@@ -65,7 +64,7 @@ bool check_silence(const std::optional<Moment>& newest, Moment now, const Option
 }
 
 int run(const Options& options, const Context& context) {
-    const Moment now = options.at.empty() ? std::time(nullptr) : *moment_of(options.at);
+    const Moment now = moment_at(options.at);
     const std::unique_ptr<Database> database = opened(context, false);
     if (!database) {
         return exit_status::failed;
@@ -106,18 +105,13 @@ std::function<int()> declare(CLI::App& app, const Context& context) {
         ->check(CLI::Range(std::size_t{1}, most_units));
     app.add_flag("--stations", options->stations, "No station deviates from the others.");
     app.add_option("--silent", options->silent, "The last run is no longer ago: 90s, 30m, 1h, 1d.")
-        ->type_name("SPAN");
-    app.add_option("--at", options->at, "As it was at this moment (RFC 3339) instead of now.")
-        ->type_name("MOMENT");
+        ->type_name("SPAN")
+        ->check([](const std::string& text) -> std::string {
+            return span_of(text) ? "" : "a span like 30m or 1h is needed";
+        });
+    declare_at(app, options->at);
     return [options, &context] {
         options->silent_seconds = span_of(options->silent).value_or(0);
-        if (!options->silent.empty() && options->silent_seconds == 0) {
-            return complain(exit_status::usage, "--silent: a span like 30m or 1h is needed");
-        }
-        if (!options->at.empty() && !moment_of(options->at)) {
-            return complain(exit_status::usage,
-                            "--at: a moment like 2026-11-22T06:15:00Z is needed");
-        }
         if (options->yield <= 0 && !options->stations && options->silent_seconds == 0) {
             return complain(exit_status::usage,
                             "nothing to check: give --yield, --stations or --silent");

@@ -1,11 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "common/moment.hpp"
 #include "common/words.hpp"
 #include "program/command.hpp"
 #include "program/site.hpp"
 
 #include <cstdio>
-#include <ctime>
 
 namespace wivex::line {
 
@@ -17,12 +15,7 @@ struct Options {
 };
 
 int run(Options options, const Context& context) {
-    const std::optional<Moment> moment =
-        options.at.empty() ? std::time(nullptr) : moment_of(options.at);
-    if (!moment) {
-        return complain(exit_status::usage, "--at: a moment like 2026-11-22T06:15:00Z is needed");
-    }
-    options.site.now = *moment;
+    options.site.now = moment_at(options.at);
     const std::unique_ptr<Database> database = opened(context, false);
     if (!database) {
         return exit_status::failed;
@@ -51,8 +44,7 @@ std::function<int()> declare(CLI::App& app, const Context& context) {
         ->type_name("N")
         ->capture_default_str()
         ->check(CLI::Range(1, 100000));
-    app.add_option("--at", options->at, "As it was at this moment (RFC 3339) instead of now.")
-        ->type_name("MOMENT");
+    declare_at(app, options->at);
     return [options, &context] { return run(*options, context); };
 }
 

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "common/moment.hpp"
 #include "common/words.hpp"
 #include "program/adding.hpp"
 #include "program/command.hpp"
@@ -43,35 +44,21 @@ int list(const Options& options, const Context& context, Database& database) {
     return exit_status::done;
 }
 
-int objection(Naming naming, const std::string& number) {
-    switch (naming) {
-    case Naming::no_such_file:
-        return complain(exit_status::usage, "quarantine holds no file number " + number);
-    case Naming::not_nameless:
-        return complain(exit_status::usage,
-                        "file " + number + " lacks more than the name of its unit");
-    case Naming::taken_back_before:
-        return complain(exit_status::usage, "file " + number + " was taken back before");
-    default:
-        return exit_status::done;
-    }
-}
-
 int take_back(const Options& options, const Context& context, Database& database) {
     const std::string problem = objection_to_serial(options.serial);
     if (!problem.empty()) {
         return complain(exit_status::usage, "--serial: " + problem);
     }
-    Naming naming = Naming::no_such_file;
+    std::string objection;
     std::string document;
     Report report;
-    StoreResult result = nameless_document(database, options.number, naming, report.path, document);
+    StoreResult result =
+        nameless_document(database, options.number, objection, report.path, document);
     if (!result.good()) {
         return complain_of(context, result);
     }
-    const int status = objection(naming, std::to_string(options.number));
-    if (status != exit_status::done) {
-        return status;
+    if (!objection.empty()) {
+        return complain(exit_status::usage, objection);
     }
     std::string reason;
     if (read_report(document, options.serial, report, reason) != ReadResult::good) {

@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "model/identity.hpp"
 #include "program/command.hpp"
-#include "reader/run_fields.hpp"
 #include "store/unit_history.hpp"
 #include "writers/unit_text.hpp"
 
+#include <algorithm>
 #include <cstdio>
 
 namespace wivex::line {
@@ -18,7 +19,9 @@ int run(const std::string& name, const Context& context) {
     std::vector<UnitHistory> units;
     const StoreResult result = database->read([&](soci::session& session) {
         UnitReader reader(session);
-        const std::string mac = mac_of(name);
+        std::string mac = name;
+        std::ranges::replace(mac, '-', ':');
+        mac = report::mac_address(mac);
         std::vector<std::int64_t> found = reader.find(name);
         if (found.empty() && !mac.empty()) {
             found = reader.find(mac);

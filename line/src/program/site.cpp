@@ -1,20 +1,17 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "program/site.hpp"
 
-#include "common/bytes.hpp"
-#include "common/unique_file.hpp"
 #include "store/factory_walk.hpp"
 #include "writers/html_text.hpp"
 #include "writers/line_page.hpp"
+#include "writers/report_files.hpp"
 #include "writers/site_page.hpp"
 #include "writers/unit_page.hpp"
-
-#include <fcntl.h>
+#include "writers/unit_words.hpp"
 
 #include <algorithm>
-#include <cerrno>
+#include <array>
 #include <cstdio>
-#include <cstring>
 #include <filesystem>
 
 namespace wivex::line {
@@ -30,28 +27,21 @@ public:
           serial_(session, "select serial from units where unit_no = :a", "c", "t") {}
 
     void write() {
-        std::error_code error;
-        fs::create_directories(fs::path(options_.out) / "lists", error);
-        fs::create_directories(fs::path(options_.out) / "units", error);
-        if (error) {
-            result_.problem = "cannot make " + options_.out + ": " + error.message();
-            return;
-        }
         Factory factory(options_.now, options_.units);
         walk_units(session_, factory);
         const Moment since = factory.periods().back().begin;
-        const auto measures = measure_groups(session_, since);
+        const auto figures = measure_groups(session_, since);
         const auto limits = limit_groups(session_, since);
         const Doubts found = doubts(session_);
         shown_ = factory.shown_units();
         std::ranges::sort(shown_);
         write_units(factory);
         for (const auto& [name, list] : factory.lists().all()) {
-            put("lists/" + name + ".html",
+            put("/lists", name + ".html",
                 list_page(list, [&](std::int64_t unit_no) { return unit_link(unit_no); }));
         }
         // Last: whoever sees it finds what it leads to.
-        put("index.html", line_page({factory, measures, limits, found}));
+        put("", "index.html", line_page({factory, figures, limits, found}));
     }
 
 private:
@@ -62,22 +52,18 @@ private:
             if (!units_.read(unit_no, unit)) {
                 continue;
             }
-            put("units/" + std::to_string(unit_no) + ".html",
+            put("/units", std::to_string(unit_no) + ".html",
                 unit_page(unit, [&](const UnitRun& run) { return report_link(run); }));
             rows.push_back(search_row(unit));
         }
         std::ranges::sort(rows, {}, &SearchRow::serial);
-        put("search.html", search_page(rows, factory.units()));
+        put("", "search.html", search_page(rows, factory.units()));
     }
 
     static SearchRow search_row(const UnitHistory& unit) {
         const std::vector<Attempt> attempts = unit.attempts();
-        std::string macs;
-        for (const MacClaim& claim : unit.macs) {
-            macs += (macs.empty() ? "" : ", ") + claim.mac;
-        }
         const bool dated = !attempts.empty() && attempts.back().began;
-        return {unit.unit_no, unit.serial, macs, last_verdict(attempts),
+        return {unit.unit_no, unit.serial, mac_words(unit), last_verdict(attempts),
                 dated ? moment_text(*attempts.back().began) : "without a date"};
     }
 
@@ -119,24 +105,11 @@ private:
         return address;
     }
 
-    // Written beside its place and renamed, so that nobody sees half a page.
-    void put(const std::string& name, const std::string& content) {
-        if (!result_.problem.empty()) {
-            return;
+    void put(const std::string& folder, const std::string& name, const std::string& content) {
+        if (result_.problem.empty()) {
+            result_.problem = report::write_into(options_.out + folder, name, content);
+            result_.pages += result_.problem.empty() ? 1U : 0U;
         }
-        const std::string path = options_.out + "/" + name;
-        const std::string beside = path + ".new";
-        report::UniqueFile file(
-            open(beside.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644));
-        const bool written = file.is_open() && report::write_all(file.get(), content) &&
-                             close(file.release()) == 0 &&
-                             std::rename(beside.c_str(), path.c_str()) == 0;
-        if (!written) {
-            result_.problem = "cannot write " + path + ": " + std::strerror(errno);
-            unlink(beside.c_str());
-            return;
-        }
-        ++result_.pages;
     }
 
     soci::session& session_;

@@ -3,7 +3,6 @@
 
 #include "common/bytes.hpp"
 #include "common/unique_file.hpp"
-#include "reader/bounded_json.hpp"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -71,6 +70,9 @@ FileBytes read_file(const std::string& path) {
     while (got > 0 && file.bytes.size() <= most_bytes) {
         got = report::read_some(opened.get(), buffer);
         file.bytes.append(buffer.data(), got > 0 ? static_cast<std::size_t>(got) : 0);
+    }
+    if (file.bytes.size() > most_bytes) {
+        file.problem = "larger than " + std::to_string(most_bytes >> 20U) + " MB";
     }
     if (got < 0) {
         file.problem = std::string("cannot be read: ") + std::strerror(errno);

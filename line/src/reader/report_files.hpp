@@ -13,6 +13,8 @@ void find_reports(const std::string& place, const std::function<bool(const std::
                   const std::function<void(const std::string&)>& unreadable);
 
 /// The bytes of an ordinary file of bearable size, or why there are none.
+constexpr std::size_t most_bytes = std::size_t{32} << 20U;
+
 struct FileBytes {
     std::string bytes;
     std::int64_t size = 0;

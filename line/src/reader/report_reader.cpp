@@ -2,8 +2,9 @@
 #include "reader/report_reader.hpp"
 
 #include "common/content_id.hpp"
-#include "reader/fields.hpp"
-#include "reader/run_fields.hpp"
+#include "common/printable.hpp"
+#include "reader/judging.hpp"
+#include "reader/report_walk.hpp"
 
 #include <algorithm>
 
@@ -12,102 +13,71 @@ namespace wivex::line {
 namespace {
 
 constexpr std::int64_t known_version = 2;
-constexpr std::int64_t most_attempts = 1'000'000;
-constexpr std::size_t most_serial = 256;
-constexpr std::size_t most_notes = 128;
 
-Identity read_identity(const Json& object, std::string& problem) {
-    Fields fields(object, "identity", problem);
-    Identity identity;
-    identity.serial = fields.text("serial", most_serial).value_or("");
-    identity.part = fields.text("part");
-    identity.station = fields.text("station");
-    identity.worker = fields.text("operator");
-    identity.kernel = fields.text("kernel");
-    identity.driver = fields.text("driver");
-    identity.driver_version = fields.text("driver_version");
-    identity.firmware = fields.text("firmware");
-    identity.regulatory_domain = fields.text("regulatory_domain");
-    identity.attempt = fields.count("attempt");
-    if (identity.attempt && (*identity.attempt < 1 || *identity.attempt > most_attempts)) {
-        fields.complain("attempt", "is no number from 1 on");
+std::string objection_to_frame(const Walked& walked) {
+    const auto column = [&](std::size_t place) -> const Value& { return walked.document[place]; };
+    const std::int64_t version = count_in(column(place_of(document_columns, "version")));
+    if (text_in(column(place_of(document_columns, "format"))) != "wivex-report") {
+        return "no report of wivex-report";
     }
-    const Text mac = fields.text("mac");
-    if (mac) {
-        identity.mac = mac_of(*mac);
-        if (identity.mac->empty()) {
-            fields.complain("mac", "is no MAC address");
-        }
+    if (version != known_version) {
+        return "version " + std::to_string(version) + " of the format; this program knows " +
+               std::to_string(known_version);
     }
-    return identity;
-}
-
-// What does not fit is left out: notes are for people, and nothing counts them.
-std::vector<Note> read_notes(const Json& identity) {
-    std::vector<Note> notes;
-    const auto add = [&](const char* kind, const std::string& name, const Json& text) {
-        if (text.is_string() && notes.size() < most_notes && name.size() <= 256 &&
-            name.find('\0') == std::string::npos) {
-            std::string words = text.get<std::string>();
-            std::ranges::replace(words, '\0', ' ');
-            notes.push_back({kind, name, std::move(words)});
-        }
-    };
-    const auto facts = identity.find("facts");
-    if (facts != identity.end() && facts->is_object()) {
-        for (const auto& [name, text] : facts->items()) {
-            add("fact", name, text);
-        }
+    if (walked.runs.empty()) {
+        return "holds no run";
     }
-    const auto warnings = identity.find("warnings");
-    if (warnings != identity.end() && warnings->is_array()) {
-        for (const Json& text : *warnings) {
-            add("warning", std::to_string(notes.size()), text);
-        }
-    }
-    return notes;
-}
-
-void check_frame(Fields& fields, std::string& problem) {
-    if (fields.text("format") != Text("wivex-report") && problem.empty()) {
-        problem = "no report of wivex-report";
-    }
-    const std::int64_t version = fields.required_count("version");
-    if (version != known_version && problem.empty()) {
-        problem = "version " + std::to_string(version) + " of the format; this program knows " +
-                  std::to_string(known_version);
-    }
-    if (fields.list("runs").empty() && problem.empty()) {
-        problem = "holds no run";
-    }
+    return is_null(column(place_of(document_columns, "verdict"))) ? "verdict is missing" : "";
 }
 
 // The verdict of a console may rest on runs that the report has left out.
-void blame_left_out(const std::string& verdict, Report& report) {
-    const bool explained = std::ranges::any_of(
-        report.runs, [](const RunRecord& run) { return run.verdict != "passed"; });
-    if (verdict != "passed" && !explained) {
+std::string objection_to_verdict(const std::string& verdict, Report& report) {
+    const bool explained = std::ranges::any_of(report.runs, [](const RunRecord& run) {
+        return run.text(run_place("verdict")) != "passed";
+    });
+    if (verdict == "passed") {
+        return explained ? "verdict contradicts the rest of the report" : "";
+    }
+    if (!explained) {
         for (RunRecord& run : report.runs) {
-            run.passed = false;
-            run.cause = "left-out-run";
+            run.row[run_place("passed")] = std::int64_t{0};
+            run.row[run_place("cause")] = "left-out-run";
+        }
+    }
+    return "";
+}
+
+void add_identity(const Row& identity, RunRecord& run) {
+    for (std::size_t i = 0; i < identity.size(); ++i) {
+        if (!is_null(identity[i])) {
+            run.row[i] = identity[i];
         }
     }
 }
 
-void read_runs(Fields& fields, Report& report, std::string& problem) {
-    const Json& runs = fields.list("runs");
+std::string read_runs(Walked& walked, Report& report) {
     std::string ids;
-    for (std::size_t i = 0; i < runs.size() && problem.empty(); ++i) {
-        const std::string where = "runs[" + std::to_string(i) + "]";
-        RunRecord run = read_run(runs[i], where, report.identity, problem);
-        const auto same = [&](const RunRecord& other) { return other.id == run.id; };
-        if (std::ranges::any_of(report.runs, same) && problem.empty()) {
-            problem = where + ".id stands twice";
+    for (WalkedRun& one : walked.runs) {
+        RunRecord& run = one.record;
+        add_identity(walked.identity, run);
+        std::string problem = judge(run, one.evidence, report.serial);
+        const auto same = [&](const RunRecord& other) {
+            return other.text(run_place("run_id")) == run.text(run_place("run_id"));
+        };
+        if (problem.empty() && std::ranges::any_of(report.runs, same)) {
+            problem = "id stands twice";
         }
-        ids += run.id;
+        if (!problem.empty()) {
+            return "run " + std::to_string(report.runs.size() + 1) + ": " + problem;
+        }
+        ids += run.text(run_place("run_id"));
         report.runs.push_back(std::move(run));
     }
-    report.id = content_id(ids);
+    for (RunRecord& run : report.runs) {
+        run.row[run_place("report_id")] = content_id(ids);
+        run.row[run_place("report_path")] = report.path;
+    }
+    return "";
 }
 
 } // namespace
@@ -116,43 +86,34 @@ std::string objection_to_serial(std::string_view serial) {
     if (serial.empty()) {
         return "a serial number is not empty";
     }
-    std::string problem;
-    const Json named = {{"serial", serial}};
-    Fields(named, "", problem).text("serial", most_serial);
-    if (problem.empty() && named.dump(-1, ' ', true, Json::error_handler_t::ignore) !=
-                               named.dump(-1, ' ', true, Json::error_handler_t::replace)) {
-        problem = "the serial number is no UTF-8";
+    if (serial.size() > 256) {
+        return "serial is too long";
     }
-    return problem;
+    return report::is_printable(serial)
+               ? ""
+               : "the serial number holds control characters or is no UTF-8";
 }
 
 ReadResult read_report(std::string_view text, std::string_view serial, Report& report,
                        std::string& reason) {
-    reason.clear();
-    const Json document = read_json(text, reason);
+    Walked walked;
+    reason = ReportWalk(walked).walk(text);
+    reason = reason.empty() ? objection_to_frame(walked) : reason;
     if (!reason.empty()) {
         return ReadResult::unreadable;
     }
-    Fields fields(document, "", reason);
-    check_frame(fields, reason);
-    const Json& identity = fields.object("identity");
-    report.identity = read_identity(identity, reason);
-    if (report.identity.serial.empty()) {
-        report.identity.serial = serial;
-    }
-    report.notes = read_notes(identity);
-    read_runs(fields, report, reason);
-    const std::string verdict = fields.required_text("verdict");
-    const bool green = std::ranges::all_of(
-        report.runs, [](const RunRecord& run) { return run.verdict == "passed"; });
-    if (verdict == "passed" && !green) {
-        fields.complain("verdict", "contradicts the rest of the report");
-    }
+    const std::string& own = text_in(walked.document[place_of(document_columns, "serial")]);
+    report.serial = own.empty() ? serial : own;
+    report.notes = std::move(walked.notes);
+    reason = read_runs(walked, report);
+    reason = reason.empty()
+                 ? objection_to_verdict(
+                       text_in(walked.document[place_of(document_columns, "verdict")]), report)
+                 : reason;
     if (!reason.empty()) {
         return ReadResult::unreadable;
     }
-    blame_left_out(verdict, report);
-    if (report.identity.serial.empty()) {
+    if (report.serial.empty()) {
         reason = "does not say which unit was tested (no serial number)";
         return ReadResult::nameless;
     }

@@ -46,6 +46,13 @@ bool is_about_a_value(const std::exception& problem) {
     return error != nullptr && error->result() == too_big;
 }
 
+// Two adders waited for each other, and this one was told to give way.
+bool lost_against_another(const std::exception& problem) {
+    constexpr std::string_view transaction_rollback = "40";
+    const auto* const error = dynamic_cast<const soci::postgresql_soci_error*>(&problem);
+    return error != nullptr && error->sqlstate().starts_with(transaction_rollback);
+}
+
 void roll_back(soci::session& session) {
     try {
         session << "rollback";
@@ -127,6 +134,20 @@ StoreResult Database::read(const std::function<void(soci::session&)>& work) {
 
 StoreResult Database::run(const std::string& begin,
                           const std::function<void(soci::session&)>& work) {
+    constexpr int most_tries = 20;
+    StoreResult result;
+    for (int tries = 0; tries < most_tries; ++tries) {
+        bool again = false;
+        result = try_once(begin, work, again);
+        if (!again) {
+            break;
+        }
+    }
+    return result;
+}
+
+StoreResult Database::try_once(const std::string& begin,
+                               const std::function<void(soci::session&)>& work, bool& again) {
     if (!session_) {
         return {StoreError::gone, "not connected"};
     }
@@ -138,8 +159,10 @@ StoreResult Database::run(const std::string& begin,
     } catch (const std::exception& problem) {
         StoreResult result{is_about_a_value(problem) ? StoreError::value : StoreError::refused,
                            first_line(problem.what())};
+        again = lost_against_another(problem);
         roll_back(*session_);
         if (!answers(*session_)) {
+            again = false;
             result.error = StoreError::gone;
         }
         return result;

@@ -32,7 +32,8 @@ public:
     /// `make` a file that is missing is made; without it that is an error.
     static StoreResult open(const std::string& place, bool make, std::unique_ptr<Database>& opened);
 
-    /// Runs `work` as a whole or not at all. What it did is safe when the result is good.
+    /// Runs `work` as a whole or not at all, again when another adder was in its way. What it did
+    /// is safe when the result is good.
     StoreResult transact(const std::function<void(soci::session&)>& work);
 
     /// Runs `work` on one unchanging state of the database.
@@ -51,6 +52,8 @@ public:
 private:
     Database(std::string place, bool postgresql);
     StoreResult run(const std::string& begin, const std::function<void(soci::session&)>& work);
+    StoreResult try_once(const std::string& begin, const std::function<void(soci::session&)>& work,
+                         bool& again);
 
     std::string place_;
     bool postgresql_;

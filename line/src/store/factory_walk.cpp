@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "store/factory_walk.hpp"
 
-#include "store/run_row.hpp"
+#include "model/tables.hpp"
+#include "store/run_key.hpp"
 
 namespace wivex::line {
 
@@ -9,21 +10,6 @@ namespace {
 
 constexpr std::int64_t rows_at_once = 20000;
 constexpr std::int64_t most_groups = 2000;
-
-RunKey key_of(const Statement& row) {
-    RunKey key;
-    key.run_no = row.count(1);
-    key.attempt = row.optional_count(2);
-    // A number makes the report's name needless.
-    if (!key.attempt) {
-        key.report_id = row.text(3);
-    }
-    key.passed = row.count(4) == 1;
-    key.cause = row.text(5);
-    key.station = row.text(6);
-    key.began = row.optional_count(7);
-    return key;
-}
 
 Sums sums_from(const Statement& row, std::size_t column) {
     return {row.count(column), row.figure(column + 1), row.figure(column + 2),
@@ -39,24 +25,24 @@ std::string sums_of(const std::string& column) {
 
 void walk_units(soci::session& session, Factory& factory) {
     Statement rows(session,
-                   "select unit_no, run_no, attempt, report_id, passed, cause, station, "
-                   "began_utc_s from runs where unit_no > :a or (unit_no = :b and run_no > :c) "
-                   "order by unit_no, run_no limit :d",
-                   "cccc", "ccctcttc");
+                   "select " + std::string(run_key_columns) +
+                       " from runs where (unit_no, run_no) > (:a, :b) "
+                       "order by unit_no, run_no limit :c",
+                   "ccc", run_key_kinds);
     std::vector<RunKey> runs;
     std::int64_t unit = 0;
     std::int64_t last = 0;
     for (bool more = true; more;) {
         more = false;
-        for (bool row = rows.begin({unit, unit, last, rows_at_once}); row; row = rows.next()) {
+        for (bool row = rows.begin({unit, last, rows_at_once}); row; row = rows.next()) {
             more = true;
-            if (rows.count(0) != unit && !runs.empty()) {
+            if (rows.count(1) != unit && !runs.empty()) {
                 factory.take(unit, runs);
                 runs.clear();
             }
-            unit = rows.count(0);
-            last = rows.count(1);
-            runs.push_back(key_of(rows));
+            unit = rows.count(1);
+            last = rows.count(0);
+            runs.push_back(run_key(rows));
         }
     }
     if (!runs.empty()) {
@@ -68,8 +54,8 @@ void walk_units(soci::session& session, Factory& factory) {
 std::vector<MeasureGroup> measure_groups(soci::session& session, Moment since) {
     std::string columns;
     std::string kinds = "tt";
-    for (const Measure& measure : measures()) {
-        columns += ", " + sums_of(measure.column);
+    for (const Measure& measure : measures) {
+        columns += ", " + sums_of(std::string(measure.column));
         kinds += "cffff";
     }
     Statement rows(session,
@@ -81,7 +67,7 @@ std::vector<MeasureGroup> measure_groups(soci::session& session, Moment since) {
         MeasureGroup& group = groups.emplace_back();
         group.station = rows.text(0);
         group.firmware = rows.text(1);
-        for (std::size_t i = 0; i < measures().size(); ++i) {
+        for (std::size_t i = 0; i < measures.size(); ++i) {
             group.sums.push_back(sums_from(rows, 2 + 5 * i));
         }
     }

@@ -15,7 +15,7 @@ void walk_units(soci::session& session, Factory& factory);
 struct MeasureGroup {
     std::string station;
     std::string firmware;
-    /// In the order of measures().
+    /// In the order of the measures of model/tables.hpp.
     std::vector<Sums> sums;
 };
 

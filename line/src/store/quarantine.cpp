@@ -27,7 +27,7 @@ StoreResult list_quarantine(Database& database, bool all,
     });
 }
 
-StoreResult nameless_document(Database& database, std::int64_t number, Naming& naming,
+StoreResult nameless_document(Database& database, std::int64_t number, std::string& objection,
                               std::string& path, std::string& document) {
     return database.read([&](soci::session& session) {
         Statement row(session,
@@ -35,14 +35,15 @@ StoreResult nameless_document(Database& database, std::int64_t number, Naming& n
                       "where quarantine_no = :a",
                       "c", "ttt");
         if (!row.run({number})) {
-            naming = Naming::no_such_file;
+            objection = "quarantine holds no file number " + std::to_string(number);
             return;
         }
         path = row.text(0);
         document = row.text(1);
-        naming = row.is_null(1)    ? Naming::not_nameless
-                 : !row.is_null(2) ? Naming::taken_back_before
-                                   : Naming::done;
+        const std::string file = "file " + std::to_string(number);
+        objection = row.is_null(1)    ? file + " lacks more than the name of its unit"
+                    : !row.is_null(2) ? file + " was taken back before"
+                                      : "";
     });
 }
 

@@ -22,10 +22,8 @@ struct QuarantinedFile {
 StoreResult list_quarantine(Database& database, bool all,
                             const std::function<void(const QuarantinedFile&)>& each);
 
-enum class Naming : std::uint8_t { done, no_such_file, not_nameless, taken_back_before };
-
-/// The text of a refused file that only lacks the name of its unit.
-StoreResult nameless_document(Database& database, std::int64_t number, Naming& naming,
+/// The text of a refused file that only lacks the name of its unit, or an objection in words.
+StoreResult nameless_document(Database& database, std::int64_t number, std::string& objection,
                               std::string& path, std::string& document);
 
 /// Notes that the file now belongs to `serial`. Its report has to be added before.

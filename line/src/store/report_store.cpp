@@ -1,139 +1,164 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "store/report_store.hpp"
 
-#include "store/run_row.hpp"
+#include "store/run_writers.hpp"
 
 #include <ctime>
+#include <map>
 #include <set>
 
 namespace wivex::line {
 
-// The statements of one connection.
+namespace {
+
+// A row of `to` from the values of the columns of a run that have the same names.
+Row same_columns(const Row& run, std::span<const Column> to) {
+    Row row;
+    for (const Column& column : to) {
+        const auto found = std::ranges::find(run_columns, column.name, &Column::name);
+        row.push_back(found == run_columns.end()
+                          ? Value()
+                          : run[static_cast<std::size_t>(found - run_columns.begin())]);
+    }
+    return row;
+}
+
+} // namespace
+
+// The statements of one connection, and what one transaction gathers for them.
 class ReportStore::Writer {
 public:
     explicit Writer(soci::session& session)
         : find_unit_(session, "select unit_no from units where serial = :a", "t", "c"),
-          add_unit_(session,
-                    "insert into units (serial) values (:a) on conflict (serial) do nothing "
-                    "returning unit_no",
-                    "t", "c"),
-          add_mac_(session,
-                   "insert into unit_macs (mac, unit_no) values (:a, :b) on conflict do nothing",
-                   "tc"),
-          add_run_(session, run_insert(), run_kinds(), "c"),
           find_run_(session, "select content_id from runs where run_id = :a", "t", "t"),
-          add_cause_(session,
-                     "insert into run_causes (run_no, cause, failures, warnings, first_iteration) "
-                     "values (:a, :b, :c, :d, :e)",
-                     "ctccc"),
-          add_limit_(session,
-                     "insert into run_limits (run_no, name, comparison, limit_value, unit, value, "
-                     "verdict) values (:a, :b, :c, :d, :e, :f, :g)",
-                     "cttftft"),
-          add_note_(session,
-                    "insert into run_notes (run_no, kind, name, words) values (:a, :b, :c, :d)",
-                    "cttt"),
-          add_conflict_(session,
-                        "insert into conflicts (run_id, content_id, serial, attempt, station, "
-                        "mode, verdict, cause, iterations, report_path, began_at, seen_utc_s) "
-                        "values (:a, :b, :c, :d, :e, :f, :g, :h, :i, :j, :k, :l) "
-                        "on conflict (run_id, content_id) do nothing",
-                        "tttcttttcttc"),
-          refuse_(session,
-                  "insert into quarantine (file_id, path, reason, size_bytes, document, "
-                  "seen_utc_s) values (:a, :b, :c, :d, :e, :f) on conflict (file_id) do nothing "
-                  "returning quarantine_no",
-                  "tttctc", "c") {}
+          to_(session), conflicts_(session, conflicts_table),
+          refused_(session, quarantine_table, "file_id", "t") {}
 
-    Added add(const Incoming& file) {
-        const auto* const report = std::get_if<Report>(&file);
-        return report != nullptr ? add(*report) : refuse(std::get<RefusedFile>(file));
+    void add(std::span<const Incoming> files, std::vector<Added>& added) {
+        now_ = std::time(nullptr);
+        added.assign(files.size(), {});
+        const std::map<std::string, std::int64_t> units = units_of(files);
+        std::map<std::string, std::int64_t> fresh = add_runs(files, units);
+        Parts parts;
+        for (std::size_t i = 0; i < files.size(); ++i) {
+            if (const auto* const report = std::get_if<Report>(&files[i])) {
+                added[i] = sort(*report, units.at(report->serial), fresh, parts);
+            } else {
+                added[i] = refuse(std::get<RefusedFile>(files[i]));
+            }
+        }
+        to_.causes.write(parts.causes);
+        to_.limits.write(parts.limits);
+        to_.notes.write(parts.notes);
+        to_.macs.write({parts.macs.begin(), parts.macs.end()});
+        conflicts_.write(parts.conflicts);
     }
 
 private:
-    static std::int64_t now() {
-        return std::time(nullptr);
+    struct Parts {
+        std::vector<Row> causes;
+        std::vector<Row> limits;
+        std::vector<Row> notes;
+        std::set<Row> macs;
+        std::vector<Row> conflicts;
+    };
+
+    // Two adders that make the same units do it in the same order.
+    std::map<std::string, std::int64_t> units_of(std::span<const Incoming> files) {
+        std::map<std::string, std::int64_t> units;
+        for (const Incoming& file : files) {
+            if (const auto* const report = std::get_if<Report>(&file)) {
+                units.try_emplace(report->serial, 0);
+            }
+        }
+        std::vector<Row> rows;
+        rows.reserve(units.size());
+        for (const auto& [serial, unit] : units) {
+            rows.push_back({serial});
+        }
+        to_.units.write(rows, [&](const Statement& row) { units[row.text(0)] = row.count(1); });
+        for (auto& [serial, unit] : units) {
+            // It was there before.
+            if (unit == 0 && find_unit_.run({serial})) {
+                unit = find_unit_.count(0);
+            }
+        }
+        return units;
     }
 
-    std::int64_t unit_of(const std::string& serial) {
-        if (find_unit_.run({serial})) {
-            return find_unit_.count(0);
+    // The numbers of those runs that were not there.
+    std::map<std::string, std::int64_t> add_runs(std::span<const Incoming> files,
+                                                 const std::map<std::string, std::int64_t>& units) {
+        std::vector<Row> rows;
+        for (const Incoming& file : files) {
+            const auto* const report = std::get_if<Report>(&file);
+            for (std::size_t i = 0; report != nullptr && i < report->runs.size(); ++i) {
+                Row& row = rows.emplace_back(report->runs[i].row);
+                row[run_place("unit_no")] = units.at(report->serial);
+                row[run_place("added_utc_s")] = now_;
+            }
         }
-        if (add_unit_.run({serial})) {
-            return add_unit_.count(0);
-        }
-        // Another station made it between the two.
-        find_unit_.run({serial});
-        return find_unit_.count(0);
+        std::map<std::string, std::int64_t> fresh;
+        to_.runs.write(rows, [&](const Statement& row) { fresh[row.text(0)] = row.count(1); });
+        return fresh;
     }
 
-    Added add(const Report& report) {
-        const std::int64_t unit = unit_of(report.identity.serial);
+    // Tells new runs from known ones and conflicts.
+    Added sort(const Report& report, std::int64_t unit, std::map<std::string, std::int64_t>& fresh,
+               Parts& parts) {
         Added added;
         for (const RunRecord& run : report.runs) {
-            if (add_run_.run(run_values(report, run, unit, now()))) {
-                add_parts(add_run_.count(0), report, run);
-                add_macs(unit, report, run);
+            const auto found = fresh.extract(run.text(run_place("run_id")));
+            if (!found.empty()) {
                 ++added.runs;
-            } else if (find_run_.run({run.id}) && find_run_.text(0) == run.content) {
+                add_parts(found.mapped(), unit, report, run, parts);
+            } else if (is_known(run)) {
                 ++added.known;
             } else {
-                add_conflict(report, run);
                 ++added.conflicts;
+                Row& row = parts.conflicts.emplace_back(same_columns(run.row, conflict_columns));
+                row[place_of(conflict_columns, "serial")] = report.serial;
+                row[place_of(conflict_columns, "seen_utc_s")] = now_;
             }
         }
         return added;
     }
 
-    void add_parts(std::int64_t run_no, const Report& report, const RunRecord& run) {
-        for (const CauseCount& cause : run.causes) {
-            add_cause_.run({run_no, cause.cause, cause.failures, cause.warnings,
-                            value_of(cause.first_iteration)});
-        }
-        for (const LimitResult& limit : run.limits) {
-            add_limit_.run({run_no, limit.name, limit.comparison, limit.limit, value_of(limit.unit),
-                            value_of(limit.value), limit.verdict});
-        }
-        for (const Note& note : report.notes) {
-            add_note_.run({run_no, note.kind, note.name, note.text});
-        }
+    bool is_known(const RunRecord& run) {
+        return find_run_.run({run.text(run_place("run_id"))}) &&
+               find_run_.text(0) == run.text(run_place("content_id"));
     }
 
-    void add_macs(std::int64_t unit, const Report& report, const RunRecord& run) {
-        std::set<std::string> macs(run.macs.begin(), run.macs.end());
-        if (report.identity.mac) {
-            macs.insert(*report.identity.mac);
+    static void add_parts(std::int64_t run_no, std::int64_t unit, const Report& report,
+                          const RunRecord& run, Parts& parts) {
+        const auto add = [&](const std::vector<Row>& rows, std::vector<Row>& to) {
+            for (const Row& row : rows) {
+                to.emplace_back(row).front() = run_no;
+            }
+        };
+        add(run.causes, parts.causes);
+        add(run.limits, parts.limits);
+        add(report.notes, parts.notes);
+        for (const std::string& mac : run.macs) {
+            parts.macs.insert({mac, unit});
         }
-        for (const std::string& mac : macs) {
-            add_mac_.run({mac, unit});
-        }
-    }
-
-    void add_conflict(const Report& report, const RunRecord& run) {
-        add_conflict_.run({run.id, run.content, report.identity.serial,
-                           value_of(report.identity.attempt), value_of(report.identity.station),
-                           run.mode, run.verdict, value_of(run.cause), run.iterations, report.path,
-                           value_of(run.began_at), now()});
     }
 
     Added refuse(const RefusedFile& file) {
         Added added;
-        added.quarantined = refuse_.run(
-            {file.id, file.path, file.reason, file.size, value_of(file.document), now()});
+        refused_.write(
+            {{file.id, file.path, file.reason, file.size, value_of(file.document), now_}},
+            [&](const Statement&) { added.quarantined = true; });
         added.quarantined_before = !added.quarantined;
         return added;
     }
 
+    std::int64_t now_ = 0;
     Statement find_unit_;
-    Statement add_unit_;
-    Statement add_mac_;
-    Statement add_run_;
     Statement find_run_;
-    Statement add_cause_;
-    Statement add_limit_;
-    Statement add_note_;
-    Statement add_conflict_;
-    Statement refuse_;
+    RunWriters to_;
+    TableWriter conflicts_;
+    TableWriter refused_;
 };
 
 ReportStore::ReportStore(Database& database) : database_(database) {}
@@ -146,13 +171,10 @@ void ReportStore::forget_connection() {
 
 StoreResult ReportStore::add(std::span<const Incoming> files, std::vector<Added>& added) {
     return database_.transact([&](soci::session& session) {
-        added.clear();
         if (!writer_) {
             writer_ = std::make_unique<Writer>(session);
         }
-        for (const Incoming& file : files) {
-            added.push_back(writer_->add(file));
-        }
+        writer_->add(files, added);
     });
 }
 

@@ -3,86 +3,76 @@
 
 namespace wivex::line {
 
-namespace {
-
-Kind kind_of(char letter) {
-    return letter == 't' ? Kind::text : letter == 'c' ? Kind::count : Kind::figure;
+template <typename Exchange>
+void Statement::add_cell(std::deque<Cell>& cells, char letter, Exchange exchange) {
+    Cell& cell = cells.emplace_back();
+    if (letter == 't') {
+        exchange(cell.text, cell.indicator);
+    } else if (letter == 'c') {
+        cell.kind = Kind::count;
+        exchange(cell.count, cell.indicator);
+    } else {
+        cell.kind = Kind::figure;
+        exchange(cell.figure, cell.indicator);
+    }
 }
-
-std::string name_of_parameter(std::size_t index) {
-    constexpr std::string_view names = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ";
-    return {names.at(index)};
-}
-
-} // namespace
 
 Statement::Statement(soci::session& session, const std::string& sql, std::string_view parameters,
                      std::string_view results)
     : statement_(session) {
     for (const char letter : results) {
-        Cell& cell = results_.emplace_back();
-        cell.kind = kind_of(letter);
-        switch (cell.kind) {
-        case Kind::text:
-            statement_.exchange(soci::into(cell.text, cell.indicator));
-            break;
-        case Kind::count:
-            statement_.exchange(soci::into(cell.count, cell.indicator));
-            break;
-        case Kind::figure:
-            statement_.exchange(soci::into(cell.figure, cell.indicator));
-            break;
-        }
+        add_cell(results_, letter, [this](auto& value, soci::indicator& indicator) {
+            statement_.exchange(soci::into(value, indicator));
+        });
     }
+    // Bound by place: the library looks names up each time.
     for (const char letter : parameters) {
-        const std::string name = name_of_parameter(parameters_.size());
-        Cell& cell = parameters_.emplace_back();
-        cell.kind = kind_of(letter);
-        switch (cell.kind) {
-        case Kind::text:
-            statement_.exchange(soci::use(cell.text, cell.indicator, name));
-            break;
-        case Kind::count:
-            statement_.exchange(soci::use(cell.count, cell.indicator, name));
-            break;
-        case Kind::figure:
-            statement_.exchange(soci::use(cell.figure, cell.indicator, name));
-            break;
-        }
+        add_cell(parameters_, letter, [this](auto& value, soci::indicator& indicator) {
+            statement_.exchange(soci::use(value, indicator));
+        });
     }
     statement_.alloc();
     statement_.prepare(sql);
     statement_.define_and_bind();
 }
 
-bool Statement::run(std::span<const Value> values) {
-    const bool found = begin(values);
-    // Ends it: a statement that is left open would keep the transaction from its end.
-    while (found && next()) {
+void Statement::set(std::size_t place, const Value& value) {
+    Cell& cell = parameters_.at(place);
+    cell.indicator = line::is_null(value) ? soci::i_null : soci::i_ok;
+    if (const auto* const text = std::get_if<std::string>(&value)) {
+        cell.text = *text;
+    } else if (const auto* const count = std::get_if<std::int64_t>(&value)) {
+        cell.count = *count;
+    } else if (const auto* const figure = std::get_if<double>(&value)) {
+        cell.figure = *figure;
     }
-    return found;
 }
 
-bool Statement::begin(std::span<const Value> values) {
-    if (values.size() != parameters_.size()) {
-        throw soci::soci_error("a statement got the wrong number of values");
-    }
-    for (std::size_t i = 0; i < values.size(); ++i) {
-        Cell& cell = parameters_[i];
-        cell.indicator = values[i].index() == 0 ? soci::i_null : soci::i_ok;
-        if (const auto* const text = std::get_if<std::string>(&values[i])) {
-            cell.text = *text;
-        } else if (const auto* const count = std::get_if<std::int64_t>(&values[i])) {
-            cell.count = *count;
-        } else if (const auto* const figure = std::get_if<double>(&values[i])) {
-            cell.figure = *figure;
-        }
-    }
+bool Statement::begin() {
     return statement_.execute(true);
 }
 
 bool Statement::next() {
     return statement_.fetch();
+}
+
+bool Statement::begin(std::initializer_list<Value> values) {
+    if (values.size() != parameters_.size()) {
+        throw soci::soci_error("a statement got the wrong number of values");
+    }
+    std::size_t place = 0;
+    for (const Value& value : values) {
+        set(place++, value);
+    }
+    return begin();
+}
+
+bool Statement::run(std::initializer_list<Value> values) {
+    const bool found = begin(values);
+    // Ends it: a statement that is left open would keep the transaction from its end.
+    while (found && next()) {
+    }
+    return found;
 }
 
 bool Statement::is_null(std::size_t column) const {

@@ -3,50 +3,37 @@
 // Errors of the database are exceptions inside this room; Database::transact ends them.
 #pragma once
 
+#include "model/row.hpp"
+#include "model/tables.hpp"
+
 #include <soci/soci.h>
 
-#include <array>
-#include <cstdint>
 #include <deque>
 #include <initializer_list>
-#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
-#include <variant>
 
 namespace wivex::line {
-
-enum class Kind : std::uint8_t { text, count, figure };
-
-/// A value of a column; the first alternative is null.
-using Value = std::variant<std::monostate, std::string, std::int64_t, double>;
-
-/// A value that may be missing, as a column takes it.
-template <typename Type>
-Value value_of(const std::optional<Type>& optional) {
-    return optional ? Value(*optional) : Value();
-}
 
 class Statement {
 public:
     /// `parameters` and `results` tell the kinds, one letter each: t text, c count, f figure. The
-    /// parameters stand in `sql` as :a, :b, ... :z, :A, ... in their order.
+    /// parameters stand in `sql` in their order, each under a name of its own.
     Statement(soci::session& session, const std::string& sql, std::string_view parameters,
               std::string_view results = {});
 
-    /// Runs it, for a statement that gives one row or none. True when there is one.
-    bool run(std::span<const Value> values);
-    bool run(std::initializer_list<Value> values) {
-        return run(std::span(values.begin(), values.size()));
-    }
-    /// Runs it, for a statement that gives many rows: true when there is a first.
-    bool begin(std::span<const Value> values);
-    bool begin(std::initializer_list<Value> values) {
-        return begin(std::span(values.begin(), values.size()));
-    }
+    /// The next value of the parameter at `place`.
+    void set(std::size_t place, const Value& value);
+    /// Runs it with all that was set: true when there is a first row of results.
+    bool begin();
     /// Goes on to the next row of results.
     bool next();
+
+    /// All at once. For a statement that gives many rows: true when there is a first.
+    bool begin(std::initializer_list<Value> values);
+    /// For a statement that gives one row or none: true when there is one.
+    bool run(std::initializer_list<Value> values);
 
     bool is_null(std::size_t column) const;
     /// Of the present row; null reads as empty or 0.
@@ -65,6 +52,9 @@ private:
         double figure = 0;
         soci::indicator indicator = soci::i_null;
     };
+
+    template <typename Exchange>
+    void add_cell(std::deque<Cell>& cells, char letter, Exchange exchange);
 
     soci::statement statement_;
     std::deque<Cell> parameters_;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "store/unit_history.hpp"
 
+#include "store/run_key.hpp"
+
 namespace wivex::line {
 
 namespace {
@@ -10,24 +12,18 @@ constexpr std::size_t most_others = 20;
 
 UnitRun run_of(const Statement& row) {
     UnitRun run;
-    run.key.run_no = row.count(0);
-    run.key.attempt = row.optional_count(1);
-    run.key.report_id = row.text(2);
-    run.key.passed = row.count(3) == 1;
-    run.key.cause = row.text(4);
-    run.key.station = row.text(5);
-    run.key.firmware = row.text(6);
-    run.key.began = row.optional_count(7);
-    run.verdict = row.text(8);
-    run.limits_verdict = row.optional_text(9);
-    run.mode = row.text(10);
-    run.began_at = row.optional_text(11);
-    run.iterations = row.count(12);
-    run.iterations_passed = row.count(13);
-    run.throughput_mean = row.optional_figure(14);
-    run.signal_mean = row.optional_figure(15);
-    run.duration = row.optional_figure(16);
-    run.report_path = row.optional_text(17);
+    run.key = run_key(row);
+    const std::size_t first = behind_run_key;
+    run.verdict = row.text(first);
+    run.limits_verdict = row.optional_text(first + 1);
+    run.mode = row.text(first + 2);
+    run.began_at = row.optional_text(first + 3);
+    run.iterations = row.count(first + 4);
+    run.iterations_passed = row.count(first + 5);
+    run.throughput_mean = row.optional_figure(first + 6);
+    run.signal_mean = row.optional_figure(first + 7);
+    run.duration = row.optional_figure(first + 8);
+    run.report_path = row.optional_text(first + 9);
     return run;
 }
 
@@ -55,11 +51,11 @@ UnitReader::UnitReader(soci::session& session)
             "where mine.unit_no = :a order by mine.mac, units.serial limit 200",
             "c", "tt"),
       runs_(session,
-            "select run_no, attempt, report_id, passed, cause, station, firmware, began_utc_s, "
-            "verdict, limits_verdict, mode, began_at, iterations, iterations_passed, "
-            "throughput_mean_mbit_s, signal_mean_dbm, duration_s, report_path "
-            "from runs where unit_no = :a order by run_no limit :b",
-            "cc", "cctctttcttttccffft"),
+            "select " + std::string(run_key_columns) +
+                ", verdict, limits_verdict, mode, began_at, iterations, iterations_passed, "
+                "throughput_mean_mbit_s, signal_mean_dbm, duration_s, report_path "
+                "from runs where unit_no = :a order by run_no limit :b",
+            "cc", std::string(run_key_kinds) + "ttttccffft"),
       run_count_(session, "select count(*) from runs where unit_no = :a", "c", "c"),
       conflicts_(session,
                  "select run_id, verdict, report_path, seen_utc_s from conflicts "

@@ -1,12 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "common/words.hpp"
 #include "model/deviations.hpp"
-#include "store/run_row.hpp"
+#include "model/tables.hpp"
 #include "writers/html_text.hpp"
 #include "writers/line_page.hpp"
 #include "writers/site_page.hpp"
-
-#include <cmath>
 
 namespace wivex::line {
 
@@ -16,11 +14,6 @@ using report::figure_text;
 using report::paragraph;
 
 namespace {
-
-// figure_text writes small numbers well and knows no sign.
-std::string signed_figure(double value) {
-    return (value < 0 ? "-" : "") + figure_text(std::fabs(value));
-}
 
 using Grouped = std::map<std::string, MeasureSums>;
 
@@ -39,7 +32,7 @@ Grouped grouped(const std::vector<MeasureGroup>& groups, std::string MeasureGrou
 
 std::vector<bool> directions() {
     std::vector<bool> more_is_better;
-    for (const Measure& measure : measures()) {
+    for (const Measure& measure : measures) {
         more_is_better.push_back(measure.more_is_better);
     }
     return more_is_better;
@@ -50,15 +43,15 @@ std::string measures_card(const LineFacts& facts, const char* id, const std::str
     const std::vector<Deviation> rows = deviations(grouped(facts.measures, by), directions());
     std::string text;
     for (const Deviation& one : rows) {
-        const Measure& measure = measures().at(one.measure);
-        const std::string mean = signed_figure(one.values.mean());
+        const Measure& measure = measures.at(one.measure);
+        const std::string mean = figure_text(one.values.mean());
         const char* const word = measure.more_is_better ? " low" : " slow";
-        text += row(row_head(measure.words + ", " + measure.unit) + text_cell(escaped(one.group)) +
-                    number_cell(std::to_string(one.values.count)) +
+        text += row(row_head(std::string(measure.words) + ", " + std::string(measure.unit)) +
+                    text_cell(escaped(one.group)) + number_cell(std::to_string(one.values.count)) +
                     number_cell(one.marked ? report::span("bad", mean + word) : mean) +
                     number_cell(figure_text(one.values.deviation())) +
-                    number_cell(signed_figure(one.values.least)) +
-                    number_cell(signed_figure(one.values.most)));
+                    number_cell(figure_text(one.values.least)) +
+                    number_cell(figure_text(one.values.most)));
     }
     const std::string title = "Figures by " + what + " (30 days)";
     if (text.empty()) {
@@ -82,13 +75,13 @@ std::string cpk_text(const LimitGroup& group) {
     if (!value) {
         return report::span("soft", "not known");
     }
-    const std::string text = signed_figure(*value);
+    const std::string text = figure_text(*value);
     return *value < 1 ? report::span("bad", text) : text;
 }
 
 std::string limit_row(const LimitGroup& group) {
     const std::string limit = escaped(group.name + " " + group.comparison + " ") +
-                              signed_figure(group.limit) + " " + escaped(group.unit);
+                              figure_text(group.limit) + " " + escaped(group.unit);
     const auto bad = [](std::int64_t count) {
         const std::string text = std::to_string(count);
         return number_cell(count == 0 ? text : report::span("bad", text));
@@ -96,7 +89,7 @@ std::string limit_row(const LimitGroup& group) {
     return row(row_head(limit) + text_cell(escaped(group.station)) +
                text_cell(escaped(group.firmware)) +
                number_cell(std::to_string(group.values.count)) +
-               number_cell(group.values.count == 0 ? "" : signed_figure(group.values.mean())) +
+               number_cell(group.values.count == 0 ? "" : figure_text(group.values.mean())) +
                bad(group.outside) + bad(group.unknown) + number_cell(cpk_text(group)));
 }
 

@@ -1,39 +1,28 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "writers/line_charts.hpp"
 
+#include "writers/chart_axis.hpp"
 #include "writers/site_page.hpp"
 
 #include <algorithm>
-#include <array>
-#include <cstdio>
 
 namespace wivex::line {
 
+using report::coordinate;
 using report::element;
 
 namespace {
 
 constexpr std::size_t most_bars = 12;
 
-std::string place(double value) {
-    std::array<char, 32> text{};
-    std::snprintf(text.data(), text.size(), "%.1f", value);
-    return text.data();
-}
-
 std::string at(double x, double y) {
-    return place(x) + "," + place(y);
+    return coordinate(x) + "," + coordinate(y);
 }
 
 std::string plot(const std::string& words, const std::string& top, const std::string& bottom,
                  const std::string& shapes, const std::string& left, const std::string& right) {
-    const std::string svg =
-        element("svg",
-                {{"role", "img"},
-                 {"aria-label", words},
-                 {"viewBox", "0 0 1000 100"},
-                 {"preserveAspectRatio", "none"}},
-                R"(<path class="grid" d="M0 0H1000M0 50H1000M0 100H1000"/>)" + shapes);
+    const std::string svg = report::picture(
+        words, R"(<path class="grid" d="M0 0H1000M0 50H1000M0 100H1000"/>)" + shapes);
     return element(
                "div", {{"class", "plot"}},
                element("div", {{"class", "y"}}, element("span", top) + element("span", bottom)) +
@@ -141,10 +130,10 @@ std::string pareto_chart(const Factory& factory) {
         const double left = width * static_cast<double>(i);
         shapes += element("rect",
                           {{"class", "bar"},
-                           {"x", place(left + width * 0.1)},
-                           {"y", place(100 - height)},
-                           {"width", place(width * 0.8)},
-                           {"height", place(height)}},
+                           {"x", coordinate(left + width * 0.1)},
+                           {"y", coordinate(100 - height)},
+                           {"width", coordinate(width * 0.8)},
+                           {"height", coordinate(height)}},
                           element("title", cause + ": " + std::to_string(count)));
         line += at(left + width / 2,
                    100 - 100.0 * static_cast<double>(sum) / static_cast<double>(all)) +

@@ -165,22 +165,18 @@ std::string doubts_card(const LineFacts& facts) {
     const Doubts& doubts = facts.doubts;
     const Factory& factory = facts.factory;
     if (doubts.quarantined != 0) {
-        say(report::count_text(static_cast<std::uint64_t>(doubts.quarantined), "file", "files") +
-            " in quarantine; " + report::with_code("`wivex-line quarantine` lists them"));
+        say(counted(doubts.quarantined, "file", "files") + " in quarantine; " +
+            report::with_code("`wivex-line quarantine` lists them"));
     }
     if (doubts.conflicts != 0) {
-        say(report::count_text(static_cast<std::uint64_t>(doubts.conflicts), "run", "runs") +
-            " came again with another content; " +
+        say(counted(doubts.conflicts, "run", "runs") + " came again with another content; " +
             report::with_code("`wivex-line export conflicts` lists them"));
     }
     if (factory.runs_without_date() != 0) {
-        say(report::count_text(static_cast<std::uint64_t>(factory.runs_without_date()), "run",
-                               "runs") +
-            " without a date: in no period");
+        say(counted(factory.runs_without_date(), "run", "runs") + " without a date: in no period");
     }
     if (factory.runs_in_the_future() != 0) {
-        say(report::count_text(static_cast<std::uint64_t>(factory.runs_in_the_future()), "run",
-                               "runs") +
+        say(counted(factory.runs_in_the_future(), "run", "runs") +
             " with a date in the future: in no period");
     }
     for (const auto& [words, unit] : doubts.macs) {
@@ -195,15 +191,11 @@ std::string doubts_card(const LineFacts& facts) {
 
 std::string line_page(const LineFacts& facts) {
     const Factory& factory = facts.factory;
-    const std::string text =
-        paragraph(
-            "soft",
-            report::count_text(static_cast<std::uint64_t>(factory.units()), "unit", "units") +
-                ", " +
-                report::count_text(static_cast<std::uint64_t>(factory.runs()), "run", "runs") +
-                ", as of " + stamp_text(factory.now())) +
-        doubts_card(facts) + periods_card(factory) + days_card(factory) + pareto_card(factory) +
-        stations_card(factory) + figures_cards(facts);
+    const std::string text = paragraph("soft", counted(factory.units(), "unit", "units") + ", " +
+                                                   counted(factory.runs(), "run", "runs") +
+                                                   ", as of " + stamp_text(factory.now())) +
+                             doubts_card(facts) + periods_card(factory) + days_card(factory) +
+                             pareto_card(factory) + stations_card(factory) + figures_cards(facts);
     return site_page("wivex production line", "", text);
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "writers/site_page.hpp"
 
+#include "common/words.hpp"
 #include "writers/html_text.hpp"
 #include "writers/page_style.hpp"
 
@@ -57,6 +58,10 @@ std::string site_page(std::string_view title, std::string_view up, const std::st
            "\n";
 }
 
+std::string counted(std::int64_t count, std::string_view singular, std::string_view plural) {
+    return report::count_text(static_cast<std::uint64_t>(count), singular, plural);
+}
+
 std::string link(const std::string& target, const std::string& markup) {
     return element("a", {{"href", target}}, markup);
 }
@@ -97,10 +102,10 @@ std::string heads(std::initializer_list<std::string_view> texts,
                   std::initializer_list<std::string_view> numbers) {
     std::string text;
     for (const std::string_view title : texts) {
-        text += element("th", {{"scope", "col"}}, escaped(title));
+        text += report::column_head(escaped(title));
     }
     for (const std::string_view title : numbers) {
-        text += element("th", {{"scope", "col"}, {"class", "number"}}, escaped(title));
+        text += report::number_head(escaped(title));
     }
     return text;
 }

@@ -14,6 +14,9 @@ namespace wivex::line {
 std::string site_page(std::string_view title, std::string_view up, const std::string& body,
                       std::string_view script = {});
 
+/// "1 unit", "3 units".
+std::string counted(std::int64_t count, std::string_view singular, std::string_view plural);
+
 std::string link(const std::string& target, const std::string& markup);
 
 /// "98.3 %".

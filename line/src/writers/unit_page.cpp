@@ -4,7 +4,7 @@
 #include "common/words.hpp"
 #include "writers/html_text.hpp"
 #include "writers/site_page.hpp"
-#include "writers/unit_text.hpp"
+#include "writers/unit_words.hpp"
 
 namespace wivex::line {
 
@@ -34,15 +34,13 @@ std::string verdict_markup(bool passed, const std::string& words) {
 }
 
 std::string figure(const Figure& value) {
-    return value ? (*value < 0 ? "-" : "") + report::figure_text(*value < 0 ? -*value : *value)
-                 : "";
+    return value ? report::figure_text(*value) : "";
 }
 
 std::string run_row(const UnitRun& run, const Text& report) {
     const std::string began = escaped(run.began_at.value_or("without a date"));
     return row(row_head(report ? link(*report, began) : began) +
-               text_cell(verdict_markup(
-                   run.key.passed, verdict_words(run.key.passed, run.verdict, run.key.cause))) +
+               text_cell(verdict_markup(run.key.passed, verdict_words(run))) +
                text_cell(escaped(run.mode)) + text_cell(escaped(run.key.station)) +
                text_cell(escaped(run.key.firmware)) +
                text_cell(escaped(run.limits_verdict.value_or("none"))) +
@@ -59,10 +57,8 @@ std::string attempt_card(const UnitHistory& unit, const Attempt& attempt, std::s
         const UnitRun& run = unit.runs.at(index);
         rows += run_row(run, report_link(run));
     }
-    const std::string title =
-        "Attempt " + std::to_string(attempt.number.value_or(static_cast<std::int64_t>(place))) +
-        (attempt.number ? "" : " (not numbered by the station)") + ": " +
-        verdict_markup(attempt.passed, attempt.passed ? "passed" : "no pass");
+    const std::string title = attempt_title(attempt, place) + ": " +
+                              verdict_markup(attempt.passed, attempt.passed ? "passed" : "no pass");
     return card("attempt-" + std::to_string(place), title,
                 wide_table("Runs",
                            heads({"Began", "Verdict", "Mode", "Station", "Firmware", "Limits"},
@@ -70,36 +66,11 @@ std::string attempt_card(const UnitHistory& unit, const Attempt& attempt, std::s
                            rows));
 }
 
-std::string warnings(const UnitHistory& unit, const std::vector<Attempt>& attempts) {
-    std::string text;
-    for (const MacClaim& claim : unit.macs) {
-        for (const std::string& other : claim.others) {
-            text += paragraph("bad", "Unit " + escaped(other) + " has the MAC " +
-                                         escaped(claim.mac) + " too.");
-        }
-    }
-    if (unit.macs.size() > 1) {
-        text += paragraph("bad", "One unit with " + std::to_string(unit.macs.size()) + " MACs.");
-    }
-    if (!attempts.empty() && attempts.front().number.value_or(1) != 1) {
-        text += paragraph("amber", "The first attempt is not in the database.");
-    }
-    for (const UnitConflict& conflict : unit.conflicts) {
-        text += paragraph("bad", "The run " + escaped(conflict.run_id) +
-                                     " came again with another content (" +
-                                     escaped(conflict.verdict) + ").");
-    }
-    return text;
-}
-
 } // namespace
 
 std::string last_verdict(const std::vector<Attempt>& attempts) {
-    if (attempts.empty()) {
-        return "no run";
-    }
-    const Attempt& last = attempts.back();
-    return last.passed ? "passed" : "no pass: " + last.cause;
+    return attempts.empty() ? "no run"
+                            : attempt_words(attempts.back().passed, attempts.back().cause);
 }
 
 std::string unit_page(const UnitHistory& unit,
@@ -107,20 +78,16 @@ std::string unit_page(const UnitHistory& unit,
     const std::vector<Attempt> attempts = unit.attempts();
     const bool passed = !attempts.empty() && attempts.back().passed;
     std::string text = report::verdict_heading(passed ? "passed" : "failed", "Unit " + unit.serial);
-    std::string macs;
-    for (const MacClaim& claim : unit.macs) {
-        macs += (macs.empty() ? "" : ", ") + claim.mac;
-    }
+    const std::string macs = mac_words(unit);
     text += paragraph("soft", "Last attempt: " + escaped(last_verdict(attempts)) +
                                   (macs.empty() ? "" : ". MAC " + escaped(macs)) + ".");
-    text += warnings(unit, attempts);
+    for (const std::string& doubt : doubts_about(unit, attempts)) {
+        text += paragraph("bad", escaped(doubt));
+    }
     std::size_t place = 0;
     for (const Attempt& attempt : attempts) {
         ++place;
         text += attempt_card(unit, attempt, place, report_link);
-    }
-    if (unit.runs_left_out != 0) {
-        text += paragraph("soft", std::to_string(unit.runs_left_out) + " more runs are not shown.");
     }
     return site_page("Unit " + unit.serial, "../", text);
 }
@@ -128,13 +95,12 @@ std::string unit_page(const UnitHistory& unit,
 std::string list_page(const List& list, const std::function<std::string(std::int64_t)>& unit_link) {
     std::string rows;
     for (const ListEntry& entry : list.entries) {
-        const std::string words = entry.passed ? "passed" : "no pass: " + entry.cause;
+        const std::string words = attempt_words(entry.passed, entry.cause);
         rows +=
             row(row_head(unit_link(entry.unit_no)) + text_cell(moment_text(entry.began)) +
                 text_cell(verdict_markup(entry.passed, words)) + text_cell(escaped(entry.station)));
     }
-    std::string text = paragraph(
-        "soft", report::count_text(static_cast<std::uint64_t>(list.count), "entry", "entries"));
+    std::string text = paragraph("soft", counted(list.count, "entry", "entries"));
     if (static_cast<std::size_t>(list.count) > list.entries.size()) {
         text += paragraph("amber", "The newest " + std::to_string(list.entries.size()) +
                                        " of them are shown; the database has them all.");

@@ -10,8 +10,4 @@ namespace wivex::line {
 
 std::string unit_text(const UnitHistory& unit);
 
-/// "passed", "failed: scan-rejected", "not known: killed", ...: the verdict on an attempt or a run
-/// and why, without colours.
-std::string verdict_words(bool passed, const std::string& verdict, const std::string& cause);
-
 } // namespace wivex::line

@@ -6,6 +6,7 @@
 #include <CLI/CLI.hpp>
 #include <cstdio>
 #include <ctime>
+#include <exception>
 #include <filesystem>
 #include <fstream>
 
@@ -54,5 +55,10 @@ int start(int argc, char** argv) {
 } // namespace wivex::line
 
 int main(int argc, char** argv) {
-    return wivex::line::start(argc, argv);
+    try {
+        return wivex::line::start(argc, argv);
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "wivex-line-factory: %s\n", error.what());
+        return 1;
+    }
 }

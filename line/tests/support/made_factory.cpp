@@ -119,7 +119,7 @@ FactoryTruth make_factory(const FactoryPlan& plan,
             auto& [units, passes] = truth.days[day];
             ++units;
             for (int attempt = 1; attempt <= 3; ++attempt) {
-                const Moment began = day + time_of_day + (attempt - 1) * 60;
+                const Moment began = day + time_of_day + Moment{attempt - 1} * 60;
                 const std::string cause = maker.cause_of(report, back, time_of_day);
                 report.attempt = attempt;
                 report.began = utc_stamp(began);

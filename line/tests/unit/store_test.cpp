@@ -58,22 +58,22 @@ TEST_F(Store, keeps_a_file_that_cannot_be_read_with_its_reason) {
     std::vector<std::string> reasons;
     list_quarantine(*database_, false,
                     [&](const QuarantinedFile& file) { reasons.push_back(file.reason); });
-    EXPECT_THAT(reasons, ElementsAre("not JSON, or cut off"));
+    EXPECT_THAT(reasons, ElementsAre("no valid JSON near byte 2"));
 }
 
 TEST_F(Store, keeps_a_report_without_a_unit_until_somebody_names_it) {
     add({.serial = ""});
-    Naming naming = Naming::no_such_file;
+    std::string objection;
     std::string path;
     std::string document;
-    ASSERT_TRUE(nameless_document(*database_, 1, naming, path, document).good());
-    EXPECT_EQ(naming, Naming::done);
+    ASSERT_TRUE(nameless_document(*database_, 1, objection, path, document).good());
+    EXPECT_EQ(objection, "");
     EXPECT_EQ(document, WrittenReport{.serial = ""}.text());
     ASSERT_TRUE(mark_named(*database_, 1, "4711").good());
-    ASSERT_TRUE(nameless_document(*database_, 1, naming, path, document).good());
-    EXPECT_EQ(naming, Naming::taken_back_before);
-    ASSERT_TRUE(nameless_document(*database_, 2, naming, path, document).good());
-    EXPECT_EQ(naming, Naming::no_such_file);
+    ASSERT_TRUE(nameless_document(*database_, 1, objection, path, document).good());
+    EXPECT_EQ(objection, "file 1 was taken back before");
+    ASSERT_TRUE(nameless_document(*database_, 2, objection, path, document).good());
+    EXPECT_EQ(objection, "quarantine holds no file number 2");
 }
 
 TEST_F(Store, tells_a_mac_that_two_units_claim_and_a_unit_with_two_macs) {
