@@ -75,7 +75,6 @@ std::string read_runs(Walked& walked, Report& report) {
     }
     for (RunRecord& run : report.runs) {
         run.row[run_place("report_id")] = content_id(ids);
-        run.row[run_place("report_path")] = report.path;
     }
     return "";
 }

@@ -144,7 +144,7 @@ bool ReportWalk::wants(std::string_view path) {
 bool ReportWalk::take_number(std::string_view path, double value) {
     const Place* const place = find(path);
     if (place == nullptr) {
-        return true;
+        return take_other(path);
     }
     const Kind kind = column_of(*place).kind;
     Value& target = place_for(*place->table, path)[place->column];
@@ -182,7 +182,7 @@ bool ReportWalk::take_text(std::string_view path, std::string_view text) {
 bool ReportWalk::take_flag(std::string_view path, bool value) {
     const Place* const place = find(path);
     if (place == nullptr) {
-        return true;
+        return take_other(path);
     }
     if (column_of(*place).kind != Kind::flag) {
         return complain(path, objection(column_of(*place).kind));
@@ -191,10 +191,20 @@ bool ReportWalk::take_flag(std::string_view path, bool value) {
     return true;
 }
 
+// Where a row is expected stands something else.
+bool ReportWalk::take_other(std::string_view path) {
+    const bool is_row =
+        std::ranges::any_of(tables, [&](const Table* table) { return table->path == path; });
+    return !is_row || complain(path, "is no object");
+}
+
 // What does not fit is left out: notes are for people, and nothing counts them.
 bool ReportWalk::take_note(std::string_view path, std::string_view text) {
     const bool is_warning = path == warning;
-    if ((!is_warning && !path.starts_with(facts)) || walked_.notes.size() == most_notes) {
+    if (!is_warning && !path.starts_with(facts)) {
+        return take_other(path);
+    }
+    if (walked_.notes.size() == most_notes) {
         return true;
     }
     const std::string key = is_warning ? std::to_string(walked_.notes.size()) : std::string(name());

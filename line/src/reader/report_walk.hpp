@@ -53,6 +53,7 @@ protected:
 
 private:
     bool complain(std::string_view path, std::string_view what);
+    bool take_other(std::string_view path);
     bool take_note(std::string_view path, std::string_view text);
     bool take_row(const Table& table, Row row);
     Row& place_for(const Table& table, std::string_view path);

@@ -95,6 +95,7 @@ private:
             for (std::size_t i = 0; report != nullptr && i < report->runs.size(); ++i) {
                 Row& row = rows.emplace_back(report->runs[i].row);
                 row[run_place("unit_no")] = units.at(report->serial);
+                row[run_place("report_path")] = report->path;
                 row[run_place("added_utc_s")] = now_;
             }
         }
@@ -118,6 +119,7 @@ private:
                 ++added.conflicts;
                 Row& row = parts.conflicts.emplace_back(same_columns(run.row, conflict_columns));
                 row[place_of(conflict_columns, "serial")] = report.serial;
+                row[place_of(conflict_columns, "report_path")] = report.path;
                 row[place_of(conflict_columns, "seen_utc_s")] = now_;
             }
         }

@@ -14,7 +14,6 @@ namespace wivex::line {
 namespace {
 
 using testing::ElementsAre;
-using testing::UnorderedElementsAre;
 
 // What the model sees of a made factory, without files and database.
 class Eye {

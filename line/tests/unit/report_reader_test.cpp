@@ -137,6 +137,18 @@ TEST(ReportReader, bounds_depth_and_number_of_runs) {
     EXPECT_EQ(many.reason, "runs are too many");
 }
 
+TEST(ReportReader, refuses_what_stands_in_the_place_of_a_run_or_its_parts) {
+    for (const char* const pointer : {"/runs/1", "/runs/0/causes/0", "/runs/0/limits/0"}) {
+        for (const nlohmann::json& value :
+             {nlohmann::json(5), nlohmann::json("x"), nlohmann::json(true)}) {
+            const Read other = read(with([&](auto& document) {
+                document[nlohmann::ordered_json::json_pointer(pointer)] = value;
+            }));
+            EXPECT_THAT(other.reason, HasSubstr("is no object")) << pointer << value;
+        }
+    }
+}
+
 TEST(ReportReader, passes_over_what_it_does_not_keep) {
     const Read long_one = read(with([](auto& document) {
         for (int i = 0; i < 100000; ++i) {
