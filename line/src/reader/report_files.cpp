@@ -11,12 +11,39 @@
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
+#include <utility>
+#include <vector>
 
 namespace wivex::line {
 
 namespace {
 
 namespace fs = std::filesystem;
+
+// The files of one folder; its own folders join `folders`. False when `each` wants no more.
+bool look_into(const std::string& folder, std::vector<std::string>& folders,
+               const std::function<bool(const std::string&)>& each,
+               const std::function<void(const std::string&)>& unreadable) {
+    std::error_code error;
+    fs::directory_iterator entry(folder, error);
+    if (error) {
+        unreadable(folder + ": " + error.message());
+        return true;
+    }
+    for (const fs::directory_iterator end; entry != end; entry.increment(error)) {
+        const std::string path = entry->path().string();
+        // Links to folders are not followed: they may lead round in a circle.
+        if (entry->is_directory(error) && !entry->is_symlink(error)) {
+            folders.push_back(path);
+        } else if (entry->path().filename() == "run.json" && !each(path)) {
+            return false;
+        }
+    }
+    if (error) {
+        unreadable(folder + ": " + error.message());
+    }
+    return true;
+}
 
 } // namespace
 
@@ -27,27 +54,13 @@ void find_reports(const std::string& place, const std::function<bool(const std::
         each(place);
         return;
     }
-    // Links to folders are not followed: they may lead round in a circle.
-    fs::directory_iterator entry(place, error);
-    if (error) {
-        unreadable(place + ": " + error.message());
-        return;
-    }
-    for (const fs::directory_iterator end; entry != end; entry.increment(error)) {
-        const std::string path = entry->path().string();
-        if (entry->is_directory(error) && !entry->is_symlink(error)) {
-            bool goes_on = true;
-            find_reports(
-                path, [&](const std::string& file) { return goes_on = each(file); }, unreadable);
-            if (!goes_on) {
-                return;
-            }
-        } else if (entry->path().filename() == "run.json" && !each(path)) {
+    std::vector<std::string> folders{place};
+    while (!folders.empty()) {
+        const std::string folder = std::move(folders.back());
+        folders.pop_back();
+        if (!look_into(folder, folders, each, unreadable)) {
             return;
         }
-    }
-    if (error) {
-        unreadable(place + ": " + error.message());
     }
 }
 

@@ -196,7 +196,7 @@ bool ReportWalk::take_flag(std::string_view path, bool value) {
 bool ReportWalk::take_other(std::string_view path) {
     const bool is_row =
         std::ranges::any_of(tables, [&](const Table* table) { return table->path == path; });
-    return !is_row || complain(path, "is no object");
+    return path.empty() || !is_row || complain(path, "is no object");
 }
 
 // What does not fit is left out: notes are for people, and nothing counts them.

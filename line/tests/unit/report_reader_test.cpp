@@ -116,7 +116,9 @@ TEST(ReportReader, says_that_the_unit_is_not_named) {
 
 TEST(ReportReader, refuses_what_is_no_report) {
     EXPECT_EQ(read("").reason, "no valid JSON near byte 1");
-    EXPECT_EQ(read("[]").reason, "no report of wivex-report");
+    for (const char* const other : {"[]", "5", "true", "null", "\"run\"", "[5]"}) {
+        EXPECT_EQ(read(other).reason, "no report of wivex-report") << other;
+    }
     EXPECT_EQ(read("{}").reason, "no report of wivex-report");
     const std::string text = WrittenReport().text();
     EXPECT_THAT(read(text.substr(0, text.size() / 2)).reason, HasSubstr("no valid JSON near byte"));
