@@ -127,8 +127,7 @@ ReportWalk::ReportWalk(Walked& walked) : walked_(walked) {
 }
 
 bool ReportWalk::complain(std::string_view path, std::string_view what) {
-    const std::string_view place = path.empty() ? "the document" : path.substr(1);
-    return refuse(std::string(place) + " " + std::string(what));
+    return refuse(std::string(path.substr(1)) + " " + std::string(what));
 }
 
 Row& ReportWalk::place_for(const Table& table, std::string_view path) {
