@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: Apache-2.0
 # What goes where, in GNU's folders, for a package of any kind. The component "tool" is wivex and
-# wivex-doctor, the component "companion" is wivex-report.
+# wivex-doctor, the component "companion" is wivex-report, the component "line" is wivex-line.
 
 include(GNUInstallDirs)
 
@@ -38,6 +38,15 @@ if(WIVEX_COMPANION)
     DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/wivex-report COMPONENT companion)
   install(PROGRAMS examples/reported-run examples/barcode-to-result examples/serial-run
     DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/wivex-report/examples COMPONENT companion)
+endif()
+
+if(WIVEX_LINE AND WIVEX_COMPANION)
+  install(TARGETS wivex-line RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT line)
+  install(FILES line/wivex-line.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT line)
+  install(FILES packaging/wivex-line.bash-completion RENAME wivex-line
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions COMPONENT line)
+  install(FILES docs/line.md docs/line-schema.md
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/wivex-line COMPONENT line)
 endif()
 
 # Debian has the text of the licence once for all packages.

@@ -39,11 +39,14 @@ need_packages() {
 build_packages='g++ cmake make pkg-config libnl-3-dev libnl-genl-3-dev'
 bench_packages='iproute2 net-tools psmisc udhcpc udhcpd iperf libgtest-dev libgmock-dev libfaketime
     groff-base man-db socat'
-companion_packages='libcli11-dev nlohmann-json3-dev libpugixml-dev libboost-dev libxxhash-dev'
+# wivex-line stands on the companion; its tests run a PostgreSQL and a disk of their own.
+line_build_packages='libsoci-dev libsqlite3-dev libpq-dev'
+line_packages="$line_build_packages libfuse3-dev postgresql sqlite3"
+companion_packages="libcli11-dev nlohmann-json3-dev libpugixml-dev libboost-dev libxxhash-dev $line_packages"
 
 # What ./dev builds: everything, and a warning is an error. The defaults are for whoever packages it.
 # shellcheck disable=SC2034 # for those who source this
-develop='-DWIVEX_WERROR=ON -DWIVEX_TESTS=ON -DWIVEX_DEVICE=ON -DWIVEX_COMPANION=ON'
+develop='-DWIVEX_WERROR=ON -DWIVEX_TESTS=ON -DWIVEX_DEVICE=ON -DWIVEX_COMPANION=ON -DWIVEX_LINE=ON'
 
 need_architecture() {
     case " $(dpkg --print-architecture) $(dpkg --print-foreign-architectures | tr '\n' ' ') " in

@@ -17,8 +17,8 @@ public:
         begin_value();
         return true;
     }
-    bool boolean(bool /*value*/) override {
-        return null();
+    bool boolean(bool value) override {
+        return !begin_value() || walker_.take_flag(path_, value);
     }
     bool number_integer(number_integer_t value) override {
         return number(static_cast<double>(value));
@@ -30,8 +30,7 @@ public:
         return number(value);
     }
     bool string(string_t& value) override {
-        begin_value();
-        return walker_.take_text(path_, value);
+        return !begin_value() || walker_.take_text(path_, value);
     }
     bool binary(binary_t& /*value*/) override {
         return null();
@@ -44,21 +43,24 @@ public:
     }
     bool key(string_t& name) override {
         constexpr std::size_t longest_name = 64;
+        if (levels_.back().passed_over) {
+            return true;
+        }
         path_.resize(levels_.back().length);
         // A name that no member of the format has must not look like a path.
         const bool plain = name.size() <= longest_name &&
                            name.find_first_of("/*") == std::string::npos && !name.empty();
-        path_ += plain ? "/" + name : "/?";
+        path_ += '/';
+        path_ += plain ? name : "?";
+        walker_.name_ = name;
+        passes_over_ = !walker_.wants(path_);
         return true;
     }
     bool end_object() override {
-        path_.resize(levels_.back().length);
-        levels_.pop_back();
-        return walker_.end_of(path_);
+        return close(true);
     }
     bool end_array() override {
-        levels_.pop_back();
-        return true;
+        return close(false);
     }
     bool parse_error(std::size_t position, const std::string& /*token*/,
                      const nlohmann::detail::exception& /*error*/) override {
@@ -69,33 +71,50 @@ private:
     struct Level {
         std::size_t length;
         bool is_array;
+        bool passed_over;
     };
 
-    // Of an object's member the key has made the path.
-    void begin_value() {
-        if (!levels_.empty() && levels_.back().is_array) {
+    // Of an object's member the key has made the path. False when nobody wants the value.
+    bool begin_value() {
+        if (levels_.empty()) {
+            return true;
+        }
+        if (levels_.back().is_array && !levels_.back().passed_over) {
             path_.resize(levels_.back().length);
             path_ += "/*";
         }
+        return !passes_over_ && !levels_.back().passed_over;
     }
 
     bool number(double value) {
-        begin_value();
-        return walker_.take_number(path_, value);
+        return !begin_value() || walker_.take_number(path_, value);
     }
 
     bool open(bool is_array) {
-        begin_value();
+        const bool wanted = begin_value();
         if (levels_.size() == JsonWalker::deepest) {
             return walker_.refuse("it is nested too deep");
         }
-        levels_.push_back({path_.size(), is_array});
+        levels_.push_back({path_.size(), is_array, !wanted});
+        passes_over_ = false;
         return true;
+    }
+
+    bool close(bool is_object) {
+        const Level level = levels_.back();
+        levels_.pop_back();
+        passes_over_ = false;
+        if (!is_object || level.passed_over) {
+            return true;
+        }
+        path_.resize(level.length);
+        return walker_.end_of(path_);
     }
 
     JsonWalker& walker_;
     std::string path_;
     std::vector<Level> levels_;
+    bool passes_over_ = false;
 };
 
 std::string JsonWalker::walk(std::string_view text) {

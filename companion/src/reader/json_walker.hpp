@@ -26,8 +26,22 @@ protected:
     /// Each returns false, by way of `refuse`, to end the walk.
     virtual bool take_number(std::string_view path, double value) = 0;
     virtual bool take_text(std::string_view path, std::string_view text) = 0;
+    virtual bool take_flag(std::string_view /*path*/, bool /*value*/) {
+        return true;
+    }
     /// The object at `path` has ended.
     virtual bool end_of(std::string_view path) = 0;
+
+    /// Whether anything at `path` or below is of interest; the rest is passed over quickly.
+    virtual bool wants(std::string_view /*path*/) {
+        return true;
+    }
+
+    /// The last name as it stands in the text; in a path, one that could be taken for a path is
+    /// '?'.
+    std::string_view name() const {
+        return name_;
+    }
 
     /// Notes what is wrong. Always false.
     bool refuse(std::string_view what);
@@ -35,6 +49,7 @@ protected:
 private:
     friend class JsonEvents;
 
+    std::string name_;
     std::string problem_;
 };
 

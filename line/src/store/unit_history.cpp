@@ -1,0 +1,105 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "store/unit_history.hpp"
+
+#include "store/run_key.hpp"
+
+namespace wivex::line {
+
+namespace {
+
+constexpr std::int64_t most_runs = 2000;
+constexpr std::size_t most_others = 20;
+
+UnitRun run_of(const Statement& row) {
+    UnitRun run;
+    run.key = run_key(row);
+    const std::size_t first = behind_run_key;
+    run.verdict = row.text(first);
+    run.limits_verdict = row.optional_text(first + 1);
+    run.mode = row.text(first + 2);
+    run.began_at = row.optional_text(first + 3);
+    run.iterations = row.count(first + 4);
+    run.iterations_passed = row.count(first + 5);
+    run.throughput_mean = row.optional_figure(first + 6);
+    run.signal_mean = row.optional_figure(first + 7);
+    run.duration = row.optional_figure(first + 8);
+    run.report_path = row.optional_text(first + 9);
+    return run;
+}
+
+} // namespace
+
+std::vector<Attempt> UnitHistory::attempts() const {
+    std::vector<RunKey> keys;
+    keys.reserve(runs.size());
+    for (const UnitRun& run : runs) {
+        keys.push_back(run.key);
+    }
+    return attempts_of(keys);
+}
+
+UnitReader::UnitReader(soci::session& session)
+    : by_serial_(session, "select unit_no from units where serial = :a", "t", "c"),
+      by_mac_(session, "select unit_no from unit_macs where mac = :a order by unit_no limit 20",
+              "t", "c"),
+      serial_(session, "select serial from units where unit_no = :a", "c", "t"),
+      macs_(session,
+            "select mine.mac, units.serial from unit_macs as mine "
+            "left join unit_macs as theirs on theirs.mac = mine.mac and "
+            "theirs.unit_no <> mine.unit_no "
+            "left join units on units.unit_no = theirs.unit_no "
+            "where mine.unit_no = :a order by mine.mac, units.serial limit 200",
+            "c", "tt"),
+      runs_(session,
+            "select " + std::string(run_key_columns) +
+                ", verdict, limits_verdict, mode, began_at, iterations, iterations_passed, "
+                "throughput_mean_mbit_s, signal_mean_dbm, duration_s, report_path "
+                "from runs where unit_no = :a order by run_no limit :b",
+            "cc", std::string(run_key_kinds) + "ttttccffft"),
+      run_count_(session, "select count(*) from runs where unit_no = :a", "c", "c"),
+      conflicts_(session,
+                 "select run_id, verdict, report_path, seen_utc_s from conflicts "
+                 "where serial = :a order by conflict_no limit 200",
+                 "t", "tttc") {}
+
+bool UnitReader::read(std::int64_t unit_no, UnitHistory& unit) {
+    unit = {};
+    if (!serial_.run({unit_no})) {
+        return false;
+    }
+    unit.unit_no = unit_no;
+    unit.serial = serial_.text(0);
+    for (bool row = macs_.begin({unit_no}); row; row = macs_.next()) {
+        if (unit.macs.empty() || unit.macs.back().mac != macs_.text(0)) {
+            unit.macs.push_back({macs_.text(0), {}});
+        }
+        if (!macs_.is_null(1) && unit.macs.back().others.size() < most_others) {
+            unit.macs.back().others.push_back(macs_.text(1));
+        }
+    }
+    for (bool row = runs_.begin({unit_no, most_runs}); row; row = runs_.next()) {
+        unit.runs.push_back(run_of(runs_));
+    }
+    if (static_cast<std::int64_t>(unit.runs.size()) == most_runs && run_count_.run({unit_no})) {
+        unit.runs_left_out = run_count_.count(0) - most_runs;
+    }
+    for (bool row = conflicts_.begin({unit.serial}); row; row = conflicts_.next()) {
+        unit.conflicts.push_back(
+            {conflicts_.text(0), conflicts_.text(1), conflicts_.text(2), conflicts_.count(3)});
+    }
+    return true;
+}
+
+std::vector<std::int64_t> UnitReader::find(const std::string& name) {
+    std::vector<std::int64_t> found;
+    if (by_serial_.run({name})) {
+        found.push_back(by_serial_.count(0));
+        return found;
+    }
+    for (bool row = by_mac_.begin({name}); row; row = by_mac_.next()) {
+        found.push_back(by_mac_.count(0));
+    }
+    return found;
+}
+
+} // namespace wivex::line
