@@ -15,7 +15,7 @@ namespace {
 Row same_columns(const Row& run, std::span<const Column> to) {
     Row row;
     for (const Column& column : to) {
-        const auto found = std::ranges::find(run_columns, column.name, &Column::name);
+        const auto* const found = std::ranges::find(run_columns, column.name, &Column::name);
         row.push_back(found == run_columns.end()
                           ? Value()
                           : run[static_cast<std::size_t>(found - run_columns.begin())]);

@@ -32,6 +32,7 @@ Grouped grouped(const std::vector<MeasureGroup>& groups, std::string MeasureGrou
 
 std::vector<bool> directions() {
     std::vector<bool> more_is_better;
+    more_is_better.reserve(measures.size());
     for (const Measure& measure : measures) {
         more_is_better.push_back(measure.more_is_better);
     }

@@ -122,7 +122,7 @@ std::string search_page(const std::vector<SearchRow>& rows, std::int64_t all) {
     const std::string field =
         element("p", {{"hidden", ""}},
                 element("label", {{"for", "filter"}}, "Serial or MAC ") +
-                    "<input type=\"search\" id=\"filter\" autocomplete=\"off\"/>") +
+                    R"(<input type="search" id="filter" autocomplete="off"/>)") +
         "\n";
     std::string body = field;
     if (all > static_cast<std::int64_t>(rows.size())) {
