@@ -38,24 +38,18 @@ constexpr std::array<EndRow, 7> ends{{
 constexpr std::array<std::string_view, run_verdict_count> run_verdict_names{
     "passed", "failed", "interrupted", "unknown"};
 
-template <typename Names, typename Value>
-std::string_view name_in(const Names& names, Value value) {
-    const auto index = static_cast<std::size_t>(value);
-    return index < names.size() ? names[index] : std::string_view("?");
-}
-
 } // namespace
 
 std::string_view name_of(Phase phase) {
-    return name_in(phase_names, phase);
+    return row_at(phase_names, phase);
 }
 
 std::string_view name_of(Verdict verdict) {
-    return name_in(verdict_names, verdict);
+    return row_at(verdict_names, verdict);
 }
 
 std::string_view name_of(Outcome outcome) {
-    return name_in(outcome_names, outcome);
+    return row_at(outcome_names, outcome);
 }
 
 std::string_view name_of(RunEnd end) {
@@ -71,7 +65,7 @@ std::string_view missing_words(RunEnd end) {
 }
 
 std::string_view name_of(RunVerdict verdict) {
-    return name_in(run_verdict_names, verdict);
+    return row_at(run_verdict_names, verdict);
 }
 
 } // namespace wivex::report
