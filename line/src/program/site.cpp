@@ -13,6 +13,7 @@
 #include <array>
 #include <cstdio>
 #include <filesystem>
+#include <map>
 
 namespace wivex::line {
 
@@ -68,8 +69,13 @@ private:
     }
 
     std::string unit_link(std::int64_t unit_no) {
-        const std::string serial =
-            report::escaped(serial_.run({unit_no}) ? serial_.text(0) : std::string("?"));
+        // Most units stand in several lists.
+        const auto [known, is_new] = serials_.try_emplace(unit_no);
+        if (is_new) {
+            known->second =
+                report::escaped(serial_.run({unit_no}) ? serial_.text(0) : std::string("?"));
+        }
+        const std::string& serial = known->second;
         return std::ranges::binary_search(shown_, unit_no)
                    ? link("../units/" + std::to_string(unit_no) + ".html", serial)
                    : serial;
@@ -118,6 +124,7 @@ private:
     UnitReader units_;
     Statement serial_;
     std::vector<std::int64_t> shown_;
+    std::map<std::int64_t, std::string> serials_;
 };
 
 } // namespace

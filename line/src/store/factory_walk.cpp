@@ -110,10 +110,9 @@ Doubts doubts(soci::session& session) {
                                 macs.count(2));
     }
     Statement units(session,
-                    "select serial, count(*), units.unit_no from unit_macs "
-                    "join units on units.unit_no = unit_macs.unit_no "
-                    "group by units.unit_no, serial having count(*) > 1 "
-                    "order by units.unit_no desc limit 50",
+                    "select (select serial from units where units.unit_no = unit_macs.unit_no), "
+                    "count(*), unit_no from unit_macs group by unit_no having count(*) > 1 "
+                    "order by unit_no desc limit 50",
                     "", "tcc");
     for (bool row = units.begin({}); row; row = units.next()) {
         found.macs.emplace_back("unit " + units.text(0) + " has " + std::to_string(units.count(1)) +

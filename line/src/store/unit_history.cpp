@@ -8,7 +8,6 @@ namespace wivex::line {
 namespace {
 
 constexpr std::int64_t most_runs = 2000;
-constexpr std::size_t most_others = 20;
 
 UnitRun run_of(const Statement& row) {
     UnitRun run;
@@ -43,13 +42,13 @@ UnitReader::UnitReader(soci::session& session)
       by_mac_(session, "select unit_no from unit_macs where mac = :a order by unit_no limit 20",
               "t", "c"),
       serial_(session, "select serial from units where unit_no = :a", "c", "t"),
-      macs_(session,
-            "select mine.mac, units.serial from unit_macs as mine "
-            "left join unit_macs as theirs on theirs.mac = mine.mac and "
-            "theirs.unit_no <> mine.unit_no "
-            "left join units on units.unit_no = theirs.unit_no "
-            "where mine.unit_no = :a order by mine.mac, units.serial limit 200",
-            "c", "tt"),
+      macs_(session, "select mac from unit_macs where unit_no = :a order by mac limit 200", "c",
+            "t"),
+      // One table a step: PostgreSQL joins whole tables as long as it has not counted new rows.
+      others_(session,
+              "select (select serial from units where units.unit_no = theirs.unit_no) "
+              "from unit_macs as theirs where mac = :a and unit_no <> :b order by 1 limit 20",
+              "tc", "t"),
       runs_(session,
             "select " + std::string(run_key_columns) +
                 ", verdict, limits_verdict, mode, began_at, iterations, iterations_passed, "
@@ -70,11 +69,11 @@ bool UnitReader::read(std::int64_t unit_no, UnitHistory& unit) {
     unit.unit_no = unit_no;
     unit.serial = serial_.text(0);
     for (bool row = macs_.begin({unit_no}); row; row = macs_.next()) {
-        if (unit.macs.empty() || unit.macs.back().mac != macs_.text(0)) {
-            unit.macs.push_back({macs_.text(0), {}});
-        }
-        if (!macs_.is_null(1) && unit.macs.back().others.size() < most_others) {
-            unit.macs.back().others.push_back(macs_.text(1));
+        unit.macs.push_back({macs_.text(0), {}});
+    }
+    for (MacClaim& mac : unit.macs) {
+        for (bool row = others_.begin({mac.mac, unit_no}); row; row = others_.next()) {
+            mac.others.push_back(others_.text(0));
         }
     }
     for (bool row = runs_.begin({unit_no, most_runs}); row; row = runs_.next()) {

@@ -66,6 +66,7 @@ private:
     Statement by_mac_;
     Statement serial_;
     Statement macs_;
+    Statement others_;
     Statement runs_;
     Statement run_count_;
     Statement conflicts_;
