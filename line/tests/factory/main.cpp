@@ -30,14 +30,18 @@ int start(int argc, char** argv) {
                  "wivex-line-factory");
     FactoryPlan plan;
     std::string folder;
-    plan.end = std::time(nullptr);
     app.add_option("folder", folder, "Where the reports go.")->required();
     app.add_option("--seed", plan.seed, "Another factory for each number.");
     app.add_option("--days", plan.days, "So many days.")->check(CLI::Range(1, 1000));
     app.add_option("--units", plan.units_a_day, "Units a day.")->check(CLI::Range(1, 100000));
+    bool until_now = false;
+    app.add_flag("--until-now", until_now,
+                 "Today's units up to now as well; else the last day is yesterday, in UTC.");
     app.add_flag("--defects", plan.defects,
                  "With a bad station, a slow firmware and an access point that dies.");
     CLI11_PARSE(app, argc, argv);
+    const Moment now = std::time(nullptr);
+    plan.end = until_now ? now : now / seconds_of_day * seconds_of_day;
     std::size_t written = 0;
     const FactoryTruth truth = make_factory(plan, [&](const WrittenReport& report, Moment) {
         const std::filesystem::path place = std::filesystem::path(folder) / report.station /
