@@ -24,8 +24,7 @@ namespace fs = std::filesystem;
 class SiteWriter {
 public:
     SiteWriter(soci::session& session, const SiteOptions& options, SiteResult& result)
-        : session_(session), options_(options), result_(result), units_(session),
-          serial_(session, "select serial from units where unit_no = :a", "c", "t") {}
+        : session_(session), options_(options), result_(result), units_(session) {}
 
     void write() {
         Factory factory(options_.now, options_.units);
@@ -34,8 +33,6 @@ public:
         const auto figures = measure_groups(session_, since);
         const auto limits = limit_groups(session_, since);
         const Doubts found = doubts(session_);
-        shown_ = factory.shown_units();
-        std::ranges::sort(shown_);
         write_units(factory);
         for (const auto& [name, list] : factory.lists().all()) {
             put("/lists", name + ".html",
@@ -53,8 +50,10 @@ private:
             if (!units_.read(unit_no, unit)) {
                 continue;
             }
-            put("/units", std::to_string(unit_no) + ".html",
+            const std::string page = std::to_string(unit_no) + ".html";
+            put("/units", page,
                 unit_page(unit, [&](const UnitRun& run) { return report_link(run); }));
+            links_[unit_no] = link("../units/" + page, report::escaped(unit.serial));
             rows.push_back(search_row(unit));
         }
         std::ranges::sort(rows, {}, &SearchRow::serial);
@@ -68,17 +67,13 @@ private:
                 dated ? moment_text(*attempts.back().began) : "without a date"};
     }
 
-    std::string unit_link(std::int64_t unit_no) {
-        // Most units stand in several lists.
-        const auto [known, is_new] = serials_.try_emplace(unit_no);
+    // To the page of the unit, where it has one. Most units stand in several lists.
+    const std::string& unit_link(std::int64_t unit_no) {
+        const auto [known, is_new] = links_.try_emplace(unit_no);
         if (is_new) {
-            known->second =
-                report::escaped(serial_.run({unit_no}) ? serial_.text(0) : std::string("?"));
+            known->second = report::escaped(units_.serial(unit_no).value_or("?"));
         }
-        const std::string& serial = known->second;
-        return std::ranges::binary_search(shown_, unit_no)
-                   ? link("../units/" + std::to_string(unit_no) + ".html", serial)
-                   : serial;
+        return known->second;
     }
 
     // The report beside the run.json, as seen from the page of a unit.
@@ -122,9 +117,7 @@ private:
     const SiteOptions& options_;
     SiteResult& result_;
     UnitReader units_;
-    Statement serial_;
-    std::vector<std::int64_t> shown_;
-    std::map<std::int64_t, std::string> serials_;
+    std::map<std::int64_t, std::string> links_;
 };
 
 } // namespace

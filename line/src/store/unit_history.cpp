@@ -61,13 +61,18 @@ UnitReader::UnitReader(soci::session& session)
                  "where serial = :a order by conflict_no limit 200",
                  "t", "tttc") {}
 
+Text UnitReader::serial(std::int64_t unit_no) {
+    return serial_.run({unit_no}) ? serial_.optional_text(0) : std::nullopt;
+}
+
 bool UnitReader::read(std::int64_t unit_no, UnitHistory& unit) {
     unit = {};
-    if (!serial_.run({unit_no})) {
+    const Text found = serial(unit_no);
+    if (!found) {
         return false;
     }
     unit.unit_no = unit_no;
-    unit.serial = serial_.text(0);
+    unit.serial = *found;
     for (bool row = macs_.begin({unit_no}); row; row = macs_.next()) {
         unit.macs.push_back({macs_.text(0), {}});
     }

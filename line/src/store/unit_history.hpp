@@ -58,6 +58,9 @@ public:
     /// False when there is no such unit.
     bool read(std::int64_t unit_no, UnitHistory& unit);
 
+    /// Nothing when there is no such unit.
+    Text serial(std::int64_t unit_no);
+
     /// The units that a serial number or a MAC address names.
     std::vector<std::int64_t> find(const std::string& name);
 
