@@ -6,7 +6,6 @@
 #include "reader/report_files.hpp"
 #include "reader/report_reader.hpp"
 
-#include <algorithm>
 #include <chrono>
 #include <filesystem>
 #include <thread>
@@ -15,17 +14,7 @@ namespace wivex::line {
 
 namespace {
 
-// One commit costs a turn of the disk, so many files share one.
-constexpr std::size_t most_files = 100;
-constexpr std::size_t most_held_bytes = std::size_t{4} << 20U;
 constexpr std::size_t longest_path = 4096;
-
-std::size_t bytes_of(const Incoming& file) {
-    if (const auto* const refused = std::get_if<RefusedFile>(&file)) {
-        return refused->document.value_or("").size() + 1000;
-    }
-    return std::get<Report>(file).runs.size() * 5000;
-}
 
 const std::string& path_of(const Incoming& file) {
     const auto* const report = std::get_if<Report>(&file);
@@ -64,54 +53,27 @@ Adding::Adding(Database& database, int patience,
                std::function<void(const Incoming&, const Added&)> safe)
     : database_(database), store_(database), patience_(patience), safe_(std::move(safe)) {}
 
-bool Adding::take(Incoming file) {
-    held_bytes_ += bytes_of(file);
-    held_.push_back(std::move(file));
-    return held_.size() < most_files && held_bytes_ < most_held_bytes ? true : finish();
-}
-
-bool Adding::finish() {
-    if (held_.empty()) {
-        return true;
+bool Adding::take(const Incoming& file) {
+    if (write(file) || result_.error != StoreError::value) {
+        return result_.good();
     }
-    const bool written = write(held_) || (result_.error == StoreError::value && write_singly());
-    held_.clear();
-    held_bytes_ = 0;
-    return written;
+    const std::string& path = path_of(file);
+    return write(RefusedFile{path,
+                             "the database refuses it: " + report::printable(result_.words, 300),
+                             0,
+                             content_id(path + "\n" + result_.words),
+                             {}});
 }
 
-// What one file holds must not keep the others out.
-bool Adding::write_singly() {
-    for (const Incoming& file : held_) {
-        if (write(std::span(&file, 1))) {
-            continue;
-        }
-        if (result_.error != StoreError::value) {
-            return false;
-        }
-        const std::string& path = path_of(file);
-        const Incoming refused =
-            RefusedFile{path,
-                        "the database refuses it: " + report::printable(result_.words, 300),
-                        0,
-                        content_id(path + "\n" + result_.words),
-                        {}};
-        if (!write(std::span(&refused, 1))) {
-            return false;
-        }
-    }
-    return true;
-}
-
-bool Adding::write(std::span<const Incoming> files) {
-    std::vector<Added> added;
-    result_ = store_.add(files, added);
+bool Adding::write(const Incoming& file) {
+    Added added;
+    result_ = store_.add(file, added);
     // Whether the last commit was done is not known; doing it again changes nothing.
     while (result_.error == StoreError::gone && come_back()) {
-        result_ = store_.add(files, added);
+        result_ = store_.add(file, added);
     }
     if (result_.good()) {
-        tell(files, added);
+        tell(file, added);
     }
     return result_.good();
 }
@@ -130,17 +92,14 @@ bool Adding::come_back() {
     return false;
 }
 
-void Adding::tell(std::span<const Incoming> files, const std::vector<Added>& added) {
-    for (std::size_t i = 0; i < files.size(); ++i) {
-        const Added& one = added.at(i);
-        ++totals_.files;
-        totals_.runs += one.runs;
-        totals_.known += one.known;
-        totals_.conflicts += one.conflicts;
-        totals_.refused += one.quarantined ? 1U : 0U;
-        totals_.refused_before += one.quarantined_before ? 1U : 0U;
-        safe_(files[i], one);
-    }
+void Adding::tell(const Incoming& file, const Added& added) {
+    ++totals_.files;
+    totals_.runs += added.runs;
+    totals_.known += added.known;
+    totals_.conflicts += added.conflicts;
+    totals_.refused += added.quarantined ? 1U : 0U;
+    totals_.refused_before += added.quarantined_before ? 1U : 0U;
+    safe_(file, added);
 }
 
 } // namespace wivex::line

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// Reads files and adds them to the database, many at a time. A file is added as a whole or not at
-// all, and told of as added only when it is safe.
+// Reads files and adds them to the database, each in a transaction of its own. A file is added as a
+// whole or not at all, and told of as added only when it is safe.
 #pragma once
 
 #include "store/report_store.hpp"
@@ -30,10 +30,8 @@ public:
     Adding(Database& database, int patience,
            std::function<void(const Incoming&, const Added&)> safe);
 
-    /// Takes a file; false when the database fails for good, then `result` says why.
-    bool take(Incoming file);
-    /// Writes what is still held.
-    bool finish();
+    /// Adds a file; false when the database fails for good, then `result` says why.
+    bool take(const Incoming& file);
 
     const AddTotals& totals() const {
         return totals_;
@@ -43,17 +41,14 @@ public:
     }
 
 private:
-    bool write(std::span<const Incoming> files);
-    bool write_singly();
+    bool write(const Incoming& file);
     bool come_back();
-    void tell(std::span<const Incoming> files, const std::vector<Added>& added);
+    void tell(const Incoming& file, const Added& added);
 
     Database& database_;
     ReportStore store_;
     int patience_;
     std::function<void(const Incoming&, const Added&)> safe_;
-    std::vector<Incoming> held_;
-    std::size_t held_bytes_ = 0;
     AddTotals totals_;
     StoreResult result_;
 };

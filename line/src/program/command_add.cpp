@@ -89,7 +89,6 @@ int run(const Options& options, const Context& context) {
                 complain(exit_status::attention, words);
             });
     }
-    good = good && adding.finish();
     const AddTotals& totals = adding.totals();
     print_totals(totals);
     if (!good) {

@@ -65,18 +65,17 @@ int take_back(const Options& options, const Context& context, Database& database
         return complain(exit_status::failed, "the file cannot be taken back: " + reason);
     }
     ReportStore store(database);
-    const Incoming file = report;
-    std::vector<Added> added;
-    result = store.add(std::span(&file, 1), added);
+    Added added;
+    result = store.add(report, added);
     // A break between the two leaves it in the list: taking it back again changes nothing.
     result = result.good() ? mark_named(database, options.number, options.serial) : result;
     if (!result.good()) {
         return complain_of(context, result);
     }
     std::printf("taken back as %s: %s added, %u known before, %s\n", options.serial.c_str(),
-                report::count_text(added.front().runs, "run", "runs").c_str(), added.front().known,
-                report::count_text(added.front().conflicts, "conflict", "conflicts").c_str());
-    return added.front().conflicts == 0 ? exit_status::done : exit_status::attention;
+                report::count_text(added.runs, "run", "runs").c_str(), added.known,
+                report::count_text(added.conflicts, "conflict", "conflicts").c_str());
+    return added.conflicts == 0 ? exit_status::done : exit_status::attention;
 }
 
 std::function<int()> declare(CLI::App& app, const Context& context) {

@@ -25,7 +25,7 @@ Row same_columns(const Row& run, std::span<const Column> to) {
 
 } // namespace
 
-// The statements of one connection, and what one transaction gathers for them.
+// The statements of one connection.
 class ReportStore::Writer {
 public:
     explicit Writer(soci::session& session)
@@ -34,24 +34,10 @@ public:
           to_(session), conflicts_(session, conflicts_table),
           refused_(session, quarantine_table, "file_id", "t") {}
 
-    void add(std::span<const Incoming> files, std::vector<Added>& added) {
+    Added add(const Incoming& file) {
         now_ = std::time(nullptr);
-        added.assign(files.size(), {});
-        const std::map<std::string, std::int64_t> units = units_of(files);
-        std::map<std::string, std::int64_t> fresh = add_runs(files, units);
-        Parts parts;
-        for (std::size_t i = 0; i < files.size(); ++i) {
-            if (const auto* const report = std::get_if<Report>(&files[i])) {
-                added[i] = sort(*report, units.at(report->serial), fresh, parts);
-            } else {
-                added[i] = refuse(std::get<RefusedFile>(files[i]));
-            }
-        }
-        to_.causes.write(parts.causes);
-        to_.limits.write(parts.limits);
-        to_.notes.write(parts.notes);
-        to_.macs.write({parts.macs.begin(), parts.macs.end()});
-        conflicts_.write(parts.conflicts);
+        const auto* const report = std::get_if<Report>(&file);
+        return report != nullptr ? add(*report) : refuse(std::get<RefusedFile>(file));
     }
 
 private:
@@ -60,70 +46,57 @@ private:
         std::vector<Row> limits;
         std::vector<Row> notes;
         std::set<Row> macs;
-        std::vector<Row> conflicts;
     };
 
-    // Two adders that make the same units do it in the same order.
-    std::map<std::string, std::int64_t> units_of(std::span<const Incoming> files) {
-        std::map<std::string, std::int64_t> units;
-        for (const Incoming& file : files) {
-            if (const auto* const report = std::get_if<Report>(&file)) {
-                units.try_emplace(report->serial, 0);
-            }
-        }
-        std::vector<Row> rows;
-        rows.reserve(units.size());
-        for (const auto& [serial, unit] : units) {
-            rows.push_back({serial});
-        }
-        to_.units.write(rows, [&](const Statement& row) { units[row.text(0)] = row.count(1); });
-        for (auto& [serial, unit] : units) {
-            // It was there before.
-            if (unit == 0 && find_unit_.run({serial})) {
-                unit = find_unit_.count(0);
-            }
-        }
-        return units;
-    }
-
-    // The numbers of those runs that were not there.
-    std::map<std::string, std::int64_t> add_runs(std::span<const Incoming> files,
-                                                 const std::map<std::string, std::int64_t>& units) {
-        std::vector<Row> rows;
-        for (const Incoming& file : files) {
-            const auto* const report = std::get_if<Report>(&file);
-            for (std::size_t i = 0; report != nullptr && i < report->runs.size(); ++i) {
-                Row& row = rows.emplace_back(report->runs[i].row);
-                row[run_place("unit_no")] = units.at(report->serial);
-                row[run_place("report_path")] = report->path;
-                row[run_place("added_utc_s")] = now_;
-            }
-        }
-        std::map<std::string, std::int64_t> fresh;
-        to_.runs.write(rows, [&](const Statement& row) { fresh[row.text(0)] = row.count(1); });
-        return fresh;
-    }
-
-    // Tells new runs from known ones and conflicts.
-    Added sort(const Report& report, std::int64_t unit, std::map<std::string, std::int64_t>& fresh,
-               Parts& parts) {
+    Added add(const Report& report) {
+        const std::int64_t unit = unit_of(report.serial);
+        std::map<std::string, std::int64_t> fresh = add_runs(report, unit);
         Added added;
+        Parts parts;
+        std::vector<Row> conflicts;
         for (const RunRecord& run : report.runs) {
             const auto found = fresh.extract(run.text(run_place("run_id")));
             if (!found.empty()) {
                 ++added.runs;
-                add_parts(found.mapped(), unit, report, run, parts);
+                gather(found.mapped(), unit, report, run, parts);
             } else if (is_known(run)) {
                 ++added.known;
             } else {
                 ++added.conflicts;
-                Row& row = parts.conflicts.emplace_back(same_columns(run.row, conflict_columns));
-                row[place_of(conflict_columns, "serial")] = report.serial;
-                row[place_of(conflict_columns, "report_path")] = report.path;
-                row[place_of(conflict_columns, "seen_utc_s")] = now_;
+                conflicts.push_back(conflict_of(report, run));
             }
         }
+        to_.causes.write(parts.causes);
+        to_.limits.write(parts.limits);
+        to_.notes.write(parts.notes);
+        to_.macs.write({parts.macs.begin(), parts.macs.end()});
+        conflicts_.write(conflicts);
         return added;
+    }
+
+    std::int64_t unit_of(const std::string& serial) {
+        std::int64_t unit = 0;
+        if (find_unit_.run({serial})) {
+            return find_unit_.count(0);
+        }
+        to_.units.write({{serial}}, [&](const Statement& row) { unit = row.count(1); });
+        // Another adder may have made it in between.
+        return unit == 0 && find_unit_.run({serial}) ? find_unit_.count(0) : unit;
+    }
+
+    // The numbers of those runs that were not there.
+    std::map<std::string, std::int64_t> add_runs(const Report& report, std::int64_t unit) {
+        std::vector<Row> rows;
+        rows.reserve(report.runs.size());
+        for (const RunRecord& run : report.runs) {
+            Row& row = rows.emplace_back(run.row);
+            row[run_place("unit_no")] = unit;
+            row[run_place("report_path")] = report.path;
+            row[run_place("added_utc_s")] = now_;
+        }
+        std::map<std::string, std::int64_t> fresh;
+        to_.runs.write(rows, [&](const Statement& row) { fresh[row.text(0)] = row.count(1); });
+        return fresh;
     }
 
     bool is_known(const RunRecord& run) {
@@ -131,8 +104,16 @@ private:
                find_run_.text(0) == run.text(run_place("content_id"));
     }
 
-    static void add_parts(std::int64_t run_no, std::int64_t unit, const Report& report,
-                          const RunRecord& run, Parts& parts) {
+    Row conflict_of(const Report& report, const RunRecord& run) const {
+        Row row = same_columns(run.row, conflict_columns);
+        row[place_of(conflict_columns, "serial")] = report.serial;
+        row[place_of(conflict_columns, "report_path")] = report.path;
+        row[place_of(conflict_columns, "seen_utc_s")] = now_;
+        return row;
+    }
+
+    static void gather(std::int64_t run_no, std::int64_t unit, const Report& report,
+                       const RunRecord& run, Parts& parts) {
         const auto add = [&](const std::vector<Row>& rows, std::vector<Row>& to) {
             for (const Row& row : rows) {
                 to.emplace_back(row).front() = run_no;
@@ -171,12 +152,12 @@ void ReportStore::forget_connection() {
     writer_.reset();
 }
 
-StoreResult ReportStore::add(std::span<const Incoming> files, std::vector<Added>& added) {
+StoreResult ReportStore::add(const Incoming& file, Added& added) {
     return database_.transact([&](soci::session& session) {
         if (!writer_) {
             writer_ = std::make_unique<Writer>(session);
         }
-        writer_->add(files, added);
+        added = writer_->add(file);
     });
 }
 

@@ -7,7 +7,6 @@
 #include "store/database.hpp"
 
 #include <memory>
-#include <span>
 #include <string>
 #include <variant>
 
@@ -42,8 +41,9 @@ public:
     ReportStore(const ReportStore&) = delete;
     ReportStore& operator=(const ReportStore&) = delete;
 
-    /// Adds all of them, or none when the result is not good. `added` tells of each in turn.
-    StoreResult add(std::span<const Incoming> files, std::vector<Added>& added);
+    /// Adds the file in one transaction: all of it, or nothing when the result is not good. `added`
+    /// tells what became of it.
+    StoreResult add(const Incoming& file, Added& added);
 
     /// The same after the connection was made anew.
     void forget_connection();

@@ -1,13 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "store/table_writer.hpp"
 
+#include <algorithm>
 #include <utility>
 
 namespace wivex::line {
 
 namespace {
 
-constexpr auto row_counts = std::to_array<std::size_t>({32, 8, 1});
+constexpr std::size_t most_rows = 32;
 
 char letter_of(Kind kind) {
     return kind == Kind::text ? 't' : kind == Kind::figure ? 'f' : 'c';
@@ -55,19 +56,18 @@ Statement& TableWriter::statement_for(std::size_t rows) {
 
 void TableWriter::write(const std::vector<Row>& rows,
                         const std::function<void(const Statement&)>& each) {
-    std::size_t done = 0;
-    for (const std::size_t count : row_counts) {
-        for (; rows.size() - done >= count; done += count) {
-            Statement& statement = statement_for(count);
-            for (std::size_t i = 0; i < count; ++i) {
-                for (std::size_t column = 0; column < table_.columns.size(); ++column) {
-                    statement.set(i * table_.columns.size() + column, rows[done + i][column]);
-                }
-            }
-            for (bool row = statement.begin(); row; row = statement.next()) {
-                each(statement);
+    for (std::size_t done = 0; done < rows.size();) {
+        const std::size_t count = std::min(rows.size() - done, most_rows);
+        Statement& statement = statement_for(count);
+        for (std::size_t i = 0; i < count; ++i) {
+            for (std::size_t column = 0; column < table_.columns.size(); ++column) {
+                statement.set(i * table_.columns.size() + column, rows[done + i][column]);
             }
         }
+        for (bool row = statement.begin(); row; row = statement.next()) {
+            each(statement);
+        }
+        done += count;
     }
 }
 

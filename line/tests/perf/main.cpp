@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // wivex-line-perf DATABASE RUNS [DATABASE OF THE BARE LOOP]: how fast runs are added, beside a bare
-// loop that inserts the same rows into the same tables with the same library in transactions of the
-// same size; how long a page and a unit take afterwards; how much memory it all needs. The texts of
+// loop that inserts the same rows into the same tables with the same library, a transaction a
+// report; how long a page and a unit take afterwards; how much memory it all needs. The texts of
 // the reports are made outside of the time that counts. Processor time is that of this program.
 
 #include "made_factory.hpp"
@@ -24,8 +24,6 @@ namespace wivex::line {
 namespace {
 
 using Clock = std::chrono::steady_clock;
-
-constexpr std::size_t files_of_a_transaction = 100;
 
 double seconds_of(const timeval& time) {
     return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) / 1e6;
@@ -64,6 +62,13 @@ FactoryPlan plan_of(long runs) {
     return plan;
 }
 
+void require_good(const StoreResult& result) {
+    if (!result.good()) {
+        std::fprintf(stderr, "%s\n", result.words.c_str());
+        std::exit(1);
+    }
+}
+
 Report report_of(const WrittenReport& written, const std::string& text) {
     Report report;
     report.path = "/reports/" + written.serial + "/run.json";
@@ -87,12 +92,11 @@ std::int64_t add_all(Database& database, long runs, Stopwatch& all) {
     make_factory(plan_of(runs), [&](const WrittenReport& written, Moment) {
         const std::string text = written.text();
         all.count([&] {
-            Report report;
-            reading.count([&] { report = report_of(written, text); });
-            adding.take(std::move(report));
+            Incoming file;
+            reading.count([&] { file = report_of(written, text); });
+            require_good(adding.take(file) ? StoreResult{} : adding.result());
         });
     });
-    all.count([&] { adding.finish(); });
     const auto added = static_cast<std::int64_t>(adding.totals().runs);
     tell("added", added, all);
     tell("  reading", added, reading);
@@ -135,33 +139,20 @@ private:
 
 void bare_loop(Database& database, long runs, Stopwatch& all) {
     std::unique_ptr<BareLoop> loop;
-    std::vector<Report> held;
     std::int64_t done = 0;
-    const auto write = [&] {
+    make_factory(plan_of(runs), [&](const WrittenReport& written, Moment) {
+        const Report report = report_of(written, written.text());
         all.count([&] {
             const StoreResult result = database.transact([&](soci::session& session) {
                 if (!loop) {
                     loop = std::make_unique<BareLoop>(session);
                 }
-                for (const Report& report : held) {
-                    loop->add(report);
-                }
+                loop->add(report);
             });
-            if (!result.good()) {
-                std::fprintf(stderr, "%s\n", result.words.c_str());
-                std::exit(1);
-            }
+            require_good(result);
         });
-        done += static_cast<std::int64_t>(held.size());
-        held.clear();
-    };
-    make_factory(plan_of(runs), [&](const WrittenReport& written, Moment) {
-        held.push_back(report_of(written, written.text()));
-        if (held.size() == files_of_a_transaction) {
-            write();
-        }
+        ++done;
     });
-    write();
     tell("bare loop", done, all);
 }
 
@@ -182,10 +173,7 @@ void measure_unit(Database& database, long runs) {
 std::unique_ptr<Database> opened(const std::string& place) {
     std::unique_ptr<Database> database;
     const StoreResult result = Database::open(place, true, database);
-    if (!result.good()) {
-        std::fprintf(stderr, "%s\n", result.words.c_str());
-        std::exit(1);
-    }
+    require_good(result);
     return database;
 }
 
