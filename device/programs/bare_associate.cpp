@@ -13,6 +13,7 @@
 #include <time.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cstdio>
 #include <string>
@@ -50,21 +51,15 @@ bool set_network(const BareControl& commands, std::string_view ssid, std::string
         "pairwise CCMP",
         "psk \"" + std::string(passphrase) + "\"",
     }};
-    for (const std::string& field : fields) {
-        if (!commands.request("SET_NETWORK 0 " + field)) {
-            return false;
-        }
-    }
-    return true;
+    return std::ranges::all_of(fields, [&commands](const std::string& field) {
+        return commands.request("SET_NETWORK 0 " + field);
+    });
 }
 
 bool associate(std::string_view ssid, std::string_view passphrase) {
     walk_through_tmp();
-    BareControl commands;
-    BareControl events;
-    if (!commands.open(supplicant, 1) || !events.open(supplicant, 2)) {
-        return false;
-    }
+    const BareControl commands(supplicant, 1);
+    const BareControl events(supplicant, 2);
     nanosleep(&pause_before_attach, nullptr);
     return events.request("ATTACH") && commands.request("SCAN") &&
            events.await_event("CTRL-EVENT-SCAN-RESULTS") && commands.request("SCAN_RESULTS") &&

@@ -17,9 +17,9 @@ namespace {
 
 constexpr int reply_time_limit_ms = 10'000;
 
-bool wait_until_readable(int descriptor, int milliseconds) {
+void wait_until_readable(int descriptor, int milliseconds) {
     pollfd waiting{descriptor, POLLIN, 0};
-    return poll(&waiting, 1, milliseconds) >= 0;
+    poll(&waiting, 1, milliseconds);
 }
 
 int milliseconds_to_next_second() {
@@ -30,25 +30,25 @@ int milliseconds_to_next_second() {
 
 } // namespace
 
-BareControl::~BareControl() {
-    if (descriptor_ >= 0) {
-        close(descriptor_);
-        unlink(own_.data());
+BareControl::BareControl(std::string_view server, int number)
+    : own_("/tmp/bare-control-" + std::to_string(getpid()) + "-" + std::to_string(number)),
+      descriptor_(socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0)) {
+    const auto local = address_of(own_);
+    const auto remote = address_of(server);
+    if (!local || !remote ||
+        bind(descriptor_, reinterpret_cast<const sockaddr*>(&*local), sizeof(*local)) != 0 ||
+        connect(descriptor_, reinterpret_cast<const sockaddr*>(&*remote), sizeof(*remote)) != 0) {
+        std::perror("control socket");
     }
 }
 
-bool BareControl::open(std::string_view server, int number) {
-    std::snprintf(own_.data(), own_.size(), "/tmp/bare-control-%d-%d", getpid(), number);
-    const auto local = address_of(own_.data());
-    const auto remote = address_of(server);
-    descriptor_ = socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
-    return local && remote && descriptor_ >= 0 &&
-           bind(descriptor_, reinterpret_cast<const sockaddr*>(&*local), sizeof(*local)) == 0 &&
-           connect(descriptor_, reinterpret_cast<const sockaddr*>(&*remote), sizeof(*remote)) == 0;
+BareControl::~BareControl() {
+    unlink(own_.c_str());
+    close(descriptor_);
 }
 
 bool BareControl::request(std::string_view command) const {
-    std::array<char, longest_message> answer; // not cleared: nobody reads what did not come
+    static std::array<char, longest_message> answer;
     if (send(descriptor_, command.data(), command.size(), 0) < 0) {
         return false;
     }
@@ -62,14 +62,14 @@ bool BareControl::request(std::string_view command) const {
 }
 
 bool BareControl::await_event(std::string_view text) const {
-    std::array<char, longest_message> event;
+    static std::array<char, longest_message> event;
     while (true) {
         const ssize_t length = recv(descriptor_, event.data(), event.size(), 0);
+        if (length < 0 && errno != EAGAIN) {
+            return false;
+        }
         if (length < 0) {
-            if (errno != EAGAIN ||
-                !wait_until_readable(descriptor_, milliseconds_to_next_second())) {
-                return false;
-            }
+            wait_until_readable(descriptor_, milliseconds_to_next_second());
         } else if (std::string_view(event.data(), static_cast<std::size_t>(length)).find(text) !=
                    std::string_view::npos) {
             return true;

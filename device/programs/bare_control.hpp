@@ -2,18 +2,18 @@
 // A client of a control socket that makes the system calls and nothing else.
 #pragma once
 
-#include <array>
+#include <string>
 #include <string_view>
 
 class BareControl {
 public:
-    BareControl() = default;
+    // Binds to /tmp/bare-control-PROCESS-NUMBER and connects to the socket at the path `server`.
+    // When either cannot be done, no request succeeds.
+    BareControl(std::string_view server, int number);
     BareControl(const BareControl&) = delete;
     BareControl& operator=(const BareControl&) = delete;
     ~BareControl();
 
-    // Binds to /tmp/bare-control-PROCESS-NUMBER and connects. False when either cannot be done.
-    bool open(std::string_view server, int number);
     // Sends a command and waits for its answer. False when there is none, or one that begins with
     // "FAIL".
     bool request(std::string_view command) const;
@@ -22,6 +22,6 @@ public:
     bool await_event(std::string_view text) const;
 
 private:
-    int descriptor_ = -1;
-    std::array<char, 64> own_{};
+    std::string own_;
+    int descriptor_;
 };

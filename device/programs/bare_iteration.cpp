@@ -14,7 +14,7 @@ namespace {
 constexpr timespec pause_length{2, 0};
 
 bool read_once(const char* path) {
-    std::array<char, 4096> buffer;
+    static std::array<char, 4096> buffer;
     const int file = open(path, O_RDONLY | O_CLOEXEC);
     const ssize_t length = read(file, buffer.data(), buffer.size());
     close(file);

@@ -5,9 +5,6 @@
 #include "bare_control.hpp"
 
 int main(int argc, char** argv) {
-    BareControl events;
-    if (argc != 2 || !events.open(argv[1], 1) || !events.request("ATTACH")) {
-        return 1;
-    }
-    return events.await_event("NEVER") ? 0 : 1;
+    const BareControl events(argc == 2 ? argv[1] : "", 1);
+    return events.request("ATTACH") && events.await_event("NEVER") ? 0 : 1;
 }
