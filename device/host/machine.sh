@@ -132,8 +132,7 @@ add_overlay() {
     cp device/guest/inittab "$root/etc/inittab"
     cp device/guest/udhcpc.script "$root/etc/udhcpc/default.script"
     cp -r device/guest/start device/guest/main device/guest/run-tool device/guest/run-suite \
-        device/guest/run-counts \
-        device/guest/lib device/scenarios examples "$root/device/"
+        device/guest/run-counts device/guest/lib device/scenarios examples "$root/device/"
     cp "out/$arch/drivers"/*.ko "$root/device/drivers/"
     cp "$config" "$root/device/wivex.cfg"
     cp "$1" "$root/device/job"
