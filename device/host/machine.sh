@@ -7,7 +7,8 @@
 # came_through OUT           true when the device got to its end and its job succeeded.
 # Set before boot_device: work (a scratch folder; the file "pid" there holds the number of the emulator's
 # process), processor (emulated, counted or kvm), time_limit (seconds, may be unset), config (the tool's
-# configuration), station (that of station.sh, may be unset).
+# configuration), station (that of station.sh, may be unset), counters (yes, may be unset: the kernel can count
+# the instructions of a counted ARM processor, and has the same chance numbers at each boot).
 # The device's console is its standard input and output.
 
 prepare_device() {
@@ -30,8 +31,9 @@ boot_device() (
     rm -f "$3/finished"
     limit=
     [ -z "${time_limit:-}" ] || limit="timeout $time_limit"
+    counting=$(counters_of_processor) || exit
     # shellcheck disable=SC2046
-    $limit $(machine) $(accelerator) -m 1024 $(hardware) \
+    $limit $(machine) $(accelerator) -m 1024 $(hardware) $counting \
         -pidfile "$work/pid" -nodefaults -display none -no-reboot \
         -chardev stdio,id=console,signal="$(console_signals)" -serial chardev:console \
         -kernel "out/$arch/kernel" -initrd "$work/$arch.initrd" \
@@ -71,6 +73,22 @@ accelerator() {
     esac
 }
 
+# The emulated processor can count, but the emulator does not tell the kernel so: it describes the machine without
+# what the kernel has to know of the counters. This is added: their kind, and the interrupt that they make.
+# Prints the emulator's options for that.
+counters_of_processor() {
+    [ -n "${counters:-}" ] || return 0
+    tree=$work/$arch.device-tree
+    if $(machine) -machine dumpdtb="$tree" $(accelerator) -m 1024 -nodefaults -display none 2>"$tree.log" &&
+        fdtput -t s "$tree" /pmu compatible arm,cortex-a15-pmu &&
+        fdtput -t x "$tree" /pmu interrupts 1 7 104; then
+        echo "-seed 1 -dtb $tree"
+    else
+        cat "$tree.log" >&2
+        return 1
+    fi
+}
+
 # What stands beside the device and is not part of it.
 hardware() {
     if [ -n "${station:-}" ]; then station_hardware; else echo -monitor none; fi
@@ -107,13 +125,14 @@ add_overlay() {
     mkdir -p "$root/etc/udhcpc" "$root/usr/bin" "$root/device/drivers"
     cp "$programs/wivex" "$programs/wivex-static" "$programs/wivex-doctor" "$root/usr/bin/"
     [ "$arch" != x86_64 ] || cp out/i386/wivex-static "$root/usr/bin/wivex-32-bit"
-    for program in as-kernel-3-2 ask-driver control-script go-between move-radio; do
+    for program in as-kernel-3-2 ask-driver bare-associate bare-scan bare-wait control-script \
+        count-instructions go-between move-radio silent-supplicant; do
         cp "$programs/build/device/$program" "$root/usr/bin/"
     done
     cp device/guest/inittab "$root/etc/inittab"
     cp device/guest/udhcpc.script "$root/etc/udhcpc/default.script"
     cp -r device/guest/start device/guest/main device/guest/run-tool device/guest/run-suite \
-        device/guest/lib device/scenarios examples "$root/device/"
+        device/guest/run-counts device/guest/lib device/scenarios examples "$root/device/"
     cp "out/$arch/drivers"/*.ko "$root/device/drivers/"
     cp "$config" "$root/device/wivex.cfg"
     cp "$1" "$root/device/job"
