@@ -123,10 +123,7 @@ std::size_t ConsoleStream::write_directly(std::string_view text) {
     if (written > 0) {
         last_progress_ms = now_ms();
     }
-    if (written >= 0) {
-        return static_cast<std::size_t>(written);
-    }
-    return stalled_ ? 0 : text.size();
+    return stalled_ ? static_cast<std::size_t>(std::max<ssize_t>(written, 0)) : text.size();
 }
 
 std::size_t ConsoleStream::write_some(std::string_view text, Waiting waiting) {

@@ -272,8 +272,8 @@ TEST_P(TooLongLine, is_cut_behind_511_characters_and_reported_with_its_number) {
     EXPECT_EQ(read("psk=before\n\nssid=" + value + "\npsk=after\n"), 1);
     EXPECT_EQ(config_.ssid, std::string(511 - 5, 'v'));
     EXPECT_EQ(config_.psk, "after");
-    EXPECT_THAT(err_, HasSubstr("3"));
-    EXPECT_THAT(err_, Not(HasSubstr("vvv")));
+    EXPECT_EQ(err_,
+              "[WIFI]" + path_ + ":3: line is longer than 511 characters, the rest is skipped\n");
 }
 
 TEST_P(TooLongLine, is_no_harm_as_the_last_line_without_newline) {
@@ -281,7 +281,8 @@ TEST_P(TooLongLine, is_no_harm_as_the_last_line_without_newline) {
     EXPECT_EQ(read("psk=before\nssid=" + value), 1);
     EXPECT_EQ(config_.ssid, std::string(511 - 5, 'v'));
     EXPECT_EQ(config_.psk, "before");
-    EXPECT_THAT(err_, HasSubstr("2"));
+    EXPECT_EQ(err_,
+              "[WIFI]" + path_ + ":2: line is longer than 511 characters, the rest is skipped\n");
 }
 
 INSTANTIATE_TEST_SUITE_P(Lengths, TooLongLine, Values(512, 513, 1022, 1023, 1024, 1535, 100000),
