@@ -41,6 +41,20 @@ TEST_F(Store, takes_the_same_run_only_once) {
     EXPECT_EQ(count("units"), 1);
 }
 
+TEST_F(Store, takes_a_report_of_many_runs_whole) {
+    nlohmann::ordered_json report = WrittenReport{}.json();
+    const nlohmann::ordered_json run = report["runs"][0];
+    for (int i = 1; i < 70; ++i) {
+        report["runs"].push_back(run);
+        report["runs"].back()["id"] = std::string(29, 'b') + std::to_string(100 + i);
+    }
+    const AddTotals added = add_files(*database_, {scratch_.write("many/run.json", report.dump())});
+    EXPECT_EQ(added.runs, 70U);
+    EXPECT_EQ(added.refused, 0U);
+    EXPECT_EQ(count("runs"), 70);
+    EXPECT_EQ(count("unit_macs"), 1);
+}
+
 TEST_F(Store, keeps_the_same_run_with_other_content_as_a_conflict) {
     const std::string id(32, 'a');
     add({.id = id});
