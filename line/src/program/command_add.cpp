@@ -10,6 +10,7 @@
 
 namespace wivex::line {
 
+namespace add_parts {
 namespace {
 
 struct Options {
@@ -116,7 +117,8 @@ std::function<int()> declare(CLI::App& app, const Context& context) {
 }
 
 } // namespace
+} // namespace add_parts
 
-const Command add_command{"add", "Add reports to the database", declare};
+const Command add_command{"add", "Add reports to the database", add_parts::declare};
 
 } // namespace wivex::line

@@ -7,6 +7,7 @@
 
 namespace wivex::line {
 
+namespace check_parts {
 namespace {
 
 constexpr std::size_t most_units = 100'000;
@@ -121,8 +122,9 @@ std::function<int()> declare(CLI::App& app, const Context& context) {
 }
 
 } // namespace
+} // namespace check_parts
 
 const Command check_command{"check", "Check the line; exit with 1 when something is not as wanted",
-                            declare};
+                            check_parts::declare};
 
 } // namespace wivex::line

@@ -8,6 +8,7 @@
 
 namespace wivex::line {
 
+namespace export_parts {
 namespace {
 
 struct Options {
@@ -60,7 +61,9 @@ std::function<int()> declare(CLI::App& app, const Context& context) {
 }
 
 } // namespace
+} // namespace export_parts
 
-const Command export_command{"export", "Write a table or view as CSV or JSON", declare};
+const Command export_command{"export", "Write a table or view as CSV or JSON",
+                             export_parts::declare};
 
 } // namespace wivex::line

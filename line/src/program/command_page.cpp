@@ -7,6 +7,7 @@
 
 namespace wivex::line {
 
+namespace page_parts {
 namespace {
 
 struct Options {
@@ -49,7 +50,8 @@ std::function<int()> declare(CLI::App& app, const Context& context) {
 }
 
 } // namespace
+} // namespace page_parts
 
-const Command page_command{"page", "Write the pages of the line", declare};
+const Command page_command{"page", "Write the pages of the line", page_parts::declare};
 
 } // namespace wivex::line

@@ -8,6 +8,7 @@
 
 namespace wivex::line {
 
+namespace prune_parts {
 namespace {
 
 int run(std::int64_t days, const Context& context) {
@@ -37,7 +38,9 @@ std::function<int()> declare(CLI::App& app, const Context& context) {
 }
 
 } // namespace
+} // namespace prune_parts
 
-const Command prune_command{"prune", "Forget the details of old runs, never their counts", declare};
+const Command prune_command{"prune", "Forget the details of old runs, never their counts",
+                            prune_parts::declare};
 
 } // namespace wivex::line

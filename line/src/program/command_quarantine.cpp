@@ -10,6 +10,7 @@
 
 namespace wivex::line {
 
+namespace quarantine_parts {
 namespace {
 
 struct Options {
@@ -102,8 +103,9 @@ std::function<int()> declare(CLI::App& app, const Context& context) {
 }
 
 } // namespace
+} // namespace quarantine_parts
 
 const Command quarantine_command{"quarantine", "List the files that were refused, or take one back",
-                                 declare};
+                                 quarantine_parts::declare};
 
 } // namespace wivex::line

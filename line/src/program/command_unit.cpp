@@ -9,6 +9,7 @@
 
 namespace wivex::line {
 
+namespace unit_parts {
 namespace {
 
 int run(const std::string& name, const Context& context) {
@@ -49,7 +50,8 @@ std::function<int()> declare(CLI::App& app, const Context& context) {
 }
 
 } // namespace
+} // namespace unit_parts
 
-const Command unit_command{"unit", "Tell everything about one unit", declare};
+const Command unit_command{"unit", "Tell everything about one unit", unit_parts::declare};
 
 } // namespace wivex::line
