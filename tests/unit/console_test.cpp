@@ -174,13 +174,13 @@ TEST(Console, drops_text_that_its_file_does_not_take) {
 }
 
 /// How a child ends that prints into a pipe which nobody reads, when it is interrupted.
-int interrupted_while_nobody_reads(void (*handler)(int), milliseconds limit) {
+int interrupted_while_nobody_reads(void (*handler)(int), milliseconds longest) {
     const Pipe pipe;
     const auto print = [&pipe] {
         ::dup2(pipe.writer(), STDOUT_FILENO);
         print_a_megabyte();
     };
-    return end_of_interrupted(SIGINT, print, handler, limit);
+    return end_of_interrupted(SIGINT, print, handler, longest);
 }
 
 TEST(Console, lets_an_interrupt_in_while_nobody_reads) {

@@ -25,9 +25,9 @@ protected:
 
     /// A listing of so many bytes that names the access point last.
     static std::string listing_of(std::size_t length) {
-        const std::string header = "bssid / frequency / signal level / flags / ssid\n";
+        const std::string heading = "bssid / frequency / signal level / flags / ssid\n";
         const std::string last = "02:01\t2412\t-40\t[WPA2-PSK-CCMP]\thome\n";
-        std::string text = header;
+        std::string text = heading;
         while (text.size() + last.size() < length) {
             const std::size_t left = length - text.size() - last.size();
             text += std::string(std::min<std::size_t>(left, 100) - 1, 'x') + "\n";

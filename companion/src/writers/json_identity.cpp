@@ -3,22 +3,21 @@
 
 #include "model/identity.hpp"
 #include "model/run_id.hpp"
+#include "writers/json_figures.hpp"
 
 namespace wivex::report {
 
 namespace {
-
-using Json = nlohmann::ordered_json;
-
-Json text_or_null(const std::string& text) {
-    return text.empty() ? Json(nullptr) : Json(text);
-}
 
 Json moment(const std::optional<Instant>& instant) {
     return text_or_null(instant ? rfc3339(*instant) : "");
 }
 
 } // namespace
+
+Json text_or_null(const std::string& text) {
+    return text.empty() ? Json(nullptr) : Json(text);
+}
 
 Json json_identity(const Log& log) {
     const Identity& identity = log.identity;

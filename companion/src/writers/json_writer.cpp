@@ -16,10 +16,6 @@ namespace wivex::report {
 
 namespace {
 
-Json text_or_null(const std::string& text) {
-    return text.empty() ? Json(nullptr) : Json(text);
-}
-
 // Of a number that is never 0 when it is known.
 Json count_or_null(int value) {
     return value == 0 ? Json(nullptr) : Json(value);
@@ -179,7 +175,7 @@ Json access_points(const Run& run) {
     return list;
 }
 
-Json left_out(const Log& log) {
+Json dropped_verdicts(const Log& log) {
     Json object = Json::object();
     for (std::size_t i = 0; i < run_verdict_count; ++i) {
         object[std::string(name_of(static_cast<RunVerdict>(i)))] = log.dropped_verdicts.at(i);
@@ -250,7 +246,7 @@ std::string write_json(const Log& log) {
         {"limits", limits_json(limits)},
         {"limits_verdict", limits_verdict_json(limits)},
         {"runs_left_out", log.dropped_runs},
-        {"runs_left_out_verdicts", left_out(log)},
+        {"runs_left_out_verdicts", dropped_verdicts(log)},
         {"runs", std::move(runs)}};
     return document.dump(1, ' ', false, nlohmann::detail::error_handler_t::replace) + "\n";
 }

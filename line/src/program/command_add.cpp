@@ -12,7 +12,7 @@ namespace wivex::line {
 
 namespace {
 
-struct Options {
+struct AddOptions {
     std::vector<std::string> places;
     int patience = 30;
     bool verbose = false;
@@ -61,7 +61,7 @@ void print_totals(const AddTotals& totals) {
     std::printf("\n");
 }
 
-int run(const Options& options, const Context& context) {
+int run_add(const AddOptions& options, const Context& context) {
     for (const std::string& place : options.places) {
         std::error_code error;
         if (!std::filesystem::exists(place, error)) {
@@ -101,8 +101,8 @@ int run(const Options& options, const Context& context) {
     return clean ? exit_status::done : exit_status::attention;
 }
 
-std::function<int()> declare(CLI::App& app, const Context& context) {
-    const auto options = std::make_shared<Options>();
+std::function<int()> declare_add(CLI::App& app, const Context& context) {
+    const auto options = std::make_shared<AddOptions>();
     app.add_option("place", options->places, "A run.json, or a folder: every run.json below it.")
         ->type_name("PLACE")
         ->required();
@@ -111,11 +111,11 @@ std::function<int()> declare(CLI::App& app, const Context& context) {
         ->capture_default_str()
         ->check(CLI::Range(0, 86400));
     app.add_flag("--verbose", options->verbose, "Tell of each report when it is safe.");
-    return [options, &context] { return run(*options, context); };
+    return [options, &context] { return run_add(*options, context); };
 }
 
 } // namespace
 
-const Command add_command{"add", "Add reports to the database", declare};
+const Command add_command{"add", "Add reports to the database", declare_add};
 
 } // namespace wivex::line

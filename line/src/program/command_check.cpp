@@ -11,7 +11,7 @@ namespace {
 
 constexpr std::size_t most_units = 100'000;
 
-struct Options {
+struct CheckOptions {
     std::size_t last = 100;
     double yield = 0;
     bool stations = false;
@@ -26,7 +26,7 @@ bool tell(bool good, const std::string& words) {
     return good;
 }
 
-bool check_yield(const Factory& factory, const Options& options) {
+bool check_yield(const Factory& factory, const CheckOptions& options) {
     const Share share = factory.newest_first(options.last);
     const std::string words =
         "first-pass yield of the last " +
@@ -54,7 +54,7 @@ bool check_stations(const Factory& factory) {
     return good ? tell(true, "no station deviates") : false;
 }
 
-bool check_silence(const std::optional<Moment>& newest, Moment now, const Options& options) {
+bool check_silence(const std::optional<Moment>& newest, Moment now, const CheckOptions& options) {
     if (!newest) {
         return tell(false, "last run: none with a date");
     }
@@ -63,7 +63,7 @@ bool check_silence(const std::optional<Moment>& newest, Moment now, const Option
                     " ago, at most " + options.silent + " wanted");
 }
 
-int run(const Options& options, const Context& context) {
+int run_check(const CheckOptions& options, const Context& context) {
     const Moment now = moment_at(options.at);
     const std::unique_ptr<Database> database = opened(context, false);
     if (!database) {
@@ -93,8 +93,8 @@ int run(const Options& options, const Context& context) {
     return good ? exit_status::done : exit_status::attention;
 }
 
-std::function<int()> declare(CLI::App& app, const Context& context) {
-    const auto options = std::make_shared<Options>();
+std::function<int()> declare_check(CLI::App& app, const Context& context) {
+    const auto options = std::make_shared<CheckOptions>();
     app.add_option("--yield", options->yield,
                    "The first-pass yield of the last units is at least this.")
         ->type_name("PERCENT")
@@ -116,13 +116,13 @@ std::function<int()> declare(CLI::App& app, const Context& context) {
             return complain(exit_status::usage,
                             "nothing to check: give --yield, --stations or --silent");
         }
-        return run(*options, context);
+        return run_check(*options, context);
     };
 }
 
 } // namespace
 
 const Command check_command{"check", "Check the line; exit with 1 when something is not as wanted",
-                            declare};
+                            declare_check};
 
 } // namespace wivex::line

@@ -10,7 +10,7 @@ namespace wivex::line {
 
 namespace {
 
-struct Options {
+struct ExportOptions {
     std::string table;
     std::string format = "csv";
 };
@@ -19,7 +19,7 @@ bool put(const std::string& text) {
     return std::fputs(text.c_str(), stdout) >= 0;
 }
 
-int run(const Options& options, const Context& context) {
+int run_export(const ExportOptions& options, const Context& context) {
     const std::unique_ptr<Database> database = opened(context, false);
     if (!database) {
         return exit_status::failed;
@@ -48,19 +48,19 @@ int run(const Options& options, const Context& context) {
                    : complain(exit_status::failed, "standard output could not be written");
 }
 
-std::function<int()> declare(CLI::App& app, const Context& context) {
-    const auto options = std::make_shared<Options>();
+std::function<int()> declare_export(CLI::App& app, const Context& context) {
+    const auto options = std::make_shared<ExportOptions>();
     app.add_option("table", options->table, "A table or view.")
         ->required()
         ->check(CLI::IsMember(exported_tables()));
     app.add_option("--format", options->format, "The form of the rows.")
         ->check(CLI::IsMember(std::vector<std::string>{"csv", "json"}))
         ->capture_default_str();
-    return [options, &context] { return run(*options, context); };
+    return [options, &context] { return run_export(*options, context); };
 }
 
 } // namespace
 
-const Command export_command{"export", "Write a table or view as CSV or JSON", declare};
+const Command export_command{"export", "Write a table or view as CSV or JSON", declare_export};
 
 } // namespace wivex::line

@@ -9,12 +9,12 @@ namespace wivex::line {
 
 namespace {
 
-struct Options {
+struct PageOptions {
     SiteOptions site;
     std::string at;
 };
 
-int run(Options options, const Context& context) {
+int run_page(PageOptions options, const Context& context) {
     options.site.now = moment_at(options.at);
     const std::unique_ptr<Database> database = opened(context, false);
     if (!database) {
@@ -33,8 +33,8 @@ int run(Options options, const Context& context) {
     return exit_status::done;
 }
 
-std::function<int()> declare(CLI::App& app, const Context& context) {
-    const auto options = std::make_shared<Options>();
+std::function<int()> declare_page(CLI::App& app, const Context& context) {
+    const auto options = std::make_shared<PageOptions>();
     app.add_option("--out", options->site.out, "The folder of the pages; made when it is missing.")
         ->type_name("DIR")
         ->required();
@@ -45,11 +45,11 @@ std::function<int()> declare(CLI::App& app, const Context& context) {
         ->capture_default_str()
         ->check(CLI::Range(1, 100000));
     declare_at(app, options->at);
-    return [options, &context] { return run(*options, context); };
+    return [options, &context] { return run_page(*options, context); };
 }
 
 } // namespace
 
-const Command page_command{"page", "Write the pages of the line", declare};
+const Command page_command{"page", "Write the pages of the line", declare_page};
 
 } // namespace wivex::line

@@ -10,7 +10,7 @@ namespace wivex::line {
 
 namespace {
 
-int run(std::int64_t days, const Context& context) {
+int run_prune(std::int64_t days, const Context& context) {
     const std::unique_ptr<Database> database = opened(context, false);
     if (!database) {
         return exit_status::failed;
@@ -27,17 +27,18 @@ int run(std::int64_t days, const Context& context) {
     return exit_status::done;
 }
 
-std::function<int()> declare(CLI::App& app, const Context& context) {
+std::function<int()> declare_prune(CLI::App& app, const Context& context) {
     const auto days = std::make_shared<std::int64_t>(0);
     app.add_option("--older-than", *days, "Forget the details of runs older than this.")
         ->type_name("DAYS")
         ->required()
         ->check(CLI::Range(1, 36500));
-    return [days, &context] { return run(*days, context); };
+    return [days, &context] { return run_prune(*days, context); };
 }
 
 } // namespace
 
-const Command prune_command{"prune", "Forget the details of old runs, never their counts", declare};
+const Command prune_command{"prune", "Forget the details of old runs, never their counts",
+                            declare_prune};
 
 } // namespace wivex::line

@@ -12,7 +12,7 @@ namespace wivex::line {
 
 namespace {
 
-struct Options {
+struct QuarantineOptions {
     std::int64_t number = 0;
     std::string serial;
     bool all = false;
@@ -30,7 +30,7 @@ void print_file(const QuarantinedFile& file) {
                 state.c_str());
 }
 
-int list(const Options& options, const Context& context, Database& database) {
+int list(const QuarantineOptions& options, const Context& context, Database& database) {
     std::uint64_t files = 0;
     const StoreResult result =
         list_quarantine(database, options.all, [&](const QuarantinedFile& file) {
@@ -44,7 +44,7 @@ int list(const Options& options, const Context& context, Database& database) {
     return exit_status::done;
 }
 
-int take_back(const Options& options, const Context& context, Database& database) {
+int take_back(const QuarantineOptions& options, const Context& context, Database& database) {
     const std::string problem = objection_to_serial(options.serial);
     if (!problem.empty()) {
         return complain(exit_status::usage, "--serial: " + problem);
@@ -78,8 +78,8 @@ int take_back(const Options& options, const Context& context, Database& database
     return added.conflicts == 0 ? exit_status::done : exit_status::attention;
 }
 
-std::function<int()> declare(CLI::App& app, const Context& context) {
-    const auto options = std::make_shared<Options>();
+std::function<int()> declare_quarantine(CLI::App& app, const Context& context) {
+    const auto options = std::make_shared<QuarantineOptions>();
     CLI::Option* const take =
         app.add_option("--take", options->number, "Take back the file of this number.")
             ->type_name("NUMBER")
@@ -103,6 +103,6 @@ std::function<int()> declare(CLI::App& app, const Context& context) {
 } // namespace
 
 const Command quarantine_command{"quarantine", "List the files that were refused, or take one back",
-                                 declare};
+                                 declare_quarantine};
 
 } // namespace wivex::line

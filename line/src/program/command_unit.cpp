@@ -11,7 +11,7 @@ namespace wivex::line {
 
 namespace {
 
-int run(const std::string& name, const Context& context) {
+int run_unit(const std::string& name, const Context& context) {
     const std::unique_ptr<Database> database = opened(context, false);
     if (!database) {
         return exit_status::failed;
@@ -40,16 +40,16 @@ int run(const std::string& name, const Context& context) {
                          : exit_status::done;
 }
 
-std::function<int()> declare(CLI::App& app, const Context& context) {
+std::function<int()> declare_unit(CLI::App& app, const Context& context) {
     const auto name = std::make_shared<std::string>();
     app.add_option("unit", *name, "A serial number or a MAC address.")
         ->type_name("SERIAL")
         ->required();
-    return [name, &context] { return run(*name, context); };
+    return [name, &context] { return run_unit(*name, context); };
 }
 
 } // namespace
 
-const Command unit_command{"unit", "Tell everything about one unit", declare};
+const Command unit_command{"unit", "Tell everything about one unit", declare_unit};
 
 } // namespace wivex::line
