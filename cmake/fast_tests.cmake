@@ -1,10 +1,20 @@
 # SPDX-License-Identifier: Apache-2.0
-# wivex_fast_tests(TARGET): with WIVEX_FAST_TESTS the compiler takes less pains with this test program,
-# which runs for moments, and the headers of the test framework are compiled once for all of them. The
-# files still include what they use; other builds do without. A compiler that is launched through a cache
-# includes the headers each time: the cache would not know such files again.
+# With WIVEX_FAST_TESTS the compiler takes less pains with what is built to be tested and runs for moments.
+# wivex_fast_folder(): so it does with all targets of this folder and of those below it. The tool and what
+# else runs on the device are built as they are shipped. The build that changes sources one by one takes the
+# least pains with all of them.
+# wivex_fast_tests(TARGET): so it does with this test program, and the headers of the test framework are
+# compiled once for all of them. The files still include what they use; other builds do without. A compiler
+# that is launched through a cache includes the headers each time: the cache would not know such files
+# again.
 
 option(WIVEX_FAST_TESTS "Compile the tests quickly, and the headers of their framework once" OFF)
+
+macro(wivex_fast_folder)
+  if(WIVEX_FAST_TESTS AND NOT WIVEX_MUTANTS)
+    add_compile_options(-Og)
+  endif()
+endmacro()
 
 function(wivex_fast_tests target)
   if(WIVEX_FAST_TESTS)

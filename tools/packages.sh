@@ -26,14 +26,18 @@ need_packages() {
     done
     [ -n "$missing" ] || return 0
 
-    echo "Installing:$missing" >&2
-    refresh_index
-    # shellcheck disable=SC2086
-    if ! as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends \
-        $missing >&2 </dev/null; then
+    # One command at a time installs: several can run side by side.
+    (
+        flock 9
+        echo "Installing:$missing" >&2
+        refresh_index
+        # shellcheck disable=SC2086
+        as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends \
+            $missing >&2 </dev/null
+    ) 9<tools/packages.sh || {
         echo "Cannot install:$missing" >&2
         exit 1
-    fi
+    }
 }
 
 build_packages='g++ cmake make pkg-config libnl-3-dev libnl-genl-3-dev'

@@ -44,6 +44,10 @@ void add_worst(Json& list, const Run& run, std::string_view figure, const WorstL
 
 } // namespace
 
+Json text_or_null(const std::string& text) {
+    return text.empty() ? Json(nullptr) : Json(text);
+}
+
 Json number_or_null(double value) {
     return std::isnan(value) ? Json(nullptr) : Json(rounded(value));
 }

@@ -5,11 +5,15 @@
 #include "model/run.hpp"
 
 #include <nlohmann/json.hpp>
+#include <string>
 #include <vector>
 
 namespace wivex::report {
 
 using Json = nlohmann::ordered_json;
+
+/// Null when it is empty.
+Json text_or_null(const std::string& text);
 
 /// Null when it is not a number.
 Json number_or_null(double value);

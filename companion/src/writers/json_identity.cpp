@@ -15,10 +15,6 @@ Json moment(const std::optional<Instant>& instant) {
 
 } // namespace
 
-Json text_or_null(const std::string& text) {
-    return text.empty() ? Json(nullptr) : Json(text);
-}
-
 Json json_identity(const Log& log) {
     const Identity& identity = log.identity;
     Json object = Json::object();

@@ -8,9 +8,6 @@
 
 namespace wivex::report {
 
-/// Null when it is empty.
-nlohmann::ordered_json text_or_null(const std::string& text);
-
 /// The member `identity` of the document.
 nlohmann::ordered_json json_identity(const Log& log);
 

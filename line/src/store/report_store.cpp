@@ -75,13 +75,16 @@ private:
     }
 
     std::int64_t unit_of(const std::string& serial) {
-        std::int64_t unit = 0;
         if (find_unit_.run({serial})) {
             return find_unit_.count(0);
         }
+        std::int64_t unit = 0;
         to_.units.write({{serial}}, [&](const Statement& row) { unit = row.count(1); });
-        // Another adder may have made it in between.
-        return unit == 0 && find_unit_.run({serial}) ? find_unit_.count(0) : unit;
+        if (unit != 0) {
+            return unit;
+        }
+        // Another adder has made it in between.
+        return find_unit_.run({serial}) ? find_unit_.count(0) : 0;
     }
 
     // The numbers of those runs that were not there.
