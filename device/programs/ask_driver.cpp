@@ -42,6 +42,18 @@ struct VariableRecord {
 
 using Buffer = std::array<std::uint8_t, 128>;
 
+// What stands between the members is shown too, so it is zero.
+VariableRecord record_of(std::uint32_t command, std::uint32_t length, std::uint8_t set,
+                         std::uint32_t magic = 0) {
+    VariableRecord record{};
+    std::memset(&record, 0, sizeof(record));
+    record.command = command;
+    record.length = length;
+    record.set = set;
+    record.magic = magic;
+    return record;
+}
+
 int request_socket() {
     static const int fd = socket(AF_INET, SOCK_DGRAM, 0);
     return fd;
@@ -109,7 +121,7 @@ void ask_variable(const char* title, VariableRecord record, std::string_view tex
 void ask_without_record() {
     auto request = request_to<ifreq>("wlan0");
     ask("no record", SIOCDEVPRIVATE, request);
-    VariableRecord record{get_variable, nullptr, 14, 0, 0, 0, 0};
+    VariableRecord record = record_of(get_variable, 14, 0);
     request.ifr_data = reinterpret_cast<char*>(&record);
     ask("no buffer", SIOCDEVPRIVATE, request);
 }
@@ -123,9 +135,9 @@ void ask_address(std::string_view interface) {
 
 void ask_variables() {
     using namespace std::string_view_literals;
-    const VariableRecord address{get_variable, nullptr, 14, 0, 0, 0, 0};
-    const VariableRecord mode{set_variable, nullptr, 17, 1, 0, 0, 0};
-    const VariableRecord transfer{set_driver_variable, nullptr, 25, 1, 0, 0, driver_magic};
+    const VariableRecord address = record_of(get_variable, 14, 0);
+    const VariableRecord mode = record_of(set_variable, 17, 1);
+    const VariableRecord transfer = record_of(set_driver_variable, 25, 1, driver_magic);
     constexpr auto address_text = "cur_etheraddr\0"sv;
     constexpr auto mode_text = "bus:loopback\0\1\0\0\0"sv;
     constexpr auto transfer_text = "usb_lb_txfer\0\0\2\0\0\12\0\0\0\377\377\377\377"sv;

@@ -1,9 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "bare_control.hpp"
 
-#include "control_socket.hpp"
-
-#include <fcntl.h>
 #include <poll.h>
 #include <sys/socket.h>
 #include <time.h>
@@ -12,6 +9,7 @@
 #include <array>
 #include <cerrno>
 #include <cstdio>
+#include <optional>
 
 namespace {
 
@@ -22,6 +20,16 @@ void wait_until_readable(int descriptor, int milliseconds) {
     poll(&waiting, 1, milliseconds);
 }
 
+// What has come, into a place that is never cleared; nothing, and errno tells why.
+std::optional<std::string_view> receive(const ControlSocket& socket) {
+    static std::array<char, longest_message> message;
+    const ssize_t length = recv(socket.descriptor(), message.data(), message.size(), MSG_DONTWAIT);
+    if (length < 0) {
+        return std::nullopt;
+    }
+    return std::string_view(message.data(), static_cast<std::size_t>(length));
+}
+
 int milliseconds_to_next_second() {
     timespec now{};
     clock_gettime(CLOCK_REALTIME, &now);
@@ -30,48 +38,35 @@ int milliseconds_to_next_second() {
 
 } // namespace
 
-BareControl::BareControl(std::string_view server, int number)
-    : own_("/tmp/bare-control-" + std::to_string(getpid()) + "-" + std::to_string(number)),
-      descriptor_(socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0)) {
-    const auto local = address_of(own_);
-    const auto remote = address_of(server);
-    if (!local || !remote ||
-        bind(descriptor_, reinterpret_cast<const sockaddr*>(&*local), sizeof(*local)) != 0 ||
-        connect(descriptor_, reinterpret_cast<const sockaddr*>(&*remote), sizeof(*remote)) != 0) {
+BareControl::BareControl(std::string_view server, int number) {
+    const std::string own =
+        "/tmp/bare-control-" + std::to_string(getpid()) + "-" + std::to_string(number);
+    if (!socket_.open(server, own)) {
         std::perror("control socket");
     }
 }
 
-BareControl::~BareControl() {
-    unlink(own_.c_str());
-    close(descriptor_);
-}
-
 bool BareControl::request(std::string_view command) const {
-    static std::array<char, longest_message> answer;
-    if (send(descriptor_, command.data(), command.size(), 0) < 0) {
+    if (!socket_.send(command)) {
         return false;
     }
-    ssize_t length = 0;
+    std::optional<std::string_view> answer;
     do {
-        wait_until_readable(descriptor_, reply_time_limit_ms);
-        length = recv(descriptor_, answer.data(), answer.size(), 0);
-    } while (length > 0 && answer[0] == '<');
-    return length > 0 &&
-           !std::string_view(answer.data(), static_cast<std::size_t>(length)).starts_with("FAIL");
+        wait_until_readable(socket_.descriptor(), reply_time_limit_ms);
+        answer = receive(socket_);
+    } while (answer && is_event(*answer));
+    return answer && !answer->empty() && !answer->starts_with("FAIL");
 }
 
 bool BareControl::await_event(std::string_view text) const {
-    static std::array<char, longest_message> event;
     while (true) {
-        const ssize_t length = recv(descriptor_, event.data(), event.size(), 0);
-        if (length < 0 && errno != EAGAIN) {
+        const auto event = receive(socket_);
+        if (!event && errno != EAGAIN) {
             return false;
         }
-        if (length < 0) {
-            wait_until_readable(descriptor_, milliseconds_to_next_second());
-        } else if (std::string_view(event.data(), static_cast<std::size_t>(length)).find(text) !=
-                   std::string_view::npos) {
+        if (!event) {
+            wait_until_readable(socket_.descriptor(), milliseconds_to_next_second());
+        } else if (event->find(text) != std::string_view::npos) {
             return true;
         }
     }

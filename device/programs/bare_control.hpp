@@ -2,7 +2,8 @@
 // A client of a control socket that makes the system calls and nothing else.
 #pragma once
 
-#include <string>
+#include "control_socket.hpp"
+
 #include <string_view>
 
 class BareControl {
@@ -10,9 +11,6 @@ public:
     // Binds to /tmp/bare-control-PROCESS-NUMBER and connects to the socket at the path `server`.
     // When either cannot be done, no request succeeds.
     BareControl(std::string_view server, int number);
-    BareControl(const BareControl&) = delete;
-    BareControl& operator=(const BareControl&) = delete;
-    ~BareControl();
 
     // Sends a command and waits for its answer. False when there is none, or one that begins with
     // "FAIL".
@@ -22,6 +20,5 @@ public:
     bool await_event(std::string_view text) const;
 
 private:
-    std::string own_;
-    int descriptor_;
+    ControlSocket socket_;
 };
