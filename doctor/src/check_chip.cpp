@@ -107,6 +107,11 @@ bool is_debugfs_mounted() {
     return statfs(debugfs, &status) == 0 && static_cast<long>(status.f_type) == debugfs_magic;
 }
 
+bool is_folder(const char* path) {
+    struct stat status {};
+    return stat(path, &status) == 0 && S_ISDIR(status.st_mode);
+}
+
 bool has_register_file(const std::string& phy, const char* name) {
     return access((std::string(phy_root) + "/" + phy + "/ath6kl/" + name).c_str(), F_OK) == 0;
 }
@@ -148,8 +153,9 @@ void judge_phy(const Facts& facts, const std::string& first, Point& point) {
 
 void judge_ath6kl(const Facts& facts, Point& point) {
     point.found = std::string("ath6kl, asked through ") + phy_root;
-    if (access(phy_root, F_OK) != 0) {
-        const std::string what = std::string(phy_root) + " is not there";
+    if (!is_folder(phy_root)) {
+        const char* const lack = access(phy_root, F_OK) == 0 ? " is no folder" : " is not there";
+        const std::string what = std::string(phy_root) + lack;
         if (facts.plan.mac) {
             point.bad(what, no_phy, is_debugfs_mounted() ? "load ath6kl" : mount_debugfs);
         }
