@@ -28,7 +28,6 @@ constexpr const char* client_directory = "/tmp";
 constexpr std::string_view client_prefix = "wpa_ctrl_";
 constexpr std::string_view abstract_prefix = "@abstract:";
 constexpr std::size_t path_size = sizeof(sockaddr_un::sun_path);
-constexpr int bind_attempts = 2;
 constexpr int reply_timeout_ms = 10'000;
 constexpr std::int64_t busy_send_seconds = 5;
 
@@ -61,22 +60,21 @@ bool fill_local_name(sockaddr_un& local) {
 
 // Both addresses are passed with the full length of the structure: it is the name that the
 // supplicant answers to.
+bool bind_once(int fd, sockaddr_un& local) {
+    return fill_local_name(local) &&
+           call_on_file([fd, &local] {
+               return bind(fd, reinterpret_cast<const sockaddr*>(&local), sizeof(local));
+           }) == 0;
+}
+
+bool bind_over_leftover(int fd, sockaddr_un& local) {
+    remove_file(local.sun_path);
+    return bind_once(fd, local);
+}
+
+// A name that is taken was left by an earlier run with this process id.
 bool bind_local_name(int fd, sockaddr_un& local) {
-    for (int attempt = 1; attempt <= bind_attempts; ++attempt) {
-        if (!fill_local_name(local)) {
-            return false;
-        }
-        if (call_on_file([fd, &local] {
-                return bind(fd, reinterpret_cast<const sockaddr*>(&local), sizeof(local));
-            }) == 0) {
-            return true;
-        }
-        if (errno != EADDRINUSE || attempt == bind_attempts) {
-            return false;
-        }
-        remove_file(local.sun_path);
-    }
-    return false;
+    return bind_once(fd, local) || (errno == EADDRINUSE && bind_over_leftover(fd, local));
 }
 
 bool fill_destination(sockaddr_un& dest, const char* path) {
@@ -189,7 +187,7 @@ void wpa_ctrl_close(wpa_ctrl* ctrl) {
 void wpa_ctrl_retire(wpa_ctrl* ctrl) {
     const Record record(ctrl);
     if (record) {
-        UniqueFd(std::exchange(record->socket, -1)).reset();
+        UniqueFd(record->socket).reset();
     }
 }
 
@@ -251,18 +249,13 @@ void wpa_ctrl_cleanup() {
         return;
     }
     std::array<char, 1500> path{};
-    const int length = std::snprintf(path.data(), path.size(), "%s/", client_directory);
-    if (length < 0 || static_cast<std::size_t>(length) >= path.size()) {
-        return;
-    }
-    char* const name = path.data() + length;
-    const std::size_t left = path.size() - static_cast<std::size_t>(length);
     while (const dirent* entry = next_entry(directory)) {
-        const char* const found = &entry->d_name[0];
-        if (!std::string_view(found).starts_with(client_prefix)) {
+        const char* const name = &entry->d_name[0];
+        if (!std::string_view(name).starts_with(client_prefix)) {
             continue;
         }
-        if (os_strlcpy(name, found, left) < left) {
+        const int length = std::snprintf(path.data(), path.size(), "%s/%s", client_directory, name);
+        if (length >= 0 && static_cast<std::size_t>(length) < path.size()) {
             remove_file(path.data());
         }
     }

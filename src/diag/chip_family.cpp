@@ -19,12 +19,12 @@ void tell_that_nothing_is_to_undo() {
     print_out("[WIFI]WiFi Vendor is QCA 11n. Nothing to do.\n");
 }
 
-constexpr std::array<ChipFamilyRow, 4> families{{
+constexpr auto families = std::to_array<ChipFamilyRow>({
     {ChipFamily::ath6kl, loopback_ath6kl, read_qca_mac, tell_that_nothing_is_to_undo},
     {ChipFamily::qca_combo, loopback_qca_combo, read_qca_mac, tell_that_nothing_is_to_undo},
     {ChipFamily::broadcom, loopback_broadcom, read_broadcom_mac, leave_broadcom_loopback},
     {ChipFamily::none, nullptr, nullptr, nullptr},
-}};
+});
 
 } // namespace
 

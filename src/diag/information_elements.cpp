@@ -17,7 +17,7 @@ bool is_printed_as_it_is(Bytes ssid, std::size_t at) {
     if (byte == ' ') {
         return at != 0 && at != ssid.size() - 1;
     }
-    return byte != '\\' && byte < 0x80 && std::isprint(byte) != 0;
+    return byte != '\\' && std::isprint(byte) != 0;
 }
 
 } // namespace

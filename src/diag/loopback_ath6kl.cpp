@@ -56,23 +56,23 @@ std::string dump_command(const std::string& path) {
     return fit_command("cat " + path + "/ath6kl/reg_dump");
 }
 
-// Returns the number of errors. The command's exit status does not count; a shell that could not be
-// started is an error.
-int print_and_run(const char* prefix, const std::string& command) {
+// A command's exit status does not count; a shell that could not be started is an error.
+void print_and_run(const std::string& command, int& errors, const char* prefix = "") {
     print_err("%s%s\n", prefix, command.c_str());
-    if (run_shell(command) != -1) {
-        return 0;
+    if (run_shell(command) == -1) {
+        print_error("[WIFI]Unable to start shell", errno);
+        ++errors;
     }
-    print_error("[WIFI]Unable to start shell", errno);
-    return 1;
 }
 
 // Reads the phy path itself, which is a directory: the read fails, and the last command is parsed
-// in place of a dump. Kept.
-bool read_counter(const std::string& path, std::string last_command, CounterValues& values) {
+// in place of a dump. Kept. Returns false when it cannot be opened.
+bool read_counter(const std::string& path, std::string last_command, CounterValues& values,
+                  int& errors) {
     FileReader file(open_file(path.c_str(), O_RDONLY));
     if (!file) {
         print_err("[WIFI]File Error : %s\n", path.c_str());
+        ++errors;
         return false;
     }
     CommandBuffer line{};
@@ -83,43 +83,36 @@ bool read_counter(const std::string& path, std::string last_command, CounterValu
     print_err("[WIFI]buf=%s\n", last_command.c_str());
     print_err("[WIFI]val1=%d val2=%d\n", std::bit_cast<int>(values.first),
               std::bit_cast<int>(values.second));
+    if (std::bit_cast<int>(values.second) > 0) {
+        ++errors;
+    }
     return true;
 }
 
-int errors_in(const CounterValues& values) {
-    return std::bit_cast<int>(values.second) > 0 ? 1 : 0;
-}
-
-// Returns the number of errors.
-int run_loopback(const std::string& path) {
-    int errors = print_and_run("[WIFI]", echo_command("2", path, "aow"));
+void run_loopback(const std::string& path, int& errors) {
+    print_and_run(echo_command("2", path, "aow"), errors, "[WIFI]");
     wait_for(0, settling_time_us);
-    errors += print_and_run("", echo_command("3", path, "aow"));
-    return errors;
+    print_and_run(echo_command("3", path, "aow"), errors);
 }
 
-// Returns the number of errors.
-int read_counters(const std::string& path) {
+void read_counters(const std::string& path, int& errors) {
     CounterValues values;
     print_err("[WIFI][QCA Wi-Fi Content Error Count]\n");
-    int errors = print_and_run("", echo_command(content_error_register, path, "reg_addr"));
+    print_and_run(echo_command(content_error_register, path, "reg_addr"), errors);
     const std::string dump = dump_command(path);
-    errors += print_and_run("", dump);
-    if (!read_counter(path, dump, values)) {
-        return errors + 1;
+    print_and_run(dump, errors);
+    if (!read_counter(path, dump, values, errors)) {
+        return;
     }
-    errors += errors_in(values);
     print_err("[WIFI][QCA Wi-Fi Seq Error Count]\n");
     const std::string select = echo_command(sequence_error_register, path, "reg_addr");
-    errors += print_and_run("", select);
+    print_and_run(select, errors);
     // The second dump is shown only after this read, which parses the command before it.
-    if (!read_counter(path, select, values)) {
-        return errors + 1;
+    if (!read_counter(path, select, values, errors)) {
+        return;
     }
-    errors += errors_in(values);
-    errors += print_and_run("[WIFI]", dump);
+    print_and_run(dump, errors, "[WIFI]");
     wait_for(run_options.iteration_interval);
-    return errors;
 }
 
 } // namespace
@@ -138,8 +131,9 @@ int loopback_ath6kl(const RunConfig& /*config*/) {
     const std::string path = fit_command(std::string(phy_root) + "/" + name);
     print_err("[WIFI]buf is [%s]\n", path.c_str());
     print_err("[WIFI]path = %s\n", path.c_str());
-    int errors = run_loopback(path);
-    errors += read_counters(path);
+    int errors = 0;
+    run_loopback(path, errors);
+    read_counters(path, errors);
     return errors < 1 ? 1 : 0;
 }
 

@@ -11,6 +11,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <string>
 #include <vector>
 
 namespace wivex {
@@ -23,17 +24,16 @@ constexpr const char* loopback_command = "getusbcontx";
 constexpr std::uint16_t loopback_sub_command = 56;
 constexpr unsigned long private_get_request = SIOCIWFIRSTPRIV + 5;
 
-using Answer = std::array<char, 4096>;
-
 // Returns what `ioctl` returns, with errno set; `answer` ends where the driver says.
-int request_loopback(int fd, Answer& answer) {
+int request_loopback(int fd, std::string& answer) {
+    std::array<char, 4096> buffer{};
     iwreq request{};
     // Always this interface, also when the caller's texts name another.
     set_interface_name(request.ifr_name, driver_interface);
-    request.u.data.pointer = answer.data();
+    request.u.data.pointer = buffer.data();
     request.u.data.flags = loopback_sub_command;
     const int result = wait_for_driver(fd, private_get_request, &request);
-    answer[std::min<std::size_t>(request.u.data.length, answer.size() - 1)] = '\0';
+    answer.assign(buffer.data(), std::min<std::size_t>(request.u.data.length, buffer.size()));
     return result;
 }
 
@@ -93,7 +93,7 @@ int qca_combo_loopback(int fd, const char* command, const char* interface,
         return -1;
     }
     print_out("[WIFI]Correct loopback ioctl command number detected...\n");
-    Answer answer{};
+    std::string answer;
     if (request_loopback(fd, answer) != 0) {
         const int error = errno;
         print_out("[WIFI]Error in sending loopback ioctl to driver...\n");
@@ -101,8 +101,8 @@ int qca_combo_loopback(int fd, const char* command, const char* interface,
         return 1;
     }
     print_out("[WIFI]Sending loopback request using ioctl to QCA combo driver is successful...\n");
-    print_out("[WIFI]Buffer is %s\n", answer.data());
-    const LoopbackCounts counts = parse_loopback_answer(answer.data());
+    print_out("[WIFI]Buffer is %s\n", answer.c_str());
+    const LoopbackCounts counts = parse_loopback_answer(answer.c_str());
     print_out("[WIFI]total_packets [%d], seq_err [%d], content_err [%d]\n", counts.total,
               counts.sequence_errors, counts.content_errors);
     const bool passed =

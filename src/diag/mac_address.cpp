@@ -31,7 +31,7 @@ void print_ids(const RunConfig& config) {
     print_out("[WIFI]PIDs:\n");
 }
 
-bool read_kernel_mac(int fd, std::string& mac) {
+bool ask_kernel(int fd, std::string& mac) {
     ifreq request{};
     set_interface_name(request.ifr_name, driver_interface);
     if (wait_for_driver(fd, SIOCGIFHWADDR, &request) != 0) {
@@ -45,10 +45,21 @@ bool read_kernel_mac(int fd, std::string& mac) {
     return true;
 }
 
+// Names the output file as soon as there is a socket.
+bool read_kernel_mac(std::string& directory, std::string& mac) {
+    const UniqueFd socket = open_request_socket_or_tell();
+    if (!socket) {
+        return false;
+    }
+    directory += "WIFIAddr";
+    print_out("[WIFI]MAC address output file %s\n", directory.c_str());
+    return ask_kernel(socket.get(), mac);
+}
+
 // A file that cannot be written does not change the verdict.
 void write_address_file(const std::string& path, const std::string& mac) {
     FileWriter file(open_to_write(path.c_str()));
-    int error = file ? 0 : errno;
+    int error = errno;
     if (file) {
         file.print("%s\n", mac.c_str());
         error = file.close();
@@ -64,17 +75,10 @@ int mac_address_check(const RunConfig& config, std::string& directory) {
     if (run_options.debug != 0) {
         print_ids(config);
     }
-    UniqueFd socket = open_request_socket_or_tell();
-    if (!socket) {
-        return 0;
-    }
-    directory += "WIFIAddr";
-    print_out("[WIFI]MAC address output file %s\n", directory.c_str());
     std::string kernel_mac;
-    if (!read_kernel_mac(socket.get(), kernel_mac)) {
+    if (!read_kernel_mac(directory, kernel_mac)) {
         return 0;
     }
-    socket.reset();
     std::string chip_mac;
     const auto read_mac = chip_family().read_mac;
     if (read_mac != nullptr && !read_mac(config, kernel_mac, chip_mac)) {

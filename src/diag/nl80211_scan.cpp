@@ -31,8 +31,8 @@ struct TriggerState {
     std::uint32_t sequence = 0;
     /// 1 until the kernel has answered the request, then 0 or its error number.
     int err = 1;
-    int done = 0;
-    int aborted = 0;
+    bool done = false;
+    bool aborted = false;
 };
 
 struct DumpState {
@@ -42,16 +42,13 @@ struct DumpState {
 };
 
 int scan_trigger_callback(nl_msg* message, void* argument) {
-    auto& state = *static_cast<TriggerState*>(argument);
     const int command = command_of(message);
-    if (command == NL80211_CMD_SCAN_ABORTED) {
-        print_out("[WIFI]Got NL80211_CMD_SCAN_ABORTED.\n");
-        state.done = 1;
-        state.aborted = 1;
-    } else if (command == NL80211_CMD_NEW_SCAN_RESULTS) {
-        print_out("[WIFI]Got NL80211_CMD_NEW_SCAN_RESULTS.\n");
-        state.done = 1;
-        state.aborted = 0;
+    if (command == NL80211_CMD_SCAN_ABORTED || command == NL80211_CMD_NEW_SCAN_RESULTS) {
+        auto& state = *static_cast<TriggerState*>(argument);
+        state.done = true;
+        state.aborted = command == NL80211_CMD_SCAN_ABORTED;
+        print_out("[WIFI]Got %s.\n",
+                  state.aborted ? "NL80211_CMD_SCAN_ABORTED" : "NL80211_CMD_NEW_SCAN_RESULTS");
     }
     return NL_SKIP;
 }
@@ -97,19 +94,14 @@ int take_bss(nl_msg* message, DumpState& state) {
         return NL_STOP;
     }
     BssEntry bss;
-    switch (parse_bss(message, bss)) {
-    case BssParse::no_bss:
+    const BssParse parsed = parse_bss(message, bss);
+    if (parsed == BssParse::no_bss) {
         print_out("[WIFI]bss info missing!\n");
-        return NL_SKIP;
-    case BssParse::malformed:
+    } else if (parsed == BssParse::malformed) {
         print_out("[WIFI]failed to parse nested attributes!\n");
-        return NL_SKIP;
-    case BssParse::incomplete:
-        return NL_SKIP;
-    case BssParse::complete:
-        break;
+    } else if (parsed == BssParse::complete) {
+        scan_table().append(list_bss(*state.listing, bss));
     }
-    scan_table().append(list_bss(*state.listing, bss));
     return NL_SKIP;
 }
 
@@ -200,34 +192,6 @@ int receive_dump(nl_sock* socket, nl_cb* callbacks, const DumpState& state) {
     return result;
 }
 
-// Everything between the open listing and its end.
-int dump_scan(nl_sock* socket, unsigned interface_index, int family, FileWriter& listing) {
-    const NetlinkMessage message(nlmsg_alloc());
-    if (!message) {
-        print_out("[WIFI]nlmsg_alloc failed\n");
-        return scan_answer::scan_failed;
-    }
-    DumpState state;
-    state.listing = &listing;
-    const NetlinkCallbacks callbacks = make_dump_callbacks(state);
-    if (!told_when_missing(callbacks) ||
-        !told_when_too_long(dump_command, make_scan_dump(message.get(), family, interface_index))) {
-        return scan_answer::scan_failed;
-    }
-    const int sent = nl_send_auto_complete(socket, message.get());
-    print_sent(dump_command, sent, "execute_scan_nl_command");
-    if (sent < 0) {
-        return scan_answer::scan_failed;
-    }
-    state.sequence = nlmsg_hdr(message.get())->nlmsg_seq;
-    const int result = receive_dump(socket, callbacks.get(), state);
-    if (result < 0) {
-        print_out("ERROR: nl_recvmsgs_default() returned %d (%s).\n", result, nl_geterror(-result));
-        return scan_answer::scan_failed;
-    }
-    return 0;
-}
-
 } // namespace
 
 int do_scan_trigger(nl_sock* socket, unsigned interface_index, int family) {
@@ -259,16 +223,43 @@ int do_scan_trigger(nl_sock* socket, unsigned interface_index, int family) {
     if (joined < 0) {
         return joined;
     }
-    while (state.done == 0) {
+    while (!state.done) {
         nl_recvmsgs(socket, trigger.callbacks.get());
     }
-    if (state.aborted != 0) {
+    if (state.aborted) {
         print_out("[WIFI]ERROR: Kernel aborted scan.\n");
         return 1;
     }
     print_out("[WIFI]Scan is done.\n");
     nl_socket_drop_membership(socket, group);
     return 0;
+}
+
+int dump_scan(nl_sock* socket, unsigned interface_index, int family, FileWriter& listing) {
+    const NetlinkMessage message(nlmsg_alloc());
+    if (!message) {
+        print_out("[WIFI]nlmsg_alloc failed\n");
+        return scan_answer::scan_failed;
+    }
+    DumpState state;
+    state.listing = &listing;
+    const NetlinkCallbacks callbacks = make_dump_callbacks(state);
+    if (!told_when_missing(callbacks) ||
+        !told_when_too_long(dump_command, make_scan_dump(message.get(), family, interface_index))) {
+        return scan_answer::scan_failed;
+    }
+    const int sent = nl_send_auto_complete(socket, message.get());
+    print_sent(dump_command, sent, "execute_scan_nl_command");
+    if (sent < 0) {
+        return scan_answer::scan_failed;
+    }
+    state.sequence = nlmsg_hdr(message.get())->nlmsg_seq;
+    const int result = receive_dump(socket, callbacks.get(), state);
+    if (result < 0) {
+        print_out("ERROR: nl_recvmsgs_default() returned %d (%s).\n", result, nl_geterror(-result));
+        return scan_answer::scan_failed;
+    }
+    return scan_answer::succeeded;
 }
 
 int execute_scan_nl_command() {
@@ -289,7 +280,7 @@ int execute_scan_nl_command() {
         print_error("[WIFI]\"/tmp/output\"File open error", errno);
         return scan_answer::scan_failed;
     }
-    if (dump_scan(socket.get(), interface_index, family, listing) != 0) {
+    if (dump_scan(socket.get(), interface_index, family, listing) != scan_answer::succeeded) {
         return scan_answer::scan_failed;
     }
     // An incomplete listing must not pass for a shielded room.
@@ -297,7 +288,7 @@ int execute_scan_nl_command() {
         print_error("[WIFI]\"/tmp/output\"File write error", error);
         return scan_answer::scan_failed;
     }
-    return 0;
+    return scan_answer::succeeded;
 }
 
 } // namespace wivex

@@ -6,6 +6,8 @@ struct nl_sock;
 
 namespace wivex {
 
+class FileWriter;
+
 /// Where the listing of a scan goes: three lines for each BSS.
 inline constexpr const char* scan_listing = "/tmp/output";
 
@@ -17,5 +19,9 @@ int execute_scan_nl_command();
 /// Triggers a scan through `socket` and waits until the kernel reports its end. Returns 0, 1 when
 /// the kernel aborted it, -12 without memory, or a negative libnl error.
 int do_scan_trigger(nl_sock* socket, unsigned interface_index, int family);
+
+/// Asks for the BSS list through `socket`, writes it to `listing` and appends it to `scan_table()`.
+/// Returns 0, or -2 after a message.
+int dump_scan(nl_sock* socket, unsigned interface_index, int family, FileWriter& listing);
 
 } // namespace wivex

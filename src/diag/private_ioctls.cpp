@@ -18,16 +18,6 @@ constexpr std::size_t capacity_limit = 1000;
 static_assert(sizeof(iw_priv_args) == 24);
 static_assert(sizeof(void*) != 4 || sizeof(iwreq) == 32);
 
-bool resize(std::vector<iw_priv_args>& table, std::size_t capacity) {
-    try {
-        table.assign(capacity, iw_priv_args{});
-        return true;
-    } catch (const std::bad_alloc&) {
-        print_err("%s: memory reallocation failed\n", "get_priv_ioctls");
-        return false;
-    }
-}
-
 // Returns what `ioctl` returns; `count` receives the driver's count or hint.
 int request_table(int fd, const char* interface, std::vector<iw_priv_args>& table,
                   std::size_t& count) {
@@ -40,21 +30,33 @@ int request_table(int fd, const char* interface, std::vector<iw_priv_args>& tabl
     return result;
 }
 
-} // namespace
-
-int get_priv_ioctls(int fd, const char* interface, std::vector<iw_priv_args>& table) {
+bool fetch_table(int fd, const char* interface, std::vector<iw_priv_args>& table) {
     std::size_t capacity = first_capacity;
-    while (capacity < capacity_limit && resize(table, capacity)) {
+    while (capacity < capacity_limit) {
+        table.assign(capacity, iw_priv_args{});
         std::size_t count = 0;
         if (request_table(fd, interface, table, count) >= 0) {
             // A driver cannot have filled more entries than it was given, whatever it says.
             table.resize(std::min(count, capacity));
-            return static_cast<int>(table.size());
+            return true;
         }
         if (errno != E2BIG) {
-            break;
+            return false;
         }
         capacity = count > capacity ? count : capacity * 2;
+    }
+    return false;
+}
+
+} // namespace
+
+int get_priv_ioctls(int fd, const char* interface, std::vector<iw_priv_args>& table) {
+    try {
+        if (fetch_table(fd, interface, table)) {
+            return static_cast<int>(table.size());
+        }
+    } catch (const std::bad_alloc&) {
+        print_err("%s: memory reallocation failed\n", "get_priv_ioctls");
     }
     table.clear();
     return -1;

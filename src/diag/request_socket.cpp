@@ -13,7 +13,7 @@ UniqueFd open_request_socket() {
 
 void set_interface_name(char (&field)[IFNAMSIZ], std::string_view interface) {
     std::fill(std::begin(field), std::end(field), '\0');
-    interface.substr(0, IFNAMSIZ - 1).copy(field, IFNAMSIZ - 1);
+    interface.copy(field, IFNAMSIZ - 1);
 }
 
 } // namespace wivex

@@ -102,11 +102,11 @@ struct NetworkField {
 
 // The id has a blank behind it: kept.
 bool format_network_command(CommandBuffer& command, const char* name, int id, const char* end) {
-    if (std::snprintf(command.data(), command.size(), "%s %d ", name, id) < 0) {
+    const bool made = std::snprintf(command.data(), command.size(), "%s %d ", name, id) >= 0;
+    if (!made) {
         print_err("Fail to Create Command %s %d%s", name, id, end);
-        return false;
     }
-    return true;
+    return made;
 }
 
 bool set_field(SupplicantSession& session, int id, const NetworkField& field) {
@@ -115,16 +115,14 @@ bool set_field(SupplicantSession& session, int id, const NetworkField& field) {
     const int length =
         std::snprintf(command.data(), command.size(), "SET_NETWORK %d %s %s%.*s%s", id, field.name,
                       quote, static_cast<int>(field.value.size()), field.value.data(), quote);
+    const bool accepted = length >= 0 && send(session, command.data());
     if (length < 0) {
         print_err("%s%d %s %.*s", field.format_failure, id, field.name,
                   static_cast<int>(field.value.size()), field.value.data());
-        return false;
-    }
-    if (!send(session, command.data())) {
+    } else if (!accepted) {
         print_err("%s", field.refusal);
-        return false;
     }
-    return true;
+    return accepted;
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 // The loopback test (-l) of an ath6kl chip, which goes through files of debugfs.
 
 #include "loopback_rehearsal.hpp"
+#include "text_parts.hpp"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -50,6 +51,13 @@ TEST(Ath6klLoopback, fails_when_debugfs_cannot_be_mounted) {
     expect_failure(run);
 }
 
+TEST(Ath6klLoopback, fails_when_a_file_stands_in_the_place_of_debugfs) {
+    const ChipRehearsal run("loopback/ath6kl-debugfs-is-a-file", {"-l"});
+    EXPECT_THAT(run.err(), StartsWith("[WIFI][Trying to Mount Debugfs for Wi-Fi]\n"));
+    EXPECT_EQ(failure, run.diagnostics());
+    expect_failure(run);
+}
+
 TEST(Ath6klLoopback, goes_on_when_debugfs_could_be_mounted) {
     const ChipRehearsal run("loopback/ath6kl-mounts-debugfs", {"-l"});
     EXPECT_THAT(run.err(), StartsWith("[WIFI][Trying to Mount Debugfs for Wi-Fi]\n"
@@ -79,7 +87,14 @@ TEST(Ath6klLoopback, cuts_the_path_of_a_phy_with_a_long_name) {
                                      "]\n"
                                      "[WIFI]path = " +
                                      path + "\n"));
-    EXPECT_THAT(run.err(), HasSubstr("[WIFI]File Error : " + path + "\n"));
+    EXPECT_EQ(1, times(run.err(), "[WIFI]File Error : " + path + "\n"));
+    expect_failure(run);
+}
+
+TEST(Ath6klLoopback, ends_when_the_second_counter_cannot_be_read) {
+    const ChipRehearsal run("loopback/ath6kl-vanishes", {"-l"});
+    EXPECT_THAT(run.err(), HasSubstr("[WIFI]val1=7 val2=0\n"));
+    EXPECT_THAT(run.err(), EndsWith("[WIFI]File Error : /sys/kernel/debug/ieee80211/phy0\n"));
     expect_failure(run);
 }
 
@@ -114,15 +129,25 @@ INSTANTIATE_TEST_SUITE_P(
                       "[WIFI]val1=236 val2=0\n", true},
            ErrorCount{"is_read_in_a_line_that_can_be_read", "loopback/ath6kl-errors-in-a-file",
                       "[WIFI]buf=7 2\n\n[WIFI]val1=7 val2=2\n", false},
+           ErrorCount{"is_that_of_the_first_dump_alone", "loopback/ath6kl-first-count",
+                      "[WIFI]buf=7 1\n\n[WIFI]val1=7 val2=1\n", false},
+           ErrorCount{"is_that_of_the_second_dump_alone", "loopback/ath6kl-second-count",
+                      "[WIFI]buf=8 1\n\n[WIFI]val1=8 val2=1\n", false},
+           ErrorCount{"is_none_in_a_line_without_numbers", "loopback/ath6kl-no-numbers",
+                      "[WIFI]buf=none\n\n[WIFI]val1=0 val2=0\n", true},
            ErrorCount{"is_none_when_it_is_negative", "loopback/ath6kl-negative-count",
                       "[WIFI]val1=7 val2=-2147483648\n", true}),
     [](const auto& count) { return count.param.name; });
 
+TEST(Ath6klLoopback, gives_the_chip_a_second_to_settle) {
+    const BenchRun run = Bench("loopback/ath6kl-pass").args({"-l"}).signal("INT@child:cat").run();
+    EXPECT_THAT(run.signals_sent_ms(), ElementsAre(AllOf(Ge(1000), Lt(2000))));
+}
+
 TEST(Ath6klLoopback, sleeps_the_iteration_interval_after_its_last_dump) {
-    const BenchRun run = Bench("loopback/ath6kl-pass").args({"-l", "-i", "3"}).run();
+    const BenchRun run = Bench("loopback/ath6kl-pass").faster(10).args({"-l", "-i", "15"}).run();
     // A second for the loopback to settle, the interval, and the pause between iterations.
-    EXPECT_GE(run.wall_ms, 6000);
-    EXPECT_LT(run.wall_ms, 7500);
+    EXPECT_THAT(run.wall_ms, AllOf(Ge(1700), Lt(3300)));
 }
 
 } // namespace

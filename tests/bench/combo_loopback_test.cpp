@@ -70,6 +70,10 @@ TEST(ComboLoopback, asks_for_16_entries_and_sends_the_sub_command_as_flags) {
     EXPECT_EQ(table_request("10", "0") + loopback_request, run.driver_log());
 }
 
+TEST(ComboLoopback, passes_with_a_table_of_one_entry) {
+    expect_pass_that_tells("loopback/combo-one", command_number("56", "0"));
+}
+
 TEST(ComboLoopback, fetches_a_larger_table_as_the_driver_hints) {
     const ChipRehearsal run("loopback/combo-hint", {"-l"});
     EXPECT_EQ(table_request("10", "-1 E2BIG") + table_request("28", "0") + loopback_request,
@@ -84,6 +88,11 @@ TEST(ComboLoopback, doubles_the_table_without_a_hint) {
                   table_request("40", "0") + loopback_request,
               run.driver_log());
     expect_pass(run);
+}
+
+TEST(ComboLoopback, asks_once_for_a_table_that_the_driver_does_not_have) {
+    const ChipRehearsal run("loopback/combo-no-table", {"-l"});
+    EXPECT_EQ(table_request("10", "-1 EOPNOTSUPP"), run.driver_log());
 }
 
 TEST(ComboLoopback, fetches_up_to_999_entries) {

@@ -62,6 +62,15 @@ TEST(Iovar, leaves_out_values_that_do_not_fit_the_buffer) {
     EXPECT_EQ(2U + 31U * 4U, iovar.length());
 }
 
+TEST(Iovar, takes_values_up_to_the_last_byte_of_the_buffer) {
+    Iovar iovar("abc");
+    for (int value = 0; value < 100; ++value) {
+        iovar.append(value);
+    }
+    EXPECT_EQ(128U, iovar.length());
+    EXPECT_EQ(30, iovar.bytes()[124]);
+}
+
 TEST(BroadcomRecord, carries_command_length_set_flag_and_magic) {
     Iovar transfer("usb_lb_txfer");
     const WlIoctlRecord record =

@@ -4,11 +4,15 @@
 #include "common/interrupts.hpp"
 #include "scratch.hpp"
 
+#include <sched.h>
+#include <sys/mount.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <csignal>
+#include <cstdlib>
+#include <string>
 #include <thread>
 
 namespace wivex::test_support {
@@ -35,16 +39,42 @@ int end_of_child(int pid, milliseconds limit) {
     return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
 }
 
-int without_processes(const std::function<int()>& body) {
-    const int child = fork_child([&body] {
-        const rlimit none{0, 0};
-        ::setrlimit(RLIMIT_NPROC, &none);
+namespace {
+
+// Runs `body` in a child that has no rights, and that can have so many processes at first.
+int without_rights(rlim_t processes, const std::function<int()>& body) {
+    const int child = fork_child([processes, &body] {
+        const rlimit most{processes, processes};
+        ::setrlimit(RLIMIT_NPROC, &most);
         if (::geteuid() == 0 && ::setuid(65534) != 0) {
             return 100;
         }
         return body();
     });
     return end_of_child(child, milliseconds(9000));
+}
+
+} // namespace
+
+int without_processes(const std::function<int()>& body) {
+    return without_rights(0, body);
+}
+
+int until_no_more_processes(const std::function<int()>& body) {
+    return without_rights(RLIM_INFINITY, [&body] {
+        ::setenv("TESTED_PROCESS", std::to_string(::getpid()).c_str(), 1);
+        return body();
+    });
+}
+
+int with_empty_folder(const std::string& path, const std::function<int()>& body) {
+    const int child = fork_child([&] {
+        const bool provided = ::unshare(CLONE_NEWNS) == 0 &&
+                              ::mount("none", "/", "none", MS_REC | MS_PRIVATE, nullptr) == 0 &&
+                              ::mount("folder", path.c_str(), "tmpfs", 0, nullptr) == 0;
+        return provided ? body() : no_own_folder;
+    });
+    return end_of_child(child, milliseconds(5000));
 }
 
 void exit_by_signal(int signal_number) {

@@ -8,6 +8,7 @@
 
 #include <chrono>
 #include <functional>
+#include <string>
 
 namespace wivex::test_support {
 
@@ -34,6 +35,21 @@ int end_of_child(int pid, milliseconds limit);
 
 /// Runs `body` in a child that has no rights and can start no process. Returns the child's end.
 int without_processes(const std::function<int()>& body);
+
+/// What a program of a test does, in shell text, after which the body of `until_no_more_processes`
+/// can start no other.
+inline constexpr const char* no_more_processes =
+    "/usr/bin/prlimit --pid \"$TESTED_PROCESS\" --nproc=0:0";
+
+/// Runs `body` in a child that has no rights. Returns the child's end.
+int until_no_more_processes(const std::function<int()>& body);
+
+/// The end of a child that may have no folder of its own.
+inline constexpr int no_own_folder = 77;
+
+/// Runs `body` in a child that sees an empty folder at `path`, in the place of the machine's.
+/// Returns the child's end, which must come within 5 seconds, or `no_own_folder`.
+int with_empty_folder(const std::string& path, const std::function<int()>& body);
 
 /// A handler of interrupts that ends its process: with 50 at SIGINT, with 60 at SIGTERM.
 [[noreturn]] void exit_by_signal(int signal_number);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // What goes over a control connection: requests and replies, attaching, events.
 
+#include "children.hpp"
 #include "common/process_state.hpp"
 #include "control_connection.hpp"
 
@@ -10,7 +11,9 @@
 #include <unistd.h>
 
 #include <array>
+#include <cerrno>
 #include <chrono>
+#include <csignal>
 #include <string>
 #include <thread>
 #include <vector>
@@ -20,6 +23,8 @@ namespace {
 
 using namespace test_support;
 using namespace testing;
+using std::chrono::seconds;
+using std::chrono::system_clock;
 
 class ControlExchange : public ControlClient {
 protected:
@@ -55,6 +60,11 @@ TEST_F(ControlExchange, sends_exactly_the_bytes_of_the_command_and_returns_the_r
     EXPECT_THAT(supplicant_.commands(), ElementsAre("SET_NETWORK 0 ssid \"home\""));
 }
 
+TEST_F(ControlExchange, sends_an_empty_command_too) {
+    supplicant_.answer("", {"UNKNOWN COMMAND\n"});
+    EXPECT_EQ(ask("", 32).text(), "UNKNOWN COMMAND\n");
+}
+
 TEST_F(ControlExchange, cuts_a_reply_at_the_room_that_is_there) {
     supplicant_.answer("STATUS", {std::string(3000, 'r')});
     const Exchange exchange = ask("STATUS", 100);
@@ -68,6 +78,18 @@ TEST_F(ControlExchange, takes_an_empty_datagram_as_the_reply) {
     const Exchange exchange = ask("STATUS");
     EXPECT_EQ(exchange.status, 0);
     EXPECT_EQ(exchange.length, 0U);
+}
+
+TEST_F(ControlExchange, takes_an_empty_datagram_behind_an_event_as_the_reply) {
+    supplicant_.answer("STATUS", {"<3>EVENT", "", "later"});
+    const Exchange exchange = ask("STATUS");
+    EXPECT_EQ(exchange.status, 0);
+    EXPECT_EQ(exchange.length, 0U);
+}
+
+TEST_F(ControlExchange, takes_a_lone_angle_bracket_for_an_event) {
+    supplicant_.answer("STATUS", {"<", "OK\n"});
+    EXPECT_EQ(ask("STATUS").text(), "OK\n");
 }
 
 TEST_F(ControlExchange, skips_events_that_come_before_the_reply) {
@@ -101,6 +123,25 @@ TEST_F(ControlExchange, fails_at_once_when_the_supplicant_is_gone) {
     EXPECT_EQ(exchange.status, -1);
     EXPECT_LT(watch.elapsed(), milliseconds(1500));
     EXPECT_EQ(exchange.length, 16U);
+}
+
+TEST_F(ControlExchange, fails_when_there_is_no_place_for_the_reply) {
+    std::size_t length = 10;
+    EXPECT_EQ(wpa_ctrl_request(*ctrl_, "PING", nullptr, length), -1);
+    EXPECT_EQ(length, 10U);
+}
+
+TEST_F(ControlExchange, fails_when_an_interrupt_that_is_not_the_end_comes_during_its_wait) {
+    supplicant_.answer("PING", {});
+    const auto ask_once = [this] { ::_exit(ask("PING").status == -1 ? 7 : 8); };
+    EXPECT_EQ(end_of_interrupted(SIGINT, ask_once, [](int) {}), 7);
+}
+
+TEST_F(ControlExchange, leaves_no_error_number_of_earlier_times_behind) {
+    errno = EIO;
+    const int status = ask("PING").status;
+    EXPECT_EQ(errno, 0);
+    EXPECT_EQ(status, 0);
 }
 
 TEST_F(ControlExchange, gives_up_on_a_silent_supplicant_after_10_seconds) {
@@ -151,14 +192,19 @@ protected:
 };
 
 TEST_F(BusySupplicant, is_tried_again_for_more_than_5_seconds) {
+    const auto before = system_clock::now();
+    const auto processor_before = processor_time();
     const Stopwatch watch;
     EXPECT_EQ(request(*ctrl_, "PING").status, -1);
     EXPECT_THAT(watch.elapsed(), AllOf(Ge(milliseconds(5000)), Le(milliseconds(8000))));
+    // More than five by the seconds of the clock alone.
+    EXPECT_GT(floor<seconds>(system_clock::now()), floor<seconds>(before) + seconds(5));
+    EXPECT_LT(processor_time() - processor_before, milliseconds(100));
 }
 
 TEST_F(BusySupplicant, gets_the_command_as_soon_as_a_try_finds_room) {
     std::jthread reader([this] {
-        std::this_thread::sleep_for(milliseconds(1500));
+        std::this_thread::sleep_for(milliseconds(100));
         for (;;) {
             std::array<char, 16> command{};
             sockaddr_un client{};
@@ -176,7 +222,7 @@ TEST_F(BusySupplicant, gets_the_command_as_soon_as_a_try_finds_room) {
     const Exchange ping = request(*ctrl_, "PING");
     EXPECT_EQ(ping.status, 0);
     EXPECT_EQ(ping.text(), "PONG\n");
-    EXPECT_THAT(watch.elapsed(), AllOf(Ge(milliseconds(1500)), Le(milliseconds(4500))));
+    EXPECT_THAT(watch.elapsed(), AllOf(Ge(milliseconds(950)), Lt(milliseconds(1950))));
 }
 
 // ---- attaching ---------------------------------------------------------------------------------

@@ -1,14 +1,24 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "children.hpp"
+#include "common/unique_fd.hpp"
+#include "console_capture.hpp"
 #include "diag/diag_device.hpp"
+#include "fake_supplicant.hpp"
 
 #include <gtest/gtest.h>
+#include <sys/socket.h>
+#include <unistd.h>
 
 #include <array>
 #include <cstdio>
+#include <filesystem>
+#include <fstream>
 #include <memory>
 #include <string>
 
 namespace {
+
+using namespace wivex::test_support;
 
 struct FileCloser {
     void operator()(std::FILE* file) const {
@@ -35,6 +45,23 @@ TEST(DiagDevice, reads_a_word_at_its_address_lowest_byte_first) {
     EXPECT_EQ(0x44332211U, word);
 }
 
+TEST(DiagDevice, reads_a_word_that_comes_byte_by_byte) {
+    std::array<int, 2> ends{};
+    ASSERT_EQ(0, socketpair(AF_UNIX, SOCK_SEQPACKET, 0, ends.data()));
+    const wivex::UniqueFd memory(ends[0]);
+    const wivex::UniqueFd chip(ends[1]);
+    for (const char byte : {'\x11', '\x22', '\x33', '\x44'}) {
+        ASSERT_EQ(1, write(chip.get(), &byte, 1));
+    }
+    std::uint32_t word = 0;
+    EXPECT_EQ(1, wivex::read_target_word(memory.get(), address, word));
+    EXPECT_EQ(0x44332211U, word);
+}
+
+TEST(DiagDevice, is_not_read_for_no_bytes) {
+    EXPECT_EQ(0, wivex::ReadTargetRange(-1, address, {}));
+}
+
 TEST(DiagDeviceDeathTest, that_ends_early_ends_the_process_with_status_1) {
     const UniqueFile memory = target_memory("\x11\x22");
     std::array<char, 4> buffer{};
@@ -49,6 +76,24 @@ TEST(DiagDeviceDeathTest, that_cannot_be_read_ends_the_process_with_status_1) {
     EXPECT_EXIT(wivex::ReadTargetRange(-1, address, buffer), testing::ExitedWithCode(1),
                 "\\[WIFI\\]err ReadTargetRange failed "
                 "\\(nbyte=-1, address=0x18000 remaining=4\\)\\.\n");
+}
+
+TEST(DiagDevice, gives_the_address_of_the_firmware) {
+    const ConsoleCapture console;
+    use_private_tmp();
+    const int status = with_empty_folder("/proc", [] {
+        std::filesystem::create_directory("/proc/cld");
+        std::ofstream memory("/proc/cld/athdiagpfs");
+        memory.seekp(address) << "\x11\x22\x33\x44\xaa\xbb\xcc\xdd";
+        memory.close();
+        std::string mac;
+        return wivex::firmware_mac_address_qca_combo(mac) == 1 && mac == "11:22:33:44:aa:bb" ? 0
+                                                                                             : 1;
+    });
+    if (status == no_own_folder) {
+        GTEST_SKIP() << "no mount namespaces";
+    }
+    EXPECT_EQ(status, 0);
 }
 
 TEST(DiagPath, is_the_output_without_its_newline) {

@@ -61,7 +61,8 @@ TEST_F(FindNetwork, refuses_a_listing_that_fails_or_has_no_header) {
     supplicant_.answer("SCAN_RESULTS", {"OK\n"});
     supplicant_.answer("SCAN_RESULTS", {""});
     supplicant_.answer("SCAN_RESULTS", {"BSSID\n"});
-    for (int i = 0; i < 4; ++i) {
+    supplicant_.answer("SCAN_RESULTS", {"ssid bssi\n"});
+    for (int i = 0; i < 5; ++i) {
         std::string listing;
         EXPECT_FALSE(cmd_to_scan_results(*session_, listing));
         EXPECT_EQ(listing, "");
@@ -118,6 +119,15 @@ INSTANTIATE_TEST_SUITE_P(
            Security{"wpa_without_dash", "[WPA][ESS]", "WPA", "old", "NONE"},
            Security{"open", "[ESS]", "old", "old", "NONE"},
            Security{"wep", "[WEP][ESS]", "old", "old", "NONE"},
+           Security{"protected_setup", "[WPS][ESS]", "old", "old", "NONE"},
+           Security{"wpa2_without_bracket", "WPA2-PSK [WPA-PSK-TKIP]", "WPA", "WPA-PSK", "TKIP"},
+           Security{"wpa_without_bracket", "[WPA2-PSK-CCMP] WPA-PSK", "RSN", "WPA-PSK", "CCMP"},
+           Security{"nearly_personal_or_enterprise", "[WPA-PSX][WPA-EAX][WPA2-PSX][WPA2-EAX]",
+                    "WPA2", "WPA-NONE", "NONE"},
+           Security{"mixed_without_dash", "[WPA2][WPA-PSK-TKIP]", "RSN", "WPA-PSK", "TKIP"},
+           Security{"personal_without_bracket", "WPA-PSK WPA2-PSK", "old", "old", "NONE"},
+           Security{"nearly_enterprise", "PA2-EAP", "old", "old", "NONE"},
+           Security{"nearly_ciphers", "CCM CMP TKI KIP", "old", "old", "NONE"},
            Security{"ciphers_alone", "TKIP CCMP", "old", "old", "CCMP TKIP"}),
     [](const auto& security) { return security.param.name; });
 

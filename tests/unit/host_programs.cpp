@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "host_programs.hpp"
 
+#include <sys/stat.h>
+
 #include <cstdlib>
 
 namespace wivex::test_support {
@@ -12,6 +14,10 @@ HostPrograms::HostPrograms() {
 void HostPrograms::provide(const std::string& name, const std::string& behaviour) const {
     directory_.program(name, "#!/bin/sh\necho \"" + name + " $*\" >>" + (directory_ / "log") +
                                  "\n" + behaviour + "\n");
+}
+
+void HostPrograms::let_anybody_in() const {
+    ::chmod(directory_.path().c_str(), 0777);
 }
 
 std::string HostPrograms::calls() const {

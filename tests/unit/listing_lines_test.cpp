@@ -71,6 +71,17 @@ TEST_F(ListingLines, are_searched_up_to_their_zero_byte) {
     EXPECT_EQ(cmd_to_find_network(*session_, config_), 1);
 }
 
+TEST_F(ListingLines, hold_511_characters) {
+    const std::string line = std::string(507, 'x') + "home\n";
+    EXPECT_EQ(shown_for("bssid\n" + line), "bssid\n" + line + "homeis found...\n");
+}
+
+TEST_F(ListingLines, lose_what_is_behind_511_characters) {
+    supplicant_.answer("SCAN_RESULTS", {"bssid\n" + std::string(508, 'x') + "home\n"});
+    EXPECT_EQ(cmd_to_find_network(*session_, config_), 1);
+    EXPECT_EQ(console_.out(), "bssid\n" + std::string(508, 'x') + "hom\nhomeis not found!!!\n");
+}
+
 TEST_F(ListingLines, need_no_newline_at_the_end) {
     EXPECT_EQ(shown_for("bssid\n02:01 home"), "bssid\n02:01 home\nhomeis found...\n");
 }

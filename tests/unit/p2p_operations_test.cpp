@@ -10,6 +10,7 @@
 #include <gtest/gtest.h>
 
 #include <optional>
+#include <string>
 
 namespace {
 
@@ -89,6 +90,17 @@ TEST_F(P2pOperations, find_passes_over_other_peers) {
     EXPECT_EQ(wivex::p2pFind(*session, reply, peer), 0);
 }
 
+TEST_F(P2pOperations, find_passes_over_other_events_that_name_the_peer) {
+    wivex::run_options.debug = 1;
+    supplicant->event_after("P2P_FIND", "<3>X2P-DEVICE-FOUND 02:00:00:00:00:01");
+    supplicant->event_after("P2P_FIND", "<3>P2P-DEVICE-FOUNX 02:00:00:00:00:01");
+    supplicant->event_after("P2P_FIND", "<3>P2P-DEVICE-FOUND 02:00:00:00:00:01");
+    EXPECT_EQ(wivex::p2pFind(*session, reply, peer), 0);
+    EXPECT_THAT(console->out(), testing::EndsWith("In parse event : Device 02:00:00:00:00:01 "
+                                                  "line:<3>P2P-DEVICE-FOUND 02:00:00:00:00:01.\n\n"
+                                                  "MATCH FOUND!!!02:00:00:00:00:01\n"));
+}
+
 TEST_F(P2pOperations, busy_find_fails_with_the_reply_in_its_line) {
     supplicant->answer("P2P_FIND", {"FAIL-BUSY\n"});
     EXPECT_EQ(wivex::p2pFind(*session, reply, peer), -1);
@@ -96,7 +108,8 @@ TEST_F(P2pOperations, busy_find_fails_with_the_reply_in_its_line) {
 }
 
 TEST_F(P2pOperations, find_whose_reply_holds_no_ok_fails) {
-    supplicant->answer("P2P_FIND", {"what\n"});
+    supplicant->answer("P2P_FIND", {"KO\n"});
+    supplicant->event_after("P2P_FIND", "<3>P2P-DEVICE-FOUND 02:00:00:00:00:01");
     EXPECT_EQ(wivex::p2pFind(*session, reply, peer), -1);
     EXPECT_EQ(console->out(), "FAILED:P2P_FIND\n");
 }
@@ -181,6 +194,22 @@ TEST_F(P2pOperations, refused_group_removal_prints_a_line_without_a_newline) {
     EXPECT_EQ(console->out(), "Failed to send P2P_GROUP_REMOVE command to wpa_supplicant");
 }
 
+TEST_F(P2pOperations, that_are_refused_name_themselves_without_a_newline) {
+    supplicant->answer("P2P_STOP_FIND", {"FAIL\n"});
+    supplicant->answer("P2P_GROUP_ADD", {"FAIL\n"});
+    supplicant->answer("P2P_GROUP_ADD ssid=x passphrase=y", {"FAIL\n"});
+    supplicant->answer("P2P_GROUP_ADD ssid=x passphrase=y freq=2437", {"FAIL\n"});
+    EXPECT_EQ(wivex::p2pStopFind(*session, reply), -1);
+    EXPECT_EQ(console->out(), "Failed to send P2P_STOP_FIND command to wpa_supplicant");
+    const char* const refused = "Failed to send P2P_GROUP_ADD command to wpa_supplicant";
+    EXPECT_EQ(wivex::p2pGroupAdd(*session, reply), -1);
+    EXPECT_EQ(console->out(), refused);
+    EXPECT_EQ(wivex::p2pGroupAddSecured(*session, "x", "y", reply), -1);
+    EXPECT_EQ(console->out(), refused);
+    EXPECT_EQ(wivex::p2pGroupAddOnChannel(*session, "x", "y", 2437, reply), -1);
+    EXPECT_EQ(console->out(), refused);
+}
+
 TEST_F(P2pOperations, cut_the_reply_at_the_capacity_they_are_given) {
     supplicant->answer("P2P_GROUP_REMOVE wlan0", {"0123456789"});
     EXPECT_EQ(wivex::p2pGroupRemove(*session, "wlan0", reply.limited_to(4)), 0);
@@ -230,6 +259,12 @@ TEST_F(P2pOperations, refused_listening_fails_with_28) {
                    "listen_device_P2P fail\nFAILED:P2P_LISTEN\n");
 }
 
+TEST_F(P2pOperations, listening_whose_reply_holds_no_ok_fails_with_28) {
+    supplicant->answer("P2P_LISTEN", {"KO\n"});
+    expect_refused(wivex::listen_device_P2P(*session), 28,
+                   "SentP2P_FLUSHcommand to wpa_supplicant:OK\n\nFAILED:P2P_LISTEN\n");
+}
+
 TEST_F(P2pOperations, listening_counts_an_answer_of_9_characters_whole) {
     supplicant->answer("P2P_LISTEN", {"accept OK"});
     EXPECT_EQ(wivex::listen_device_P2P(*session), 0);
@@ -254,6 +289,11 @@ TEST_F(P2pEventMatcher, drops_the_first_character_of_each_line) {
     EXPECT_EQ(wivex::parseP2pEvent("02:00:00:00:00:01 found", peer), 0);
     EXPECT_EQ(wivex::parseP2pEvent("one\n02:00:00:00:00:01\nthree", peer), 0);
     EXPECT_EQ(wivex::parseP2pEvent("one\n 02:00:00:00:00:01\nthree", peer), 1);
+}
+
+TEST_F(P2pEventMatcher, sees_the_first_1247_characters_of_a_line) {
+    EXPECT_EQ(wivex::parseP2pEvent(("<" + std::string(1230, 'x') + peer).c_str(), peer), 1);
+    EXPECT_EQ(wivex::parseP2pEvent(("<" + std::string(1231, 'x') + peer).c_str(), peer), 0);
 }
 
 TEST_F(P2pEventMatcher, compares_case) {

@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "console_capture.hpp"
 #include "diag/loopback_qca_combo.hpp"
 
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <span>
 #include <string_view>
 #include <vector>
 
@@ -45,6 +47,14 @@ TEST(PrivateIoctlSearch, reads_no_further_than_a_name_without_terminator) {
     const std::vector<iw_priv_args> table{entry("getusbcontx_4567"), entry("x")};
     EXPECT_EQ(0U, find_private_ioctl(table, "getusbcontx_4567"));
     EXPECT_EQ(2U, find_private_ioctl(table, "getusbcontx_4567x"));
+}
+
+TEST(PrivateIoctlSearch, takes_no_number_from_behind_the_table) {
+    const wivex::test_support::ConsoleCapture console;
+    std::vector<iw_priv_args> entries{entry("other"), entry("getusbcontx")};
+    entries[1].cmd = 56;
+    EXPECT_EQ(-1,
+              wivex::qca_combo_loopback(-1, "getusbcontx", "wlan0", std::span(entries).first<1>()));
 }
 
 void expect_counts(int total, int sequence_errors, int content_errors, const char* answer) {

@@ -1,14 +1,21 @@
 // SPDX-License-Identifier: Apache-2.0
 // What a session makes of the events that are queued.
 
+#include "children.hpp"
+#include "common/interrupts.hpp"
 #include "common/process_state.hpp"
+#include "common/unique_fd.hpp"
+#include "ctrl/wpa_ctrl.hpp"
 #include "session_fixture.hpp"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/socket.h>
+#include <unistd.h>
 
 #include <array>
 #include <chrono>
+#include <csignal>
 #include <string>
 #include <string_view>
 
@@ -104,6 +111,12 @@ TEST_F(SessionEvents, is_not_confused_by_an_earlier_longer_event) {
     EXPECT_EQ(session_->waitForEvent("TAIL"), 0);
 }
 
+TEST_F(SessionEvents, ends_an_event_where_it_ends_behind_a_longer_one) {
+    supplicant_.send_event("<3>OTHER OF MORE WORDS");
+    supplicant_.send_event("<3>EVENT");
+    EXPECT_EQ(session_->waitForEvent("EVENT", wants_no_argument), 5);
+}
+
 TEST_F(SessionEvents, passes_over_an_empty_event) {
     supplicant_.send_event("");
     supplicant_.send_event("<3>EVENT");
@@ -147,6 +160,28 @@ TEST_F(SessionEvents, prints_the_messages_of_a_candidate_wait_with_debug) {
     supplicant_.send_event("<3>FOUND 02:00");
     EXPECT_EQ(session_->waitForEventAny("FOUND", matches_argument, candidates), 0);
     EXPECT_EQ(console_.out(), "<3>OTHER\n<3>FOUND 02:00\n[WIFI]Testing for 02:00\n");
+}
+
+// The queue of a datagram socket holds fewer messages than it takes here.
+TEST_F(SessionEvents, let_an_interrupt_in_after_64_of_them) {
+    std::array<int, 2> ends{};
+    ASSERT_EQ(::socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_NONBLOCK, 0, ends.data()), 0);
+    const UniqueFd reader(ends[0]);
+    const UniqueFd writer(ends[1]);
+    for (int i = 0; i < 100; ++i) {
+        ASSERT_EQ(::send(writer.get(), "<3>OTHER", 8, 0), 8);
+    }
+    const int child = fork_child([&] {
+        ::dup2(reader.get(), wpa_ctrl_get_fd(*event_connection));
+        install_interrupt_handler(exit_by_signal);
+        ::raise(SIGINT);
+        return session_->waitForEvent("AWAITED");
+    });
+    EXPECT_EQ(end_of_child(child, milliseconds(2000)), 50);
+    int left = 0;
+    for (char first = 0; ::recv(reader.get(), &first, 1, 0) == 1; ++left) {
+    }
+    EXPECT_EQ(left, 36);
 }
 
 } // namespace

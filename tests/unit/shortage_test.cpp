@@ -8,7 +8,6 @@
 #include "ctrl/wpa_ctrl.hpp"
 #include "diag/diag_device.hpp"
 #include "diag/nl80211_scan.hpp"
-#include "modes/addressing.hpp"
 #include "modes/traffic.hpp"
 #include "scratch.hpp"
 
@@ -42,6 +41,14 @@ TEST(WithoutDescriptors, no_connection_is_opened) {
               1);
 }
 
+TEST(WithoutDescriptors, no_connection_is_cleaned_up) {
+    EXPECT_EQ(without_descriptors([] {
+                  wpa_ctrl_cleanup();
+                  return 1;
+              }),
+              1);
+}
+
 TEST(WithoutDescriptors, the_output_of_a_command_cannot_be_read) {
     EXPECT_EQ(without_descriptors([] { return read_from_shell("echo", 10).has_value() ? 0 : 1; }),
               1);
@@ -67,16 +74,6 @@ TEST(WithoutDescriptors, a_scan_fails_when_its_request_cannot_be_sent) {
 
 TEST(WithoutProcesses, the_output_of_a_command_cannot_be_read) {
     EXPECT_EQ(without_processes([] { return read_from_shell("echo", 10).has_value() ? 0 : 1; }), 1);
-}
-
-TEST(WithoutProcesses, no_addresses_are_served) {
-    ConsoleCapture console;
-    RunConfig config;
-    config.interface_name = "wlan0";
-    config.p2p_iface_ip = "10.0.0.1";
-    EXPECT_EQ(without_processes([&config] { return serve_addresses(config); }), 12);
-    EXPECT_EQ(console.out(), "ifconfig wlan0 10.0.0.1\n");
-    EXPECT_EQ(console.err(), "Unable to assign ip to wlan0 \n");
 }
 
 TEST(WithoutProcesses, no_traffic_is_measured) {

@@ -51,6 +51,8 @@ TEST_F(Station, asks_for_no_listing_on_a_session_that_is_not_open_and_says_nothi
 
 TEST_F(Station, scans_and_waits_for_the_results) {
     supplicant_.event_after("SCAN", "<3>CTRL-EVENT-SCAN-STARTED ");
+    supplicant_.event_after("SCAN", "<3>TRL-EVENT-SCAN-RESULTS ");
+    supplicant_.event_after("SCAN", "<3>CTRL-EVENT-SCAN-RESULT ");
     supplicant_.event_after("SCAN", "<3>CTRL-EVENT-SCAN-RESULTS ", milliseconds(700));
     const Stopwatch watch;
     EXPECT_EQ(cmd_to_scan(*session_), 0);
@@ -115,6 +117,13 @@ INSTANTIATE_TEST_SUITE_P(Replies, ScanThatIsRefused,
                                             24,
                                             busy}),
                          [](const auto& scan) { return scan.param.name; });
+
+TEST_F(Station, asks_again_only_on_the_whole_word_of_a_busy_supplicant) {
+    supplicant_.answer("SCAN", {"FAIL AIL-BUSY FAIL-BUS\n"});
+    supplicant_.answer("SCAN", {"FAIL\n"});
+    EXPECT_EQ(cmd_to_scan(*session_), 8);
+    EXPECT_THAT(supplicant_.spoken(), ElementsAre("SCAN"));
+}
 
 TEST_F(Station, fails_with_8_when_the_supplicant_has_died) {
     supplicant_.die();
@@ -253,9 +262,12 @@ struct NetworkCommand {
     /// Up to the network's id.
     std::string command;
     const char* event;
+    std::vector<const char*> other_events;
     bool announced;
     ErrorCode refused_with;
     const char* message;
+    ErrorCode late_with;
+    const char* late;
 };
 
 void PrintTo(const NetworkCommand& command, std::ostream* out) {
@@ -272,7 +284,9 @@ protected:
 
 TEST_P(CommandToANetwork, waits_for_its_event) {
     const std::string command = GetParam().command + "0 ";
-    supplicant_.event_after(command, "<3>CTRL-EVENT-BSS-ADDED");
+    for (const char* other : GetParam().other_events) {
+        supplicant_.event_after(command, other);
+    }
     supplicant_.event_after(command, GetParam().event, milliseconds(300));
     const Stopwatch watch;
     EXPECT_EQ(GetParam().send(*session_, 0), 0);
@@ -288,14 +302,36 @@ TEST_P(CommandToANetwork, that_is_refused_fails_with_its_code) {
     EXPECT_THAT(console_.streams(), Pair(shown(command), GetParam().message));
 }
 
+TEST_P(CommandToANetwork, gives_up_when_its_event_does_not_come_in_30_seconds) {
+    const Stopwatch watch;
+    EXPECT_EQ(GetParam().send(*session_, 0), GetParam().late_with);
+    EXPECT_GE(watch.elapsed(), milliseconds(28900));
+    EXPECT_THAT(console_.streams(), Pair(shown(GetParam().command + "0 "), GetParam().late));
+}
+
 INSTANTIATE_TEST_SUITE_P(Commands, CommandToANetwork,
-                         Values(NetworkCommand{"select", cmd_to_selectnetwork, "SELECT_NETWORK ",
+                         Values(NetworkCommand{"select",
+                                               cmd_to_selectnetwork,
+                                               "SELECT_NETWORK ",
                                                "<3>CTRL-EVENT-CONNECTED - Connection to 02:00",
-                                               false, 20,
-                                               "SELECT_NETWORK Command is  not successful\n"},
-                                NetworkCommand{"disable", cmd_to_disablenetwork, "DISABLE_NETWORK ",
-                                               "<3>CTRL-EVENT-DISCONNECTED bssid=02:00", true, 22,
-                                               "DISABLE_NETWORK Command is  not successful\n"}),
+                                               {"<3>CTRL-EVENT-BSS-ADDED", "<3>TRL-EVENT-CONNECTED",
+                                                "<3>CTRL-EVENT-CONNECTE"},
+                                               false,
+                                               20,
+                                               "SELECT_NETWORK Command is  not successful\n",
+                                               20,
+                                               "Unable to Connect Time out!!!\n"},
+                                NetworkCommand{
+                                    "disable",
+                                    cmd_to_disablenetwork,
+                                    "DISABLE_NETWORK ",
+                                    "<3>CTRL-EVENT-DISCONNECTED bssid=02:00",
+                                    {"<3>TRL-EVENT-DISCONNECTED", "<3>CTRL-EVENT-DISCONNECTE"},
+                                    true,
+                                    22,
+                                    "DISABLE_NETWORK Command is  not successful\n",
+                                    1,
+                                    "Timeout waiting for CTRL-EVENT-DISCONNECTED event\n"}),
                          [](const auto& command) { return command.param.name; });
 
 } // namespace

@@ -5,14 +5,17 @@
 #include "common/buffers.hpp"
 #include "common/process_state.hpp"
 #include "common/shell.hpp"
+#include "common/unique_fd.hpp"
 #include "ctrl/wpa_ctrl.hpp"
 #include "session_fixture.hpp"
 
 #include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/socket.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <chrono>
 #include <string>
 
@@ -46,7 +49,7 @@ protected:
 TEST_F(Session, opens_two_connections_and_attaches_the_second_a_second_later) {
     const Stopwatch watch;
     SupplicantSession session(config_);
-    EXPECT_THAT(watch.elapsed(), AllOf(Ge(milliseconds(950)), Le(milliseconds(2900))));
+    EXPECT_THAT(watch.elapsed(), AllOf(Ge(milliseconds(950)), Lt(milliseconds(1950))));
     EXPECT_FALSE(session.isInvalid());
     ASSERT_NE(command_connection, nullptr);
     ASSERT_NE(event_connection, nullptr);
@@ -154,6 +157,7 @@ TEST_F(Session, whose_attach_is_refused_closes_both_connections_without_detach) 
               std::string("[WIFI]Unable to attach event socket!!\n") + closing_trace);
     EXPECT_EQ(console_.err(), "");
     EXPECT_THAT(supplicant_.commands(), ElementsAre("ATTACH"));
+    EXPECT_FALSE(session.open(config_));
 }
 
 TEST_F(Session, whose_attach_stays_unanswered_closes_after_10_seconds) {
@@ -196,8 +200,9 @@ TEST_F(OpenSession, judges_replies_by_what_they_contain) {
     supplicant_.answer("B", {"bssid=1\nssid=MY-FAIL-SAFE\n"});
     supplicant_.answer("C", {"UNKNOWN COMMAND\n"});
     supplicant_.answer("D", {"text UNKNOWN COMMAND text"});
-    supplicant_.answer("E", {"fail\nFAI L\nunknown command\nUNKNOWN  COMMAND"});
+    supplicant_.answer("E", {"fail\nFAI L\nMAIL\nunknown command\nUNKNOWN  COMMAND"});
     supplicant_.answer("F", {""});
+    supplicant_.answer("G", {"ANKNOWN COMMAND\nUNKNOWN COMMANS"});
     EXPECT_FALSE(send("A"));
     EXPECT_FALSE(send("B"));
     EXPECT_STREQ(reply_.c_str(), "bssid=1\nssid=MY-FAIL-SAFE\n");
@@ -208,6 +213,7 @@ TEST_F(OpenSession, judges_replies_by_what_they_contain) {
     EXPECT_TRUE(send("F"));
     EXPECT_STREQ(reply_.c_str(), "");
     EXPECT_EQ(session_->lastCommand(), "F");
+    EXPECT_TRUE(send("G"));
 }
 
 TEST_F(OpenSession, cuts_a_reply_at_1247_bytes) {
@@ -250,6 +256,14 @@ protected:
         make_room();
         return session_->checkP2pStatus(config_, reply_);
     }
+    /// Whether a socket of this name is open: nobody but its peer may send to it, nobody at all
+    /// when it is closed.
+    bool is_open(const sockaddr_un& name) const {
+        const auto* const address = reinterpret_cast<const sockaddr*>(&name);
+        return ::sendto(stranger_.get(), "", 0, 0, address, sizeof(name)) < 0 && errno == EPERM;
+    }
+
+    const UniqueFd stranger_{::socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC, 0)};
 };
 
 TEST_F(StatusProbe, asks_wlan0_on_a_connection_that_stays_open) {
@@ -272,6 +286,19 @@ TEST_F(StatusProbe, asks_p2p0_for_the_peer_to_peer_status) {
     EXPECT_TRUE(probe_p2p());
     EXPECT_EQ(console_.out(), "wpa_state=DISCONNECTED\n\n");
     EXPECT_THAT(p2p0.commands(), ElementsAre("STATUS"));
+}
+
+TEST_F(StatusProbe, leaves_its_last_eight_connections_open_and_closes_older_ones) {
+    const FakeSupplicant wlan0(directory_ / "wlan0");
+    for (int i = 0; i < 10; ++i) {
+        ASSERT_TRUE(probe_wlan());
+    }
+    const auto probes = wlan0.received();
+    ASSERT_EQ(probes.size(), 10U);
+    for (std::size_t i = 0; i < 10; ++i) {
+        EXPECT_EQ(is_open(probes[i].sender), i >= 2) << i;
+    }
+    console_.out();
 }
 
 TEST_F(StatusProbe, that_cannot_connect_says_so_for_both_interfaces_alike) {

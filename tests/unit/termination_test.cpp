@@ -172,13 +172,15 @@ bool provide_loopback_switch(const std::string& target) {
 
 class BroadcomRun : public Termination, public WithParamInterface<int> {
 protected:
-    /// Runs the handler where the loopback switch is `target`; false when that cannot be had.
-    bool kill_with_switch(const std::string& target) const {
+    /// Runs the handler where the loopback switch is `target`, without the stream `closed`; false
+    /// when that cannot be had.
+    bool kill_with_switch(const std::string& target, int closed = -1) const {
         const int status = end_of_child(fork_child([&] {
                                             if (!provide_loopback_switch(target)) {
                                                 return 77;
                                             }
                                             run_options.chip_type = GetParam();
+                                            ::close(closed);
                                             termination_handler(SIGTERM);
                                             return 99;
                                         }),
@@ -189,7 +191,8 @@ protected:
 };
 
 TEST_P(BroadcomRun, is_taken_out_of_loopback_mode_when_it_is_killed) {
-    const std::string loopback_switch = directory_.file("switch", "1\n");
+    // A driver sees what is written, not what a file still holds behind it.
+    const std::string loopback_switch = directory_.file("switch", "1");
     if (!kill_with_switch(loopback_switch)) {
         GTEST_SKIP() << "no mount namespaces";
     }
@@ -212,6 +215,25 @@ TEST_P(BroadcomRun, reports_a_loopback_switch_that_cannot_be_written) {
                                   std::to_string(GetParam()) + "\n" + cleanup_without_connections +
                                   "[WIFI] Done..\n");
     EXPECT_EQ(console_.err(), "[WIFI]Write error: No space left on device\n");
+}
+
+// A descriptor of 0 counts as a failure: kept.
+TEST_P(BroadcomRun, stays_in_loopback_mode_without_a_standard_input) {
+    const std::string loopback_switch = directory_.file("switch", "1\n");
+    if (!kill_with_switch(loopback_switch, STDIN_FILENO)) {
+        GTEST_SKIP() << "no mount namespaces";
+    }
+    EXPECT_THAT(console_.err(), StartsWith("[WIFI]Open error: "));
+    EXPECT_EQ(read_file(loopback_switch), "1\n");
+}
+
+TEST_P(BroadcomRun, is_taken_out_of_loopback_mode_without_a_standard_output) {
+    const std::string loopback_switch = directory_.file("switch", "1\n");
+    if (!kill_with_switch(loopback_switch, STDOUT_FILENO)) {
+        GTEST_SKIP() << "no mount namespaces";
+    }
+    EXPECT_EQ(console_.err(), "");
+    EXPECT_THAT(read_file(loopback_switch), StartsWith("0\n"));
 }
 
 INSTANTIATE_TEST_SUITE_P(Chips, BroadcomRun, Values(3, 5),

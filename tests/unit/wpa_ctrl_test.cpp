@@ -7,6 +7,7 @@
 #include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <malloc.h>
 #include <sys/resource.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
@@ -190,6 +191,7 @@ TEST_F(ControlClient, keeps_its_record_while_the_process_is_being_ended) {
               "[WIFI]Here at 217 wpa_ctrl_close...\nValue of sigterm_var is 1 ...\n");
     EXPECT_FALSE(exists(name));
     EXPECT_EQ(::fcntl(fd, F_GETFD), -1);
+    EXPECT_EQ(kept->socket, -1);
     EXPECT_EQ(kept->local.sun_path, name);
 }
 
@@ -205,6 +207,17 @@ TEST_F(ControlClient, retires_a_connection_without_a_trace) {
     wpa_ctrl_retire(ctrl.release());
     EXPECT_EQ(console_.out(), "");
     EXPECT_EQ(::fcntl(fd, F_GETFD), -1);
+}
+
+TEST_F(ControlClient, gives_back_the_memory_of_a_connection) {
+    constexpr std::size_t rounds = 1000;
+    const std::size_t before = ::mallinfo2().uordblks;
+    for (std::size_t round = 0; round < rounds; ++round) {
+        open().reset();
+        wpa_ctrl_retire(open().release());
+    }
+    EXPECT_LT(::mallinfo2().uordblks, before + rounds * sizeof(wpa_ctrl));
+    console_.out();
 }
 
 TEST_F(ControlSocket, cleanup_removes_every_client_socket_file_whoever_made_it) {
