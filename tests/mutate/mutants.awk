@@ -38,7 +38,7 @@ function scan(    first, rest, width) {
             return
         } else if (match(rest, /^R"\([^)]*\)"/)) {
             width = RLENGTH
-        } else if (match(rest, /^"([^"\\]|\\.)+"/)) {
+        } else if (match(rest, /^"([^"\\]|\\.)*"/)) {
             width = RLENGTH
             shorten(first, width, substr(rest, 2, width - 2))
         } else if (match(rest, /^'([^'\\]|\\x..|\\.)'/)) {
@@ -80,6 +80,9 @@ function next_digit(digit) {
 
 # A text without its first character, and one without its last.
 function shorten(first, width, text,    head, tail) {
+    if (text == "") {
+        return
+    }
     head = text ~ /^\\/ ? 2 : 1
     tail = text ~ /\\.$/ ? 2 : 1
     if (text !~ /^\\x/) {
