@@ -5,6 +5,7 @@
 #include "common/process_state.hpp"
 
 #include <algorithm>
+#include <array>
 #include <initializer_list>
 
 namespace wivex {
@@ -21,7 +22,7 @@ struct Chip {
     std::array<const char*, 2> product_ids;
 };
 
-constexpr std::array<Chip, 6> chips{{
+constexpr auto chips = std::to_array<Chip>({
     {usb, qca, {"0cf3"}, {"1022", "9378"}},
     {usb, brcm, {"0a5c"}, {"bd27", "bd1d"}},
     {usb, brcm16, {"9e0c"}, {"20a0", nullptr}},
@@ -29,7 +30,7 @@ constexpr std::array<Chip, 6> chips{{
     // Placeholders: kept.
     {usb, mtk, {"abcd"}, {"0000", nullptr}},
     {pcie, brcm, {"14e4"}, {"aa31", nullptr}},
-}};
+});
 
 } // namespace
 

@@ -33,23 +33,15 @@ int read_choice() {
         text.push_back(static_cast<char>(next));
         next = std::getchar();
     }
-    if (next != EOF) {
-        std::ungetc(next, stdin);
-    }
+    std::ungetc(next, stdin);
     const long long choice = std::strtoll(text.c_str(), nullptr, 10);
-    if (choice > std::numeric_limits<int>::max()) {
-        return std::numeric_limits<int>::max();
-    }
-    if (choice < std::numeric_limits<int>::min()) {
-        return std::numeric_limits<int>::min();
-    }
-    return static_cast<int>(choice);
+    using Limits = std::numeric_limits<int>;
+    return static_cast<int>(std::clamp<long long>(choice, Limits::min(), Limits::max()));
 }
 
 int ask_for_config() {
     print_out("Enter configuration file to be used\n\n1: BCRM\n2: QCA\n3: SOFTAP \n"
               "[DEFAULT: None]\n\n");
-    flush_out();
     return read_choice();
 }
 

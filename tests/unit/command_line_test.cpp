@@ -226,6 +226,12 @@ TEST_F(CommandLine, a_mode_of_an_earlier_call_does_not_count_as_chosen) {
     EXPECT_EQ(run_options.wlan_legacy_mode, 0);
 }
 
+TEST_F(CommandLine, the_count_of_an_earlier_call_is_unset_even_when_no_mode_is_chosen) {
+    ASSERT_EQ(parse({"-w", "-m", "7"}), 1);
+    expect_usage({});
+    EXPECT_EQ(run_options.iteration_count, -1);
+}
+
 TEST_F(CommandLine, the_count_is_taken_with_and_without_a_blank) {
     ASSERT_EQ(parse({"-w", "-m", "5"}), 1);
     EXPECT_EQ(run_options.iteration_count, 5);
@@ -323,6 +329,8 @@ TEST_F(CommandLine, a_path_in_a_word_of_its_own_is_not_taken_and_the_question_is
 TEST_F(CommandLine, any_number_is_accepted_as_an_answer) {
     ASSERT_EQ(parse_with_input("7\n", {"-w", "-m", "1", "-F"}), 1);
     EXPECT_EQ(run_options.config_choice, 7);
+    ASSERT_EQ(parse_with_input("12\n", {"-w", "-m", "1", "-F"}), 1);
+    EXPECT_EQ(run_options.config_choice, 12);
     ASSERT_EQ(parse_with_input("  -1", {"-w", "-m", "1", "-F"}), 1);
     EXPECT_EQ(run_options.config_choice, -1);
 }
@@ -335,6 +343,13 @@ TEST_F(CommandLine, an_answer_is_read_as_far_as_it_is_a_number) {
     ASSERT_EQ(parse_with_input("+1\n", {"-w", "-m", "1", "-F"}), 1);
     EXPECT_EQ(run_options.config_choice, 1);
     ASSERT_EQ(parse_with_input("--1\n", {"-w", "-m", "1", "-F"}), 1);
+    EXPECT_EQ(run_options.config_choice, 0);
+}
+
+TEST_F(CommandLine, what_stands_behind_a_number_is_left_to_the_next_question) {
+    ASSERT_EQ(parse_with_input("1-2\n", {"-w", "-m", "1", "-F", "-F"}), 1);
+    EXPECT_EQ(run_options.config_choice, -2);
+    ASSERT_EQ(parse_with_input("1x2\n", {"-w", "-m", "1", "-F", "-F"}), 1);
     EXPECT_EQ(run_options.config_choice, 0);
 }
 

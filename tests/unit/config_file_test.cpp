@@ -305,6 +305,14 @@ TEST_F(ConfigFile, survives_zero_bytes) {
     EXPECT_EQ(config_.frequency, "2412");
 }
 
+TEST_F(ConfigFile, leaves_out_what_stands_behind_a_zero_byte_of_a_line) {
+    using namespace std::string_literals;
+    EXPECT_EQ(read("ssid=ab\0frequency=2412\npsk=secret\n"s), 1);
+    EXPECT_EQ(config_.ssid, "ab");
+    EXPECT_EQ(config_.frequency, "");
+    EXPECT_EQ(config_.psk, "secret");
+}
+
 TEST_F(ConfigFile, overwrites_the_device_list_for_the_capital_bus_names) {
     read("usbdevlist=/my/list\ndevice_type=USB\n");
     EXPECT_EQ(config_.usbdevlist, "/proc/bus/usb/devices");
