@@ -23,9 +23,9 @@ namespace {
 
 constexpr const char* dhcp_settings = "/tmp/udhcpd.conf";
 
-// Local ports as the kernel lists them: in hexadecimal.
-constexpr const char* dhcp_port = ":0043 ";
-constexpr const char* iperf_port = ":1389 ";
+// What the kernel tells of the sockets of this world while none is bound or listens.
+constexpr const char* no_dhcp_server = "\nUDP: inuse 0 ";
+constexpr const char* no_iperf_server = "\nTCP: inuse 0 ";
 
 void start(std::initializer_list<const char*> words) {
     if (fork() != 0) {
@@ -47,10 +47,13 @@ void start_dhcp_server() {
     start({"udhcpd", "-f", dhcp_settings});
 }
 
-void wait_for_port(const char* table, const char* port) {
+// The kernel's lists of ports would tell more, but it looks for each of them through the sockets of
+// all worlds.
+void wait_while(const char* no_server) {
     constexpr int tries = 2000;
     for (int count = 0; count < tries; ++count) {
-        if (read_file(table).value_or("").find(port) != std::string::npos) {
+        if (read_file("/proc/net/sockstat").value_or(no_server).find(no_server) ==
+            std::string::npos) {
             return;
         }
         usleep(1000);
@@ -74,10 +77,10 @@ int run_access_point(const AccessPointServices& services, Gate& network, const G
         start({"iperf", "-s"});
     }
     if (services.dhcp) {
-        wait_for_port("/proc/net/udp", dhcp_port);
+        wait_while(no_dhcp_server);
     }
     if (services.iperf) {
-        wait_for_port("/proc/net/tcp", iperf_port);
+        wait_while(no_iperf_server);
     }
     ready.open();
     while (wait(nullptr) >= 0 || errno == EINTR) {

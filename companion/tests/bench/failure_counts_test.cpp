@@ -6,6 +6,7 @@
 #include "model/modes.hpp"
 #include "reader/run_reader.hpp"
 #include "recordings.hpp"
+#include "scenario_names.hpp"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -68,13 +69,9 @@ std::vector<std::string> scripted_modes() {
 
 std::vector<Rehearsal> all_rehearsals() {
     std::vector<Rehearsal> list;
-    const fs::path folder(SCENARIO_FOLDER);
-    for (const auto& entry : fs::recursive_directory_iterator(folder)) {
-        if (entry.path().extension() != ".scenario") {
-            continue;
-        }
-        const fs::path name = fs::relative(entry.path(), folder).replace_extension();
-        const std::string group = name.has_parent_path() ? name.begin()->string() : "";
+    for (const std::string& name : test_tools::scenario_names(SCENARIO_FOLDER)) {
+        const std::size_t slash = name.find('/');
+        const std::string group = slash == std::string::npos ? "" : name.substr(0, slash);
         if (group.empty()) {
             for (const std::string& mode : scripted_modes()) {
                 list.push_back({name, {mode}});

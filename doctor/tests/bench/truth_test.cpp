@@ -2,6 +2,7 @@
 // The doctor and the run over every scenario of the bench. A new scenario is in this test at once;
 // when its failure begins during the run, one row here says so.
 
+#include "scenario_names.hpp"
 #include "truth.hpp"
 
 #include <gmock/gmock.h>
@@ -62,12 +63,7 @@ std::string letters_of(const std::string& scenario) {
 
 std::vector<Case> all_cases() {
     std::vector<Case> cases;
-    for (const auto& entry : fs::recursive_directory_iterator(SCENARIO_FOLDER)) {
-        if (entry.path().extension() != ".scenario") {
-            continue;
-        }
-        const std::string scenario =
-            fs::relative(entry.path(), SCENARIO_FOLDER).replace_extension().string();
+    for (const std::string& scenario : test_tools::scenario_names(SCENARIO_FOLDER)) {
         for (const char letter : letters_of(scenario)) {
             cases.push_back({scenario, std::string(1, letter)});
         }
