@@ -89,7 +89,8 @@ template <typename Sink>
     if (size < text.size()) {
         sink(std::string_view(text.data(), size));
     } else {
-        std::string long_text(size, '\0');
+        std::string long_text;
+        long_text.resize(size);
         std::vsnprintf(long_text.data(), size + 1, format, again);
         sink(long_text);
     }

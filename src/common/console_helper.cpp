@@ -14,6 +14,7 @@
 #include <atomic>
 #include <cerrno>
 #include <csignal>
+#include <cstdint>
 
 namespace wivex::console_helper {
 
@@ -36,7 +37,7 @@ bool may_hang(int fd) {
     if (fstat(fd, &file) != 0 || !S_ISREG(file.st_mode) || fstatfs(fd, &system) != 0) {
         return false;
     }
-    const auto type = static_cast<unsigned long>(system.f_type) & 0xffffffffUL;
+    const auto type = static_cast<std::uint32_t>(system.f_type);
     return type != TMPFS_MAGIC && type != RAMFS_MAGIC;
 }
 

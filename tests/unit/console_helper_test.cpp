@@ -303,8 +303,8 @@ TEST_F(ConsoleHelper, that_cannot_be_started_is_done_without) {
     const auto print = [&] {
         take(STDOUT_FILENO, file_.fd());
         shield_from_hanging_files();
-        print_out("a line\n");
         const std::string text = state();
+        print_out("a line\n");
         return write(told.get(), text.data(), text.size()) < 0 ? 1 : 0;
     };
     EXPECT_EQ(without_processes(print), 0);
