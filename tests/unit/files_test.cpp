@@ -2,12 +2,14 @@
 #include "children.hpp"
 #include "common/files.hpp"
 #include "common/interrupts.hpp"
+#include "pipe.hpp"
 #include "scratch.hpp"
 
 #include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <sys/time.h>
 #include <unistd.h>
 
 #include <array>
@@ -46,6 +48,39 @@ TEST_F(Files, are_read_line_by_line) {
 
 TEST_F(Files, give_a_line_that_is_too_long_in_pieces) {
     EXPECT_THAT(lines_of<5>("abcdef\n"), ElementsAre("abcd", "ef\n"));
+}
+
+TEST_F(Files, of_a_single_character_are_read) {
+    EXPECT_THAT(lines_of<16>("x"), ElementsAre("x"));
+}
+
+TEST_F(Files, end_though_a_call_before_was_interrupted) {
+    FileReader file(open_file(directory_.file("read", "").c_str(), O_RDONLY));
+    errno = EINTR;
+    EXPECT_EQ(file.get(), -1);
+}
+
+TEST_F(Files, are_read_on_after_a_signal_that_ends_nothing) {
+    static int writer = -1;
+    Pipe pipe;
+    writer = pipe.writer();
+    struct sigaction action {};
+    action.sa_handler = [](int) { [[maybe_unused]] const auto count = ::write(writer, "x", 1); };
+    ::sigaction(SIGALRM, &action, nullptr);
+    const itimerval soon{{}, {0, 50'000}};
+    ::setitimer(ITIMER_REAL, &soon, nullptr);
+    FileReader file{UniqueFd(::dup(pipe.reader()))};
+    EXPECT_EQ(file.get(), 'x');
+    ::signal(SIGALRM, SIG_DFL);
+}
+
+TEST_F(Files, that_are_new_can_be_read_and_written_by_all_whom_the_mask_does_not_forbid_it) {
+    const mode_t mask = ::umask(0);
+    open_to_write((directory_ / "new").c_str());
+    ::umask(mask);
+    struct stat status {};
+    ASSERT_EQ(::stat((directory_ / "new").c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode & 07777U, 0666U);
 }
 
 TEST_F(Files, that_cannot_be_read_have_no_lines) {
