@@ -13,7 +13,7 @@
 #include <cstdarg>
 #include <cstdio>
 #include <cstring>
-#include <memory>
+#include <string>
 #include <string_view>
 
 namespace wivex {
@@ -89,9 +89,10 @@ template <typename Sink>
     if (size < text.size()) {
         sink(std::string_view(text.data(), size));
     } else {
-        const auto long_text = std::make_unique<char[]>(size + 1);
-        std::vsnprintf(long_text.get(), size + 1, format, again);
-        sink(std::string_view(long_text.get(), size));
+        std::string long_text;
+        long_text.resize(size);
+        std::vsnprintf(long_text.data(), size + 1, format, again);
+        sink(long_text);
     }
     va_end(again);
 }

@@ -14,6 +14,7 @@
 #include <atomic>
 #include <cerrno>
 #include <csignal>
+#include <cstdint>
 
 namespace wivex::console_helper {
 
@@ -36,7 +37,7 @@ bool may_hang(int fd) {
     if (fstat(fd, &file) != 0 || !S_ISREG(file.st_mode) || fstatfs(fd, &system) != 0) {
         return false;
     }
-    const auto type = static_cast<unsigned long>(system.f_type) & 0xffffffffUL;
+    const auto type = static_cast<std::uint32_t>(system.f_type);
     return type != TMPFS_MAGIC && type != RAMFS_MAGIC;
 }
 
@@ -61,16 +62,11 @@ void write_whole(int fd, std::string_view text) {
         }
     }
     Message message{};
-    while (getppid() == run) {
-        const ssize_t length = recv(helper_end, message.data(), message.size(), 0);
-        if (length < 1) {
-            break;
-        }
+    ssize_t length{};
+    while (getppid() == run && (length = recv(helper_end, message.data(), message.size(), 0)) > 0) {
         write_whole(message[0], {message.data() + 1, static_cast<std::size_t>(length) - 1});
         const char word = 0;
-        if (::send(helper_end, &word, sizeof(word), MSG_NOSIGNAL) < 0) {
-            break;
-        }
+        ::send(helper_end, &word, sizeof(word), MSG_NOSIGNAL);
     }
     _exit(0);
 }
@@ -91,7 +87,7 @@ void start() {
         served.at(static_cast<std::size_t>(fd)) = may_hang(fd);
         wanted = wanted || serves(fd);
     }
-    std::array<int, 2> ends{-1, -1};
+    std::array<int, 2> ends{};
     if (!wanted || socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0, ends.data()) != 0) {
         lose_helper();
         return;

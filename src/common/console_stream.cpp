@@ -51,7 +51,7 @@ int patience_left_ms() {
 }
 
 bool ready_within(int fd, short events, int timeout_ms) {
-    pollfd waiting{fd, events, 0};
+    pollfd waiting{fd, events, {}};
     return poll(&waiting, 1, timeout_ms) > 0;
 }
 

@@ -131,7 +131,7 @@ int run_shell(const char* command) {
 }
 
 std::optional<std::string> read_from_shell(const char* command, std::size_t limit) {
-    std::array<int, 2> ends{-1, -1};
+    std::array<int, 2> ends{};
     if (pipe2(ends.data(), O_CLOEXEC) != 0) {
         return std::nullopt;
     }

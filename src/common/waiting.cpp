@@ -46,7 +46,7 @@ void sleep_open(timespec duration) {
 
 int wait_readable(int fd, int timeout_ms) {
     flush_out();
-    pollfd waiting{fd, POLLIN, 0};
+    pollfd waiting{fd, POLLIN, {}};
     const int ready = poll_open(waiting, timeout_ms);
     if ((waiting.revents & POLLNVAL) != 0) {
         errno = EBADF;
@@ -57,7 +57,7 @@ int wait_readable(int fd, int timeout_ms) {
 
 void wait_readable_or_next_second(int fd) {
     flush_out();
-    pollfd waiting{fd, POLLIN, 0};
+    pollfd waiting{fd, POLLIN, {}};
     const int ready = poll_open(waiting, milliseconds_to_next_second());
     if (ready != 0 && (waiting.revents & POLLIN) == 0) {
         sleep_open({0, pause_on_error_ns});

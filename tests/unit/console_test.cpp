@@ -59,6 +59,29 @@ TEST(Console, prints_errors_to_standard_error_at_once) {
     EXPECT_EQ(console.out(), "");
 }
 
+TEST(Console, flushes_an_unfinished_line_before_an_error_without_text) {
+    ConsoleCapture console;
+    print_out("prompt: ");
+    print_err("%s", "");
+    EXPECT_EQ(console.out_without_flush(), "prompt: ");
+}
+
+TEST(Console, prints_nothing_where_a_text_cannot_be_converted) {
+    ConsoleCapture console;
+    const std::array<wchar_t, 2> no_character{static_cast<wchar_t>(0x7fffffff), L'\0'};
+    print_out("before %ls after\n", no_character.data());
+    print_err("before %ls after\n", no_character.data());
+    EXPECT_EQ(console.out(), "");
+    EXPECT_EQ(console.err(), "");
+}
+
+TEST(Console, holds_the_piece_behind_the_last_newline_until_the_flush) {
+    ConsoleCapture console;
+    print_out("one line\nand");
+    EXPECT_EQ(console.out_without_flush(), "one line\n");
+    EXPECT_EQ(console.out(), "and");
+}
+
 TEST(Console, keeps_the_order_of_the_two_streams) {
     ConsoleCapture console(ConsoleCapture::Streams::together);
     print_out("1 ");
@@ -77,7 +100,8 @@ TEST(Console, prints_the_text_of_an_error) {
 
 TEST(Console, prints_texts_of_any_length_whole) {
     ConsoleCapture console;
-    for (const std::size_t length : {1U, 127U, 128U, 1023U, 1024U, 4095U, 4096U, 4097U, 1000000U}) {
+    for (const std::size_t length :
+         {1U, 127U, 128U, 1023U, 1024U, 2047U, 2048U, 2049U, 4095U, 4096U, 4097U, 1000000U}) {
         const std::string text(length, 't');
         print_out("%s\n", text.c_str());
         EXPECT_EQ(console.out(), text + "\n");

@@ -2,12 +2,14 @@
 #include "children.hpp"
 #include "common/files.hpp"
 #include "common/interrupts.hpp"
+#include "pipe.hpp"
 #include "scratch.hpp"
 
 #include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <sys/time.h>
 #include <unistd.h>
 
 #include <array>
@@ -48,6 +50,47 @@ TEST_F(Files, give_a_line_that_is_too_long_in_pieces) {
     EXPECT_THAT(lines_of<5>("abcdef\n"), ElementsAre("abcd", "ef\n"));
 }
 
+TEST_F(Files, of_a_single_character_are_read) {
+    EXPECT_THAT(lines_of<16>("x"), ElementsAre("x"));
+}
+
+TEST_F(Files, may_have_zeros_in_their_lines) {
+    const std::string content("a\0b\n", 4);
+    FileReader file(open_file(directory_.file("read", content).c_str(), O_RDONLY));
+    std::array<char, 16> line{};
+    EXPECT_TRUE(file.read_line(line));
+    EXPECT_EQ(std::string(line.data(), 4), content);
+}
+
+TEST_F(Files, end_though_a_call_before_was_interrupted) {
+    FileReader file(open_file(directory_.file("read", "").c_str(), O_RDONLY));
+    errno = EINTR;
+    EXPECT_EQ(file.get(), -1);
+}
+
+TEST_F(Files, are_read_on_after_a_signal_that_ends_nothing) {
+    static int writer = -1;
+    Pipe pipe;
+    writer = pipe.writer();
+    struct sigaction action {};
+    action.sa_handler = [](int) { [[maybe_unused]] const auto count = ::write(writer, "x", 1); };
+    ::sigaction(SIGALRM, &action, nullptr);
+    const itimerval soon{{}, {0, 50'000}};
+    ::setitimer(ITIMER_REAL, &soon, nullptr);
+    FileReader file{UniqueFd(::dup(pipe.reader()))};
+    EXPECT_EQ(file.get(), 'x');
+    ::signal(SIGALRM, SIG_DFL);
+}
+
+TEST_F(Files, that_are_new_can_be_read_and_written_by_all_whom_the_mask_does_not_forbid_it) {
+    const mode_t mask = ::umask(0);
+    open_to_write((directory_ / "new").c_str());
+    ::umask(mask);
+    struct stat status {};
+    ASSERT_EQ(::stat((directory_ / "new").c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode & 07777U, 0666U);
+}
+
 TEST_F(Files, that_cannot_be_read_have_no_lines) {
     FileReader folder(open_file(directory_.path().c_str(), O_RDONLY));
     ASSERT_TRUE(folder);
@@ -66,6 +109,42 @@ TEST_F(Files, are_written_whole_however_long_they_are) {
     file.put(std::string(10'000, 'x'));
     EXPECT_EQ(file.close(), 0);
     EXPECT_EQ(read_file(directory_ / "out"), expected + std::string(10'000, 'x'));
+}
+
+TEST_F(Files, take_a_single_character) {
+    FileWriter file(open_to_write((directory_ / "out").c_str()));
+    file.print("%c", 'x');
+    EXPECT_EQ(file.close(), 0);
+    EXPECT_EQ(read_file(directory_ / "out"), "x");
+}
+
+TEST_F(Files, take_what_is_printed_at_once_up_to_511_characters) {
+    FileWriter file(open_to_write((directory_ / "out").c_str()));
+    file.print("%s|", std::string(510, 'x').c_str());
+    file.print("%s|", std::string(511, 'y').c_str());
+    EXPECT_EQ(file.close(), 0);
+    EXPECT_EQ(read_file(directory_ / "out"), std::string(510, 'x') + "|" + std::string(511, 'y'));
+}
+
+TEST_F(Files, are_closed_without_an_error_whatever_failed_before) {
+    FileWriter file(open_to_write((directory_ / "out").c_str()));
+    errno = ENOENT;
+    EXPECT_EQ(file.close(), 0);
+    EXPECT_EQ(file.close(), 0);
+}
+
+TEST_F(Files, that_cannot_be_closed_say_why) {
+    const int fd = ::dup(STDIN_FILENO);
+    FileWriter file{UniqueFd(fd)};
+    ::close(fd);
+    EXPECT_EQ(file.close(), EBADF);
+}
+
+TEST_F(Files, that_are_no_folders_are_not_even_opened_as_one) {
+    const std::string pipe = directory_ / "pipe";
+    ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+    const int child = fork_child([&] { return open_directory(pipe.c_str()) ? 8 : 7; });
+    EXPECT_EQ(end_of_child(child, milliseconds(2000)), 7);
 }
 
 TEST_F(Files, that_take_no_more_say_why) {

@@ -9,8 +9,10 @@
 #include "scratch.hpp"
 
 #include <gtest/gtest.h>
+#include <sys/ioctl.h>
 #include <unistd.h>
 
+#include <array>
 #include <chrono>
 #include <csignal>
 #include <functional>
@@ -42,6 +44,19 @@ TEST(Interrupts, are_let_in_when_the_input_is_never_empty) {
     EXPECT_EQ(interrupted_while(SIGINT, [&] { wait_readable(pipe.reader(), -1); }), 50);
     EXPECT_EQ(interrupted_while(SIGTERM, [&] { wait_readable(pipe.reader(), 0); }), 60);
     EXPECT_EQ(interrupted_while(SIGINT, [&] { wait_readable_or_next_second(pipe.reader()); }), 50);
+}
+
+TEST(Interrupts, are_let_in_while_waiting_for_data) {
+    const Pipe pipe;
+    std::array<char, 1> data{};
+    EXPECT_EQ(interrupted_while(SIGINT, [&] { wait_for_data(pipe.reader(), data); }), 50);
+}
+
+TEST(Interrupts, are_let_in_while_waiting_for_a_driver) {
+    const Pipe pipe;
+    int length = 0;
+    const auto ask = [&] { wait_for_driver(pipe.reader(), FIONREAD, &length); };
+    EXPECT_EQ(interrupted_while(SIGTERM, ask), 60);
 }
 
 TEST(Interrupts, are_let_in_while_waiting_for_the_clock) {
@@ -103,6 +118,8 @@ TEST(Interrupts, are_held_back_again_after_every_way_of_letting_them_in) {
         [] { wait_for(0, 1000); },
         [] { wait_readable(STDIN_FILENO, 0); },
         [] { wait_for_child(fork_child([] { return 0; })); },
+        [] { wait_for_data(STDIN_FILENO, {}); },
+        [] { wait_for_driver(STDIN_FILENO, 0, nullptr); },
         [] { run_shell("true"); },
     };
     for (const auto& way : ways) {
@@ -144,9 +161,11 @@ TEST(Interrupts, are_not_let_in_any_more_once_sealed) {
 TEST(Interrupts, that_come_during_the_handler_wait_for_ever) {
     const int child = fork_child([] {
         install_interrupt_handler([](int) {
+            static volatile std::sig_atomic_t runs = 0;
+            runs = runs + 1;
             ::raise(SIGINT);
             ::raise(SIGTERM);
-            ::_exit(8);
+            ::_exit(7 + runs);
         });
         ::raise(SIGTERM);
         let_interrupts_in();

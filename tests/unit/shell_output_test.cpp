@@ -15,6 +15,14 @@ TEST(ShellOutput, is_empty_when_the_command_prints_nothing_or_fails) {
     EXPECT_EQ("", read_from_shell("exit 1", 4096));
 }
 
+TEST(ShellOutput, may_be_a_single_character) {
+    EXPECT_EQ("x", read_from_shell("printf x", 4096));
+}
+
+TEST(ShellOutput, is_that_of_a_shell_named_sh) {
+    EXPECT_EQ("sh\n", read_from_shell("echo $0", 4096));
+}
+
 TEST(ShellOutput, is_gathered_from_several_writes) {
     EXPECT_EQ("a\nb\n", read_from_shell("echo a; sleep 0.1; echo b", 4096));
 }

@@ -8,6 +8,7 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <malloc.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -74,6 +75,40 @@ TEST(RunShell, starts_the_command_with_default_actions_and_an_open_mask) {
         return run_shell("grep -q '^SigBlk:.*0000000000000000$' /proc/self/status") == 0 ? 0 : 3;
     });
     EXPECT_EQ(end_of_child(child, milliseconds(5000)), 0);
+}
+
+/// The set of signals that a command ignores; SIGHUP is its lowest bit.
+unsigned long long ignored_by_a_command() {
+    const auto set = read_from_shell("sed -n 's/^SigIgn:\t//p' /proc/self/status", 100);
+    return std::stoull(set.value(), nullptr, 16);
+}
+
+TEST(RunShell, starts_the_command_with_no_signal_ignored_but_a_hang_up) {
+    const auto usual = ignored_by_a_command();
+    const int child = fork_child([&] {
+        for (const int number : {SIGHUP, SIGINT, SIGQUIT, SIGTERM, SIGPIPE, SIGCHLD, SIGALRM}) {
+            ::signal(number, SIG_IGN);
+        }
+        return ignored_by_a_command() == (usual | 1U) ? 7 : 8;
+    });
+    EXPECT_EQ(end_of_child(child, milliseconds(5000)), 7);
+}
+
+TEST(RunShell, returns_127_where_there_is_no_shell) {
+    const int end = with_empty_folder("/bin", [] {
+        const bool told = run_shell("exit 0") == 127 << 8 && errno == ENOENT;
+        return told && !read_from_shell("echo", 10) ? 7 : 8;
+    });
+    EXPECT_THAT(end, testing::AnyOf(7, no_own_folder));
+}
+
+TEST(RunShell, keeps_no_memory) {
+    read_from_shell("exit 0", 10);
+    const auto before = ::mallinfo2().uordblks;
+    for (int time = 0; time < 10; ++time) {
+        read_from_shell("exit 0", 10);
+    }
+    EXPECT_EQ(::mallinfo2().uordblks, before);
 }
 
 class InterruptOfACommand : public testing::TestWithParam<int> {};

@@ -1,12 +1,18 @@
 // SPDX-License-Identifier: Apache-2.0
 // A child that could not be made interruptible is not started at all.
 
+#include "children.hpp"
+#include "common/console.hpp"
+#include "common/interrupts.hpp"
 #include "common/shell.hpp"
+#include "console_capture.hpp"
 
 #include <gtest/gtest.h>
 #include <spawn.h>
 
 #include <cerrno>
+#include <chrono>
+#include <csignal>
 
 namespace {
 
@@ -40,6 +46,24 @@ protected:
 TEST_F(SpawnAttributesMissing, is_reported_like_any_child_that_cannot_be_started) {
     EXPECT_EQ(run_shell("exit 0"), -1);
     EXPECT_EQ(read_from_shell("echo text", 10), std::nullopt);
+    EXPECT_EQ(errno, ENOMEM);
+}
+
+TEST_F(SpawnAttributesMissing, lets_an_interrupt_in_all_the_same) {
+    const int child = test_support::fork_child([] {
+        install_interrupt_handler(test_support::exit_by_signal);
+        ::raise(SIGINT);
+        run_shell("exit 0");
+        return 7;
+    });
+    EXPECT_EQ(test_support::end_of_child(child, std::chrono::milliseconds(2000)), 50);
+}
+
+TEST_F(SpawnAttributesMissing, leaves_nothing_of_what_was_printed_before_unwritten) {
+    test_support::ConsoleCapture console;
+    print_out("one ");
+    run_shell("exit 0");
+    EXPECT_EQ(console.out_without_flush(), "one ");
 }
 
 } // namespace

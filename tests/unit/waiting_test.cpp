@@ -10,11 +10,13 @@
 #include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/ioctl.h>
 #include <sys/resource.h>
 #include <sys/time.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <chrono>
 #include <csignal>
@@ -181,6 +183,12 @@ TEST(WaitFor, sleeps_all_microseconds_below_a_second) {
     EXPECT_GE(watch.elapsed(), milliseconds(999));
 }
 
+TEST(WaitFor, takes_a_million_microseconds_for_a_second) {
+    const Stopwatch watch;
+    wait_for(0, 1'000'000);
+    EXPECT_GE(watch.elapsed(), milliseconds(999));
+}
+
 TEST(WaitFor, does_not_sleep_for_nothing_or_less) {
     const Stopwatch watch;
     wait_for(0);
@@ -194,6 +202,25 @@ TEST(WaitFor, flushes_standard_output_first) {
     ConsoleCapture console;
     print_out("wait... ");
     wait_for(0, 1000);
+    EXPECT_EQ(console.out_without_flush(), "wait... ");
+}
+
+TEST(WaitForData, flushes_standard_output_first) {
+    ConsoleCapture console;
+    const Pipe pipe;
+    pipe.write();
+    print_out("wait... ");
+    std::array<char, 1> data{};
+    EXPECT_EQ(wait_for_data(pipe.reader(), data), 1);
+    EXPECT_EQ(console.out_without_flush(), "wait... ");
+}
+
+TEST(WaitForDriver, flushes_standard_output_first) {
+    ConsoleCapture console;
+    const Pipe pipe;
+    print_out("wait... ");
+    int length = -1;
+    EXPECT_EQ(wait_for_driver(pipe.reader(), FIONREAD, &length), 0);
     EXPECT_EQ(console.out_without_flush(), "wait... ");
 }
 

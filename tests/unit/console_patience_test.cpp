@@ -1,0 +1,112 @@
+// SPDX-License-Identifier: Apache-2.0
+// How long the termination handler waits for a reader of the console.
+
+#include "children.hpp"
+#include "common/console.hpp"
+#include "common/interrupts.hpp"
+#include "pipe.hpp"
+#include "scratch.hpp"
+
+#include <fcntl.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <array>
+#include <chrono>
+#include <csignal>
+#include <functional>
+#include <string>
+#include <thread>
+
+namespace wivex {
+namespace {
+
+using namespace test_support;
+using namespace testing;
+
+constexpr milliseconds limit{20'000};
+constexpr milliseconds tenth{100};
+
+/// More than a pipe of one page takes, and many times what is written at once.
+const std::string long_text(300'000, 'x');
+
+class ConsolePatience : public testing::Test {
+protected:
+    ConsolePatience() {
+        fcntl(pipe_.writer(), F_SETPIPE_SZ, 4096);
+    }
+
+    /// Starts a handler that prints; its streams are the pipe.
+    void start(const std::function<void()>& print) {
+        child_ = fork_child([&] {
+            dup2(pipe_.writer(), STDOUT_FILENO);
+            dup2(pipe_.writer(), STDERR_FILENO);
+            pipe_.close_writer();
+            seal_interrupts(SIGINT);
+            const Stopwatch watch;
+            print();
+            return static_cast<int>(watch.elapsed() / tenth);
+        });
+        pipe_.close_writer();
+    }
+
+    /// After a pause, takes what fits a pipe of one page.
+    std::size_t take_after(milliseconds pause) {
+        std::this_thread::sleep_for(pause);
+        std::array<char, 4096> page{};
+        const ssize_t length = read(pipe_.reader(), page.data(), page.size());
+        return length > 0 ? static_cast<std::size_t>(length) : 0;
+    }
+
+    std::size_t take_rest() {
+        std::size_t sum = 0;
+        for (std::size_t length = 1; length > 0; sum += length) {
+            length = take_after(milliseconds(0));
+        }
+        return sum;
+    }
+
+    /// How long the handler printed, to a tenth of a second.
+    milliseconds time_to_its_end() {
+        return end_of_child(child_, limit) * tenth;
+    }
+
+    Pipe pipe_;
+    int child_ = -1;
+};
+
+void print_long_text() {
+    print_out("%s", long_text.c_str());
+    flush_out();
+}
+
+TEST_F(ConsolePatience, ends_when_nothing_was_taken_for_two_seconds) {
+    start(print_long_text);
+    EXPECT_THAT(time_to_its_end(), AllOf(Ge(milliseconds(1900)), Le(milliseconds(3700))));
+}
+
+TEST_F(ConsolePatience, is_one_for_both_streams) {
+    start([] {
+        print_long_text();
+        print_err("%s", long_text.c_str());
+    });
+    EXPECT_THAT(time_to_its_end(), AllOf(Ge(milliseconds(1900)), Le(milliseconds(3700))));
+}
+
+TEST_F(ConsolePatience, with_a_slow_reader_ends_ten_seconds_after_the_first_wait) {
+    start(print_long_text);
+    while (take_after(milliseconds(300)) > 0) {
+    }
+    EXPECT_THAT(time_to_its_end(), AllOf(Ge(milliseconds(9500)), Le(milliseconds(12'500))));
+}
+
+TEST_F(ConsolePatience, is_as_long_for_a_pipe_that_does_not_block) {
+    fcntl(pipe_.writer(), F_SETFL, O_NONBLOCK);
+    start(print_long_text);
+    EXPECT_EQ(take_after(milliseconds(500)) + take_rest(), 300'000U);
+    EXPECT_THAT(time_to_its_end(), Le(milliseconds(1500)));
+}
+
+} // namespace
+} // namespace wivex
