@@ -75,5 +75,16 @@ TEST(FileConsole, gets_every_line_in_its_order) {
     EXPECT_EQ(folder.content(), piped.out);
 }
 
+TEST(FileConsole, that_is_slow_gets_the_last_line_of_a_run_without_results) {
+    HangingFolder folder;
+    if (!folder.mounted()) {
+        GTEST_SKIP() << "no file system of our own can be mounted here";
+    }
+    folder.take_time_for("softAP");
+    const BenchRun run = Bench().args({"-A"}).out_file(folder.file()).streams_together().run();
+    EXPECT_EQ(run.status, 0);
+    EXPECT_THAT(folder.content(), EndsWith("[WIFI]ERROR:create softAP problem\n"));
+}
+
 } // namespace
 } // namespace bench_test

@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: Apache-2.0
+// Loaded before the tool by the bench: a machine with little memory. It gives nothing large, so
+// that the C++ library keeps no reserve for its exceptions, and from the moment on in which the
+// address space of the process is limited to a gigabyte or less it gives nothing at all.
+
+#include <sys/resource.h>
+
+#include <cerrno>
+#include <cstddef>
+
+extern "C" void* __libc_malloc(std::size_t size);
+
+namespace {
+
+constexpr std::size_t too_large = 64 * 1024;
+constexpr rlim_t gigabyte = 1024 * 1024 * 1024;
+
+bool used_up() {
+    rlimit limit{};
+    return getrlimit(RLIMIT_AS, &limit) == 0 && limit.rlim_cur <= gigabyte;
+}
+
+} // namespace
+
+extern "C" void* malloc(std::size_t size) {
+    if (size < too_large && !used_up()) {
+        return __libc_malloc(size);
+    }
+    errno = ENOMEM;
+    return nullptr;
+}
