@@ -8,6 +8,7 @@
 #include <cerrno>
 #include <cstddef>
 
+// NOLINTNEXTLINE(bugprone-reserved-identifier): the C library's own name for its allocator
 extern "C" void* __libc_malloc(std::size_t size);
 
 namespace {
