@@ -13,8 +13,8 @@ extern "C" void* __libc_malloc(std::size_t size);
 
 namespace {
 
-constexpr std::size_t too_large = 64 * 1024;
-constexpr rlim_t gigabyte = 1024 * 1024 * 1024;
+constexpr std::size_t too_large = 65'536;
+constexpr rlim_t gigabyte = 1'073'741'824;
 
 bool used_up() {
     rlimit limit{};
