@@ -94,6 +94,5 @@ int main(int argc, char* argv[]) {
     } catch (const std::exception& failure) {
         wivex::finish_after_failure(failure);
     }
-    wivex::flush_out();
     return 0;
 }

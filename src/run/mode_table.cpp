@@ -30,8 +30,8 @@ constexpr std::array<ErrorCode, 10> legacy_wlan_codes{
     select_network_failed, dhcp_client_failed, iperf_client_failed,
     disable_network_failed};
 
-constexpr std::array<Translation, 1> legacy_wlan_translations{
-    {{scan_rejected, scan_rejected_as_recorded}}};
+constexpr std::array legacy_wlan_translations{
+    Translation{scan_rejected, scan_rejected_as_recorded}};
 
 constexpr Script p2p_device{p2p_device_test, p2p_device_codes, {}, 10};
 constexpr Script autonomous_go{autonomous_go_test, p2p_group_codes, {}, 0};

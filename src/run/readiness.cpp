@@ -8,6 +8,7 @@
 
 #include <fcntl.h>
 
+#include <algorithm>
 #include <array>
 #include <cstdlib>
 #include <cstring>
@@ -40,7 +41,7 @@ const KnownModule* find_module(const char* line) {
 // Kept.
 int decimal_reading(const char* flags) {
     constexpr std::size_t prefix_length = 2;
-    return std::strlen(flags) > prefix_length ? std::atoi(flags + prefix_length) : 0;
+    return std::atoi(flags + std::min(std::strlen(flags), prefix_length));
 }
 
 } // namespace

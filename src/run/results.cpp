@@ -5,7 +5,7 @@
 #include "common/error_code.hpp"
 
 #include <cstring>
-#include <iterator>
+#include <optional>
 
 namespace wivex {
 
@@ -19,7 +19,8 @@ void add_record(TestCaseResult& result, ErrorCode code, std::uint32_t iteration)
     ++entry.count;
 }
 
-int owner_of(ErrorCode code) {
+// The test case of a check that failed.
+std::optional<int> owner_of(ErrorCode code) {
     switch (code) {
     case error_code::module_absent:
         return test_case::module;
@@ -37,7 +38,7 @@ int owner_of(ErrorCode code) {
     case 9:
         return test_case::scan;
     default:
-        return -1;
+        return std::nullopt;
     }
 }
 
@@ -88,9 +89,8 @@ void enable_test_case(TestCaseResults& results, int index) {
 }
 
 void record_failure(TestCaseResults& results, ErrorCode code, std::uint32_t iteration) {
-    const int owner = owner_of(code);
-    if (owner >= 0) {
-        add_record(results.at(static_cast<std::size_t>(owner)), code, iteration);
+    if (const std::optional<int> owner = owner_of(code)) {
+        add_record(results.at(static_cast<std::size_t>(*owner)), code, iteration);
     }
 }
 

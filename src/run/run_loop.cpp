@@ -102,10 +102,10 @@ void run_scripted_mode(const ModeRow& mode, RunConfig& config, std::uint32_t ite
     if (code == error_code::passed) {
         // A pass is filed under iteration 1, whatever the counter says.
         record_test_case(run_options.results, mode.test_case, error_code::passed, 1);
-        return;
+    } else {
+        record_code(mode, code, iteration);
+        wait_for(mode.script->pause_after_failure);
     }
-    record_code(mode, code, iteration);
-    wait_for(mode.script->pause_after_failure);
 }
 
 void run_scan_mode(std::uint32_t iteration) {

@@ -59,7 +59,6 @@ void cleanup() {
     wpa_ctrl_close(std::exchange(event_connection, nullptr));
     print_out("[WIFI]Reset Value of sigterm_var\n");
     sigterm_var = 0;
-    flush_out();
 }
 
 void termination_handler(int signal_number) {

@@ -75,5 +75,39 @@ TEST(FileConsole, gets_every_line_in_its_order) {
     EXPECT_EQ(folder.content(), piped.out);
 }
 
+TEST(FileConsole, that_is_slow_gets_the_last_line_of_a_run_without_results) {
+    HangingFolder folder;
+    if (!folder.mounted()) {
+        GTEST_SKIP() << "no file system of our own can be mounted here";
+    }
+    folder.take_time_for("softAP");
+    const BenchRun run = Bench()
+                             .args({"-A"})
+                             .out_file(folder.file())
+                             .streams_together()
+                             .at_most(std::chrono::seconds(15))
+                             .run();
+    EXPECT_EQ(run.status, 0);
+    EXPECT_THAT(folder.content(), EndsWith("[WIFI]ERROR:create softAP problem\n"));
+}
+
+TEST(FileConsole, that_is_slow_gets_the_last_line_of_an_interrupted_run) {
+    HangingFolder folder;
+    if (!folder.mounted()) {
+        GTEST_SKIP() << "no file system of our own can be mounted here";
+    }
+    folder.take_time_for("Done..");
+    const BenchRun run = Bench()
+                             .line("interface down\nprogram ifconfig runs \"sleep 9\"")
+                             .signal("INT@child:sleep")
+                             .args({"-A"})
+                             .out_file(folder.file())
+                             .streams_together()
+                             .at_most(std::chrono::seconds(15))
+                             .run();
+    EXPECT_EQ(run.status, 0);
+    EXPECT_THAT(folder.content(), EndsWith(cleanup + "[WIFI] Done..\n"));
+}
+
 } // namespace
 } // namespace bench_test

@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "hanging_folder.hpp"
 
+#include "text_parts.hpp"
+
 #include <fcntl.h>
 #include <linux/fuse.h>
+#include <poll.h>
 #include <sys/mount.h>
 #include <sys/stat.h>
 #include <sys/uio.h>
@@ -12,6 +15,7 @@
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
+#include <utility>
 #include <vector>
 
 namespace bench_test {
@@ -21,6 +25,7 @@ namespace {
 constexpr std::uint64_t folder_node = FUSE_ROOT_ID;
 constexpr std::uint64_t file_node = 2;
 constexpr std::uint64_t seconds_valid = 3600;
+constexpr int slow_ms = 200;
 
 fuse_attr attributes_of(std::uint64_t node) {
     fuse_attr attributes{};
@@ -106,6 +111,11 @@ void HangingFolder::release() {
     }
 }
 
+void HangingFolder::take_time_for(std::string text) {
+    const std::lock_guard guard(mutex_);
+    slow_text_ = std::move(text);
+}
+
 std::string HangingFolder::content() const {
     const std::lock_guard guard(mutex_);
     return content_;
@@ -154,13 +164,25 @@ void HangingFolder::answer(std::span<const char> request) {
         return;
     }
     const auto text = request.subspan(sizeof(header) + sizeof(fuse_write_in));
+    if (!take_in({text.data(), text.size()})) {
+        return reply({}, EINTR);
+    }
     fuse_write_out taken{};
     taken.size = static_cast<std::uint32_t>(text.size());
-    {
-        const std::lock_guard guard(mutex_);
-        content_.append(text.begin(), text.end());
-    }
     reply(bytes_of(taken));
+}
+
+bool HangingFolder::take_in(std::string_view text) {
+    const std::lock_guard guard(mutex_);
+    if (!slow_text_.empty() && contains(text, slow_text_)) {
+        // Nobody else uses the file: what comes meanwhile tells that the writer ends.
+        pollfd waiting{device_.get(), POLLIN, 0};
+        if (poll(&waiting, 1, slow_ms) != 0) {
+            return false;
+        }
+    }
+    content_.append(text);
+    return true;
 }
 
 } // namespace bench_test

@@ -9,6 +9,7 @@
 #include <mutex>
 #include <span>
 #include <string>
+#include <string_view>
 #include <thread>
 
 namespace bench_test {
@@ -35,6 +36,9 @@ public:
         hangs_ = true;
     }
 
+    /// A write of what holds this text takes its time; when the writer ends meanwhile, it is lost.
+    void take_time_for(std::string text);
+
     /// Gives the file system up: what waits for it fails.
     void release();
 
@@ -44,6 +48,7 @@ public:
 private:
     void serve();
     void answer(std::span<const char> request);
+    bool take_in(std::string_view text);
 
     std::string path_ = "/tmp/hanging-folder-XXXXXX";
     wivex::UniqueFd device_;
@@ -51,6 +56,7 @@ private:
     std::atomic<bool> hangs_ = false;
     mutable std::mutex mutex_;
     std::string content_;
+    std::string slow_text_;
     std::thread server_;
 };
 

@@ -122,7 +122,7 @@ TEST(Scan, lists_the_access_points_of_earlier_iterations_again) {
 
 TEST(Scan, tells_a_room_in_which_nothing_is_heard) {
     const BenchRun run = scan(Bench("scan-nothing-heard"));
-    EXPECT_THAT(run.out, HasSubstr("[WIFI]SCAN SUCCESS AND RUN IN SHIELD ROOM\n"));
+    EXPECT_THAT(run.out, HasSubstr("[WIFI]SCAN SUCCESS AND RUN IN SHIELD ROOM\n[WIFI]Result"));
     EXPECT_EQ(run.files.at("tmp/ap_status.txt"), "//3/\n");
     EXPECT_EQ(run.result_file(), passed);
 }

@@ -102,6 +102,13 @@ TEST_F(Readiness, finds_a_module_behind_a_very_long_line) {
     EXPECT_EQ(chip_in(std::string(5000, 'x') + "\nP:  Vendor=0a5c ProdID=bd27 Rev= 0.01\n"), 3);
 }
 
+TEST_F(Readiness, reads_a_long_line_in_pieces_of_511_characters) {
+    const std::string module = "Vendor=0a5c ProdID=bd27";
+    EXPECT_EQ(chip_in(std::string(511 - module.size(), 'x') + module), 3);
+    EXPECT_EQ(chip_in(std::string(510, 'x') + module), 0); // its first letter stands in the first
+    EXPECT_EQ(chip_in(std::string(511, 'x') + module), 3);
+}
+
 TEST_F(Readiness, finds_nothing_in_an_empty_device_list) {
     EXPECT_EQ(chip_in(""), 0);
 }

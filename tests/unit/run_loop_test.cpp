@@ -9,6 +9,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <chrono>
 #include <filesystem>
 #include <ostream>
@@ -105,9 +106,14 @@ TEST_F(RunLoop, numbers_iterations_from_0) {
 
 TEST_F(RunLoop, rests_2_seconds_after_every_iteration_also_the_last) {
     run_options.iteration_count = 2;
-    const Stopwatch watch;
-    run();
-    EXPECT_THAT(watch.elapsed(), AllOf(Ge(milliseconds(3990)), Le(milliseconds(6500))));
+    // A busy machine can make a run longer, but hardly all of them.
+    milliseconds shortest(60'000);
+    for (int runs = 0; runs < 5 && shortest > milliseconds(5500); ++runs) {
+        const Stopwatch watch;
+        run();
+        shortest = std::min(shortest, watch.elapsed());
+    }
+    EXPECT_THAT(shortest, AllOf(Ge(milliseconds(3990)), Le(milliseconds(5500))));
 }
 
 // ---- codes of the legacy WLAN test -------------------------------------------------------------

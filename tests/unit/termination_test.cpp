@@ -10,6 +10,7 @@
 #include <gtest/gtest.h>
 #include <sched.h>
 #include <sys/mount.h>
+#include <sys/resource.h>
 #include <unistd.h>
 
 #include <chrono>
@@ -238,6 +239,24 @@ TEST_P(BroadcomRun, is_taken_out_of_loopback_mode_without_a_standard_output) {
 
 INSTANTIATE_TEST_SUITE_P(Chips, BroadcomRun, Values(3, 5),
                          [](const auto& chip) { return "chip_" + std::to_string(chip.param); });
+
+TEST(WithoutMemory, an_interrupted_run_tells_of_it_and_ends) {
+#ifdef __SANITIZE_ADDRESS__
+    GTEST_SKIP() << "the sanitizer ends a process without memory";
+#endif
+    ConsoleCapture console;
+    const int child = fork_child([] {
+        run_options.result_file = "/" + std::string(200'000, 'x');
+        const rlimit none{1, 1};
+        ::setrlimit(RLIMIT_AS, &none);
+        termination_handler(SIGINT);
+        return 99;
+    });
+    EXPECT_EQ(end_of_child(child, milliseconds(5000)), 0);
+    EXPECT_EQ(console.out(), "[WIFI] Got ^C. Writing results to file before quitting.Please hold "
+                             "on...\n");
+    EXPECT_EQ(console.err(), "[WIFI]Out of memory\n");
+}
 
 TEST_F(Termination, by_another_signal_only_cleans_up) {
     EXPECT_EQ(handle(SIGHUP), 0);
