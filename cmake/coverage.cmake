@@ -6,7 +6,7 @@
 
 add_library(wivex_counters OBJECT ${CMAKE_SOURCE_DIR}/tests/coverage/counters.cpp)
 
-foreach(target common ctrl diag ops tests driver)
+foreach(target common ctrl diag ops modes run)
   target_compile_options(wivex_${target} PRIVATE --coverage -fprofile-abs-path)
 endforeach()
 target_compile_options(wivex PRIVATE --coverage -fprofile-abs-path)
