@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <stop_token>
 #include <string>
 #include <thread>
 #include <vector>
@@ -41,7 +42,34 @@ TEST(QuietWait, for_a_reply_costs_next_to_nothing_too) {
     EXPECT_LT(run.processor_ms, 50);
 }
 
+/// How late this machine wakes those who sleep, all the while: three of four are woken earlier than
+/// that.
+class Lateness {
+public:
+    long long in_us() {
+        thread_.request_stop();
+        thread_.join();
+        std::sort(late_us_.begin(), late_us_.end());
+        return late_us_.at(late_us_.size() * 3 / 4);
+    }
+
+private:
+    void watch(const std::stop_token& end) {
+        while (!end.stop_requested()) {
+            const auto due = std::chrono::steady_clock::now() + milliseconds(20);
+            std::this_thread::sleep_until(due);
+            const auto late = std::chrono::steady_clock::now() - due;
+            late_us_.push_back(std::chrono::duration_cast<std::chrono::microseconds>(late).count());
+        }
+    }
+
+    std::vector<long long> late_us_;
+    std::jthread thread_{[this](const std::stop_token& end) { watch(end); }};
+};
+
+// Three wake up in turn: the supplicant, the tool, and the supplicant that notes the time.
 TEST(QuietWait, ends_within_a_millisecond_of_the_event_at_the_median) {
+    Lateness lateness;
     constexpr long long delay_us = 20'000;
     const BenchRun run =
         run_wlan(Bench("scan-results-refused")
@@ -59,7 +87,7 @@ TEST(QuietWait, ends_within_a_millisecond_of_the_event_at_the_median) {
     ASSERT_EQ(reactions.size(), 15U);
     std::sort(reactions.begin(), reactions.end());
     EXPECT_GE(reactions.front(), 0);
-    EXPECT_LT(reactions[reactions.size() / 2], 1000);
+    EXPECT_LT(reactions[reactions.size() / 2], 1000 + 3 * lateness.in_us());
 }
 
 // ---- descriptors -------------------------------------------------------------------------------
