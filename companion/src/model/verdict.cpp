@@ -5,6 +5,7 @@
 #include "model/weak_passes.hpp"
 
 #include <algorithm>
+#include <cctype>
 
 namespace wivex::report {
 
@@ -96,9 +97,9 @@ void add_gaps_in_iterations(const Run& run, Words& words) {
         words.emplace_back("no iteration is in this console");
         return;
     }
-    if (run.count(Outcome::unfinished) != 0) {
-        words.push_back(iterations_text(run.count(Outcome::unfinished)) +
-                        " did not come to the end");
+    const std::uint32_t over = run.count(Outcome::passed) + run.failed();
+    if (over < run.started) {
+        words.push_back(iterations_text(run.started - over) + " did not come to the end");
     }
     add_unjudged_check(run, Phase::module, true, words);
     add_unjudged_check(run, Phase::driver, true, words);
@@ -135,19 +136,27 @@ void add_unserved_group(const Run& run, Words& words) {
 }
 
 std::string capitalised(std::string text) {
-    if (!text.empty() && text.front() >= 'a' && text.front() <= 'z') {
-        text.front() = static_cast<char>(text.front() - 'a' + 'A');
+    if (!text.empty()) {
+        text.front() = static_cast<char>(std::toupper(static_cast<unsigned char>(text.front())));
     }
     return text;
 }
 
 std::string passed_words(const Run& run) {
-    const std::uint32_t passed = run.count(Outcome::passed);
-    if (passed == run.started) {
-        return run.started == 1 ? "The iteration passed"
-                                : "All " + std::to_string(passed) + " iterations passed";
-    }
-    return std::to_string(passed) + " of " + iterations_text(run.started) + " passed";
+    const std::string words = run.started == 1
+                                  ? "The iteration passed"
+                                  : "All " + std::to_string(run.started) + " iterations passed";
+    return words + (run.warned == 0 ? "" : ", " + std::to_string(run.warned) + " with a warning");
+}
+
+std::string passed_and_none_failed(const Run& run) {
+    return std::to_string(run.count(Outcome::passed)) + " of " + iterations_text(run.started) +
+           " passed, none failed";
+}
+
+std::string unknown_words(const Run& run, const Words& missing) {
+    return "Not known" + (missing.empty() ? "" : ": " + missing.front()) +
+           (run.started == 0 ? "" : "; " + passed_and_none_failed(run));
 }
 
 } // namespace
@@ -207,22 +216,15 @@ std::string verdict_sentence(const Run& run) {
     const Judgement judgement = judge(run);
     switch (judgement.verdict) {
     case RunVerdict::passed:
-        return passed_words(run) +
-               (run.warned == 0 ? "" : ", " + std::to_string(run.warned) + " with a warning");
+        return passed_words(run);
     case RunVerdict::failed:
         return run.end == RunEnd::not_started ? "The run did not start"
                                               : capitalised(judgement.missing.front());
     case RunVerdict::interrupted:
-        return "Interrupted by ^C: " + std::to_string(run.count(Outcome::passed)) + " of " +
-               iterations_text(run.started) + " passed, none failed";
+        return "Interrupted by ^C: " + passed_and_none_failed(run);
     default:
-        break;
+        return unknown_words(run, judgement.missing);
     }
-    const std::string why = judgement.missing.empty() ? "" : ": " + judgement.missing.front();
-    return run.started == 0
-               ? "Not known" + why
-               : "Not known" + why + "; " + std::to_string(run.count(Outcome::passed)) + " of " +
-                     iterations_text(run.started) + " passed, none failed";
 }
 
 std::string verdict_sentence(const Log& log) {

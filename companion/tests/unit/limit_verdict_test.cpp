@@ -37,17 +37,25 @@ LimitResult judged(const std::string& console, std::string_view limit) {
 }
 
 // Limits that a user could not set at once.
-std::vector<LimitVerdict> judged_at_once(const std::string& console,
-                                         std::initializer_list<std::string_view> limits) {
+ReaderOptions held_against_all(std::initializer_list<std::string_view> limits) {
     ReaderOptions options;
     for (const std::string_view limit : limits) {
         options.limits.push_back(limits_of({limit}).at(0));
     }
+    return options;
+}
+
+std::vector<LimitVerdict> verdicts_on(const Log& log) {
     std::vector<LimitVerdict> verdicts;
-    for (const LimitResult& result : judge_limits(read(console, options))) {
+    for (const LimitResult& result : judge_limits(log)) {
         verdicts.push_back(result.verdict);
     }
     return verdicts;
+}
+
+std::vector<LimitVerdict> judged_at_once(const std::string& console,
+                                         std::initializer_list<std::string_view> limits) {
+    return verdicts_on(read(console, held_against_all(limits)));
 }
 
 // The stamps of a logging tool: every line comes `step` seconds after the one before.
@@ -184,18 +192,19 @@ TEST(LimitVerdict, is_exact_where_only_a_part_of_the_values_is_kept) {
     for (int i = 0; i < 4000; ++i) {
         console += refused;
     }
-    console += end;
-    const auto run = read_run(console);
+    const Log log =
+        read(console + end, held_against_all({"throughput.p95<=100", "throughput.p95<=200",
+                                              "throughput.p99>=200", "throughput.p95>=94",
+                                              "throughput.p95>=94.1", "throughput.median<=100",
+                                              "throughput.most<=100", "throughput<=100"}));
+    const auto& run = log.runs.back();
     EXPECT_FALSE(run.throughput_series.keeps_all());
     EXPECT_DOUBLE_EQ(run.throughput_series.quantile(0.95), 94) << "the kept ones miss them";
-    EXPECT_THAT(judged_at_once(console,
-                               {"throughput.p95<=100", "throughput.p95<=200", "throughput.p99>=200",
-                                "throughput.p95>=94", "throughput.p95>=94.1",
-                                "throughput.median<=100", "throughput.most<=100"}),
+    EXPECT_THAT(verdicts_on(log),
                 ElementsAre(LimitVerdict::outside, LimitVerdict::within, LimitVerdict::within,
                             LimitVerdict::within, LimitVerdict::within, LimitVerdict::within,
-                            LimitVerdict::outside));
-    const LimitResult each = judged(console, "throughput<=100");
+                            LimitVerdict::outside, LimitVerdict::outside));
+    const LimitResult each = judge_limits(log).back();
     EXPECT_EQ(each.broken, 768U);
     EXPECT_THAT(each.iterations, SizeIs(100));
 }
@@ -227,12 +236,12 @@ TEST(LimitVerdict, is_that_of_the_worst_run_for_every_limit) {
     const std::string console = banner + legacy_pass + end + banner + legacy_pass_at("15.0") + end +
                                 banner + legacy_pass + end;
     ReaderOptions options;
-    options.limits = limits_of({"failures<=0", "throughput>=30", "throughput.most>=30"});
+    options.limits = limits_of({"throughput.least>=30", "failures<=0", "throughput>=30"});
     const std::vector<LimitResult> results = judge_limits(read(console, options));
-    EXPECT_THAT(results, ElementsAre(Field(&LimitResult::verdict, LimitVerdict::within),
-                                     Field(&LimitResult::verdict, LimitVerdict::outside),
+    EXPECT_THAT(results, ElementsAre(Field(&LimitResult::verdict, LimitVerdict::outside),
+                                     Field(&LimitResult::verdict, LimitVerdict::within),
                                      Field(&LimitResult::verdict, LimitVerdict::outside)));
-    EXPECT_DOUBLE_EQ(results[1].value.value_or(0), 15);
+    EXPECT_DOUBLE_EQ(results[2].value.value_or(0), 15);
 }
 
 TEST(LimitVerdict, is_that_of_the_first_of_several_runs_that_break_it) {
@@ -242,8 +251,9 @@ TEST(LimitVerdict, is_that_of_the_first_of_several_runs_that_break_it) {
 }
 
 TEST(LimitVerdict, is_asked_of_a_traffic_of_nothing_as_well) {
-    EXPECT_EQ(judged(banner + legacy_pass_at("0.0") + end, "throughput>=1").verdict,
-              LimitVerdict::outside);
+    const LimitResult result = judged(banner + legacy_pass_at("0.00") + end, "throughput>=1");
+    EXPECT_EQ(result.verdict, LimitVerdict::outside);
+    EXPECT_THAT(result.iterations, ElementsAre(0));
 }
 
 TEST(LimitVerdict, is_not_known_without_any_run) {

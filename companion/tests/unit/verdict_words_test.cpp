@@ -86,6 +86,15 @@ TEST(FailedRunSays, its_first_cause_with_a_capital) {
                                     "went on, and the result file does not count it");
 }
 
+TEST(FailedRunSays, how_many_failures_were_recorded_when_no_iteration_shows_them) {
+    auto run = read_run(passed_run);
+    run.causes.at(index_of(Cause::scan_rejected)).failures = 1;
+    EXPECT_THAT(judge(run).missing, ElementsAre("1 failure was recorded"));
+    EXPECT_EQ(judge(run).verdict, RunVerdict::failed);
+    run.causes.at(index_of(Cause::scan_rejected)).failures = 2;
+    EXPECT_THAT(judge(run).missing, ElementsAre("2 failures were recorded"));
+}
+
 // ---- A run of which something is missing
 
 TEST(UnknownRunSays, that_its_beginning_or_its_end_is_not_there) {
@@ -165,6 +174,8 @@ TEST(UnknownRunSays, that_iterations_are_missing) {
 TEST(UnknownRunSays, what_the_softap_mode_never_shows) {
     EXPECT_THAT(missing_in(banner + checks_pass + "[WIFI]softAP created successfuly.\n" + end),
                 ElementsAre("the softAP mode writes no result file and tries no access point"));
+    EXPECT_THAT(missing_in(banner + checks_pass + "[WIFI]ERROR:create softAP problem\n"),
+                ElementsAre("the softAP mode writes no result file and tries no access point"));
 }
 
 TEST(UnknownRunSays, that_a_group_of_its_own_ended_by_itself) {
@@ -189,6 +200,22 @@ TEST(InterruptedRunSays, nothing_of_the_interrupt_when_its_beginning_is_not_ther
     EXPECT_EQ(sentence_of(legacy_pass + checks_pass + interrupt),
               "Not known: the beginning of the run is not in this console; "
               "1 of 2 iterations passed, none failed");
+}
+
+TEST(PassedRunSays, how_many_iterations_passed_with_a_warning) {
+    const std::string heard_nothing = checks_pass + "[WIFI]SCAN SUCCESS AND RUN IN SHIELD ROOM\n";
+    EXPECT_EQ(sentence_of(banner + heard_nothing + end), "The iteration passed, 1 with a warning");
+    EXPECT_EQ(sentence_of(banner + heard_nothing + legacy_pass + end),
+              "All 2 iterations passed, 1 with a warning");
+}
+
+TEST(PassedRun, has_an_outcome_for_every_iteration) {
+    auto run = read_run(banner + checks_pass + "[WIFI]LOOPBACK SUCCESS\n" + checks_pass +
+                        "[WIFI]LOOPBACK SUCCESS\n" + end);
+    EXPECT_EQ(judge(run).verdict, RunVerdict::passed);
+    run.outcomes.at(static_cast<std::size_t>(Outcome::passed)) = 1;
+    EXPECT_THAT(judge(run).missing, ElementsAre("1 iteration did not come to the end"));
+    EXPECT_EQ(judge(run).verdict, RunVerdict::unknown);
 }
 
 TEST(PassedRunSays, how_many_iterations_passed) {
