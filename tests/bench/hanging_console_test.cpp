@@ -29,7 +29,8 @@ bool shows(const HangingFolder& folder, std::string_view text) {
     return false;
 }
 
-class HangingConsole : public testing::TestWithParam<const char*> {
+template <typename Base>
+class OnHangingFolder : public Base {
 protected:
     void SetUp() override {
         if (!folder_.mounted()) {
@@ -39,6 +40,10 @@ protected:
 
     HangingFolder folder_;
 };
+
+class HangingConsole : public OnHangingFolder<testing::TestWithParam<const char*>> {};
+
+class FileConsole : public OnHangingFolder<testing::Test> {};
 
 TEST_P(HangingConsole, does_not_hold_the_end_of_the_run) {
     const auto run = Bench("endless-event-flood")
@@ -61,52 +66,40 @@ TEST_P(HangingConsole, does_not_hold_the_end_of_the_run) {
 INSTANTIATE_TEST_SUITE_P(Signals, HangingConsole, testing::Values("INT", "TERM"),
                          [](const auto& signal) { return std::string(signal.param); });
 
-TEST(FileConsole, gets_every_line_in_its_order) {
-    const HangingFolder folder;
-    if (!folder.mounted()) {
-        GTEST_SKIP() << "no file system of our own can be mounted here";
-    }
+TEST_F(FileConsole, gets_every_line_in_its_order) {
     const BenchRun piped = Bench("scan-refused").args({"-w"}).streams_together().run();
     const BenchRun run =
-        Bench("scan-refused").args({"-w"}).out_file(folder.file()).streams_together().run();
+        Bench("scan-refused").args({"-w"}).out_file(folder_.file()).streams_together().run();
     EXPECT_EQ(run.status, 0);
     EXPECT_THAT(piped.out,
                 HasSubstr("Scan Command not successful\nFail to send Scan Command!!!\n"));
-    EXPECT_EQ(folder.content(), piped.out);
+    EXPECT_EQ(folder_.content(), piped.out);
 }
 
-TEST(FileConsole, that_is_slow_gets_the_last_line_of_a_run_without_results) {
-    HangingFolder folder;
-    if (!folder.mounted()) {
-        GTEST_SKIP() << "no file system of our own can be mounted here";
-    }
-    folder.take_time_for("softAP");
+TEST_F(FileConsole, that_is_slow_gets_the_last_line_of_a_run_without_results) {
+    folder_.take_time_for("softAP");
     const BenchRun run = Bench()
                              .args({"-A"})
-                             .out_file(folder.file())
+                             .out_file(folder_.file())
                              .streams_together()
                              .at_most(std::chrono::seconds(15))
                              .run();
     EXPECT_EQ(run.status, 0);
-    EXPECT_THAT(folder.content(), EndsWith("[WIFI]ERROR:create softAP problem\n"));
+    EXPECT_THAT(folder_.content(), EndsWith("[WIFI]ERROR:create softAP problem\n"));
 }
 
-TEST(FileConsole, that_is_slow_gets_the_last_line_of_an_interrupted_run) {
-    HangingFolder folder;
-    if (!folder.mounted()) {
-        GTEST_SKIP() << "no file system of our own can be mounted here";
-    }
-    folder.take_time_for("Done..");
+TEST_F(FileConsole, that_is_slow_gets_the_last_line_of_an_interrupted_run) {
+    folder_.take_time_for("Done..");
     const BenchRun run = Bench()
                              .line("interface down\nprogram ifconfig runs \"sleep 9\"")
                              .signal("INT@child:sleep")
                              .args({"-A"})
-                             .out_file(folder.file())
+                             .out_file(folder_.file())
                              .streams_together()
                              .at_most(std::chrono::seconds(15))
                              .run();
     EXPECT_EQ(run.status, 0);
-    EXPECT_THAT(folder.content(), EndsWith(cleanup + "[WIFI] Done..\n"));
+    EXPECT_THAT(folder_.content(), EndsWith(cleanup + "[WIFI] Done..\n"));
 }
 
 } // namespace
