@@ -179,9 +179,7 @@ Judgement judge(const Run& run) {
     } else if (interrupted && whole_frame && run.started != 0) {
         judgement.verdict = RunVerdict::interrupted;
         failures.push_back("the run was ended by ^C");
-    } else if (!gaps.empty() || interrupted) {
-        judgement.verdict = RunVerdict::unknown;
-    } else {
+    } else if (gaps.empty() && !interrupted) {
         judgement.verdict = RunVerdict::passed;
     }
     judgement.whole = gaps.empty() && run.evidence.losses.count == 0;

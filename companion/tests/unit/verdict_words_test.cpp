@@ -95,6 +95,13 @@ TEST(FailedRunSays, how_many_failures_were_recorded_when_no_iteration_shows_them
     EXPECT_THAT(judge(run).missing, ElementsAre("2 failures were recorded"));
 }
 
+TEST(FailedRunSays, how_often_something_failed_at_the_interrupt) {
+    auto run = read_run(passed_run);
+    run.causes.at(index_of(Cause::scan_rejected)).unrecorded = 2;
+    EXPECT_THAT(judge(run).missing,
+                ElementsAre("SCAN refused: 2 times at the interrupt, before the tool counted it"));
+}
+
 // ---- A run of which something is missing
 
 TEST(UnknownRunSays, that_its_beginning_or_its_end_is_not_there) {
