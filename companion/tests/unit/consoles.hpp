@@ -50,6 +50,12 @@ inline std::string legacy_pass_at(const std::string& megabits) {
     return pass;
 }
 
+// The mode goes on without an address.
+inline const std::string without_address = checks_pass + scan_and_associate +
+                                           "Executing dhclient...\nFail to start udhcpc!!!\n"
+                                           "ERROR:UDHCHPC START FAILED\n" +
+                                           traffic + disconnect + session_closes;
+
 inline const std::string refused = checks_pass +
                                    "Scan Command not successful\n"
                                    "Fail to send Scan Command!!!\nERROR:SCAN-FAIL\n" +

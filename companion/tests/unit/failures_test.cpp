@@ -15,14 +15,9 @@ using namespace report_test;
 using namespace wivex::report;
 using testing::ElementsAre;
 
-const CauseCount& count_of(const wivex::report::Run& run, Cause cause) {
+const CauseCount& counted(const wivex::report::Run& run, Cause cause) {
     return run.causes.at(index_of(cause));
 }
-
-const std::string no_address = checks_pass + scan_and_associate +
-                               "Executing dhclient...\nFail to start udhcpc!!!\n"
-                               "ERROR:UDHCHPC START FAILED\n" +
-                               traffic + disconnect + session_closes;
 
 TEST(FailureOfACheck, is_kept_with_its_lines) {
     const auto run = read_run(banner +
@@ -56,7 +51,7 @@ TEST(FailureOfAMode, is_the_first_one_told_in_an_iteration) {
     EXPECT_EQ(run.failures.front().cause, Cause::scan_rejected);
     EXPECT_EQ(run.failures.front().iteration, 1U);
     EXPECT_FALSE(run.failures.front().concluded);
-    EXPECT_EQ(count_of(run, Cause::scan_rejected).failures, 1U);
+    EXPECT_EQ(counted(run, Cause::scan_rejected).failures, 1U);
 }
 
 TEST(FailureOfAMode, takes_its_pass_back) {
@@ -68,8 +63,8 @@ TEST(FailureOfAMode, takes_its_pass_back) {
 
 TEST(FailureOfAMode, counts_at_once_when_no_session_was_open) {
     const auto run = read_run(banner + checks_pass + "unable to open sockets\n" + interrupt);
-    EXPECT_EQ(count_of(run, Cause::session_not_open).failures, 1U);
-    EXPECT_EQ(count_of(run, Cause::session_not_open).unrecorded, 0U);
+    EXPECT_EQ(counted(run, Cause::session_not_open).failures, 1U);
+    EXPECT_EQ(counted(run, Cause::session_not_open).unrecorded, 0U);
     EXPECT_EQ(run.failed(), 1U);
 }
 
@@ -90,7 +85,8 @@ TEST(FailureOfAMode, that_is_concluded_stands_in_its_phase) {
 }
 
 TEST(Warning, is_kept_as_one) {
-    const auto run = read_run(banner + legacy_pass + no_address + legacy_pass + no_address + end);
+    const auto run =
+        read_run(banner + legacy_pass + without_address + legacy_pass + without_address + end);
     ASSERT_EQ(run.failures.size(), 2U);
     EXPECT_EQ(run.failures.front().cause, Cause::dhcp_client);
     EXPECT_EQ(run.failures.front().iteration, 1U);
@@ -104,18 +100,18 @@ TEST(Warning, is_kept_as_one) {
 TEST(CauseCount, tells_the_first_and_the_last_iteration_of_a_failure) {
     const auto run =
         read_run(banner + legacy_pass + refused + legacy_pass + refused + refused + end);
-    EXPECT_EQ(count_of(run, Cause::scan_rejected).failures, 3U);
-    EXPECT_EQ(count_of(run, Cause::scan_rejected).first_iteration, 1U);
-    EXPECT_EQ(count_of(run, Cause::scan_rejected).last_iteration, 4U);
+    EXPECT_EQ(counted(run, Cause::scan_rejected).failures, 3U);
+    EXPECT_EQ(counted(run, Cause::scan_rejected).first_iteration, 1U);
+    EXPECT_EQ(counted(run, Cause::scan_rejected).last_iteration, 4U);
 }
 
 TEST(CauseCount, tells_the_first_and_the_last_iteration_of_a_warning) {
-    const auto run =
-        read_run(banner + legacy_pass + no_address + legacy_pass + no_address + no_address + end);
-    EXPECT_EQ(count_of(run, Cause::dhcp_client).warnings, 3U);
-    EXPECT_EQ(count_of(run, Cause::dhcp_client).failures, 0U);
-    EXPECT_EQ(count_of(run, Cause::dhcp_client).first_iteration, 1U);
-    EXPECT_EQ(count_of(run, Cause::dhcp_client).last_iteration, 4U);
+    const auto run = read_run(banner + legacy_pass + without_address + legacy_pass +
+                              without_address + without_address + end);
+    EXPECT_EQ(counted(run, Cause::dhcp_client).warnings, 3U);
+    EXPECT_EQ(counted(run, Cause::dhcp_client).failures, 0U);
+    EXPECT_EQ(counted(run, Cause::dhcp_client).first_iteration, 1U);
+    EXPECT_EQ(counted(run, Cause::dhcp_client).last_iteration, 4U);
 }
 
 } // namespace

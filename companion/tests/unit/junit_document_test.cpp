@@ -3,7 +3,7 @@
 // that were left out, and no run at all.
 
 #include "consoles.hpp"
-#include "model/limit_text.hpp"
+#include "limit_options.hpp"
 #include "writers/junit_writer.hpp"
 
 #include <gtest/gtest.h>
@@ -19,16 +19,8 @@ namespace {
 using namespace report_test;
 using namespace wivex::report;
 
-ReaderOptions held_against(std::initializer_list<std::string_view> limits) {
-    ReaderOptions options;
-    for (const std::string_view limit : limits) {
-        EXPECT_EQ(add_limit(options.limits, limit), "");
-    }
-    return options;
-}
-
 // As a logging tool writes it: a line each quarter of a second.
-std::string stamped(const std::string& console) {
+std::string each_quarter_second(const std::string& console) {
     std::string text;
     double seconds = 0;
     for (std::size_t at = 0; at < console.size();) {
@@ -108,13 +100,9 @@ the mode showed a pass in only 1 of 3 iterations
 )xml";
 
 TEST(JunitDocument, has_times_failures_limits_and_the_device) {
-    const std::string no_address = checks_pass + scan_and_associate +
-                                   "Executing dhclient...\nFail to start udhcpc!!!\n"
-                                   "ERROR:UDHCHPC START FAILED\n" +
-                                   traffic + disconnect + session_closes;
-    Log log = read(stamped(banner + refused + no_address + checks_pass +
-                           "Scan Command Sent Successfully...\n" + interrupt),
-                   held_against({"failures<=1", "throughput>=100"}));
+    Log log = read(each_quarter_second(banner + refused + without_address + checks_pass +
+                                       "Scan Command Sent Successfully...\n" + interrupt),
+                   with_limits({"failures<=1", "throughput>=100"}));
     log.identity.serial = "SN-7";
     log.identity.attempt = 2;
     log.identity.facts.emplace_back("kernel", "6.1");
@@ -150,8 +138,8 @@ constexpr std::string_view document_of_a_weak_pass = R"xml(
 )xml";
 
 TEST(JunitDocument, says_what_a_pass_does_not_show) {
-    const Log log =
-        read(stamped(banner + checks_pass + "[WIFI]SCAN SUCCESS AND RUN IN SHIELD ROOM\n" + end));
+    const Log log = read(each_quarter_second(banner + checks_pass +
+                                             "[WIFI]SCAN SUCCESS AND RUN IN SHIELD ROOM\n" + end));
     EXPECT_EQ(write_junit(log), document_of_a_weak_pass.substr(1));
 }
 
@@ -225,7 +213,7 @@ TEST(JunitDocument, ends_with_the_runs_that_were_left_out) {
     for (int i = 0; i < 9; ++i) {
         console += small;
     }
-    const std::string text = write_junit(read(console, held_against({"failures<=0"})));
+    const std::string text = write_junit(read(console, with_limits({"failures<=0"})));
     EXPECT_EQ(text.substr(text.find(" <testsuite name=\"wivex runs left out")),
               suite_of_runs_left_out.substr(1));
 }
@@ -248,7 +236,7 @@ constexpr std::string_view document_without_run = R"xml(
 )xml";
 
 TEST(JunitDocument, is_an_error_without_any_run) {
-    EXPECT_EQ(write_junit(read("nothing of the tool\n", held_against({"failures<=0"}))),
+    EXPECT_EQ(write_junit(read("nothing of the tool\n", with_limits({"failures<=0"}))),
               document_without_run.substr(1));
 }
 

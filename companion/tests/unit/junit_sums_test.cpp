@@ -18,12 +18,12 @@ using namespace report_test;
 using namespace wivex::report;
 using testing::ElementsAre;
 
-const std::string unfinished = checks_pass + "Scan Command Sent Successfully...\n";
+const std::string scan_began = checks_pass + "Scan Command Sent Successfully...\n";
 
 // As many iterations as are listed, and more behind them.
 pugi::xml_document long_run(const std::string& behind) {
-    std::string console = banner;
-    for (std::size_t i = 0; i < 5000; ++i) {
+    std::string console = banner + refused;
+    for (std::size_t i = 1; i < 5000; ++i) {
         console += legacy_pass;
     }
     pugi::xml_document document;
@@ -48,7 +48,7 @@ std::vector<std::string> sums_in(const pugi::xml_document& document, std::string
 }
 
 TEST(JunitSums, tell_how_many_failed) {
-    const auto document = long_run(refused + refused + legacy_pass + unfinished);
+    const auto document = long_run(refused + refused + legacy_pass + scan_began);
     EXPECT_THAT(
         sums_in(document, "iterations 5000 to 5003"),
         ElementsAre("wivex.legacy-wlan.iterations: failure failure 2 of 4 failed",
@@ -66,7 +66,7 @@ TEST(JunitSums, tell_how_many_failed) {
 
 TEST(JunitSums, show_no_pass_where_one_is_unfinished) {
     EXPECT_THAT(
-        sums_in(long_run(legacy_pass + unfinished), "iterations 5000 to 5001"),
+        sums_in(long_run(legacy_pass + scan_began), "iterations 5000 to 5001"),
         ElementsAre("wivex.legacy-wlan.iterations: skipped  ", "wivex.legacy-wlan.module: passed  ",
                     "wivex.legacy-wlan.driver: passed  ", "wivex.legacy-wlan.scan: skipped  ",
                     "wivex.legacy-wlan.associate: passed  ", "wivex.legacy-wlan.dhcp: passed  ",
@@ -107,6 +107,13 @@ TEST(JunitFailure, names_what_lies_behind_its_cause) {
     EXPECT_THAT(write_junit(read(banner + wrong_key + end)),
                 testing::HasSubstr("<failure message=\"SELECT_NETWORK failed or timed out: wrong "
                                    "pass phrase\" type=\"network-not-selected\">"));
+}
+
+TEST(JunitFailure, that_is_concluded_says_so) {
+    EXPECT_THAT(write_junit(read(banner + checks_pass + scan_and_associate + take_address +
+                                 "IPERF not set in conf. file!!\nDISABLE_NETWORK 0 \n" +
+                                 session_closes + end)),
+                testing::HasSubstr("\nConcluded: standard error is not part of this console.\n"));
 }
 
 TEST(JunitFailure, whose_lines_are_not_kept_leads_to_the_counts) {

@@ -2,7 +2,7 @@
 // Whether the figures of a run are within their limits, and when nobody can know.
 
 #include "consoles.hpp"
-#include "model/limit_text.hpp"
+#include "limit_options.hpp"
 #include "model/limit_verdict.hpp"
 #include "model/verdict.hpp"
 
@@ -18,29 +18,15 @@ using namespace report_test;
 using namespace wivex::report;
 using namespace testing;
 
-std::vector<Limit> limits_of(std::initializer_list<std::string_view> texts) {
-    std::vector<Limit> limits;
-    for (const std::string_view text : texts) {
-        EXPECT_EQ(add_limit(limits, text), "");
-    }
-    return limits;
-}
-
-ReaderOptions held_against(std::string_view text) {
-    ReaderOptions options;
-    options.limits = limits_of({text});
-    return options;
-}
-
 LimitResult judged(const std::string& console, std::string_view limit) {
-    return judge_limits(read(console, held_against(limit))).at(0);
+    return judge_limits(read(console, with_limits({limit}))).at(0);
 }
 
 // Limits that a user could not set at once.
 ReaderOptions held_against_all(std::initializer_list<std::string_view> limits) {
     ReaderOptions options;
     for (const std::string_view limit : limits) {
-        options.limits.push_back(limits_of({limit}).at(0));
+        options.limits.push_back(with_limits({limit}).limits.at(0));
     }
     return options;
 }
@@ -124,7 +110,7 @@ TEST(LimitVerdict, is_not_known_when_a_passed_iteration_has_no_value) {
 
 TEST(LimitVerdict, leaves_an_iteration_that_failed_to_the_verdict_of_the_tool) {
     EXPECT_EQ(judged(mixed, "throughput>=90").verdict, LimitVerdict::within);
-    EXPECT_EQ(judge(read(mixed, held_against("throughput>=90"))), RunVerdict::failed);
+    EXPECT_EQ(judge(read(mixed, with_limits({"throughput>=90"}))), RunVerdict::failed);
 }
 
 TEST(LimitVerdict, is_never_within_on_a_console_that_does_not_show_the_whole_run) {
@@ -170,7 +156,7 @@ TEST(LimitVerdict, judges_what_is_shown) {
 }
 
 TEST(LimitVerdict, forgets_times_that_were_those_of_a_saved_console) {
-    ReaderOptions options = held_against("scan<=5s");
+    ReaderOptions options = with_limits({"scan<=5s"});
     options.arrival_times = true;
     RunReader reader(options);
     reader.feed(banner + legacy_pass, 0);
@@ -225,7 +211,7 @@ TEST(LimitVerdict, is_that_of_the_worst_run_also_of_one_that_was_left_out) {
     for (int i = 0; i < 9; ++i) {
         console += banner + legacy_pass + end;
     }
-    const Log log = read(console, held_against("throughput>=30"));
+    const Log log = read(console, with_limits({"throughput>=30"}));
     EXPECT_EQ(log.dropped_runs, 2U);
     EXPECT_EQ(worst_of(judge_limits(log.runs.back())), LimitVerdict::within);
     EXPECT_EQ(worst_of(judge_limits(log)), LimitVerdict::outside);
@@ -235,9 +221,8 @@ TEST(LimitVerdict, is_that_of_the_worst_run_also_of_one_that_was_left_out) {
 TEST(LimitVerdict, is_that_of_the_worst_run_for_every_limit) {
     const std::string console = banner + legacy_pass + end + banner + legacy_pass_at("15.0") + end +
                                 banner + legacy_pass + end;
-    ReaderOptions options;
-    options.limits = limits_of({"throughput.least>=30", "failures<=0", "throughput>=30"});
-    const std::vector<LimitResult> results = judge_limits(read(console, options));
+    const std::vector<LimitResult> results = judge_limits(
+        read(console, with_limits({"throughput.least>=30", "failures<=0", "throughput>=30"})));
     EXPECT_THAT(results, ElementsAre(Field(&LimitResult::verdict, LimitVerdict::outside),
                                      Field(&LimitResult::verdict, LimitVerdict::within),
                                      Field(&LimitResult::verdict, LimitVerdict::outside)));
@@ -266,7 +251,7 @@ TEST(LimitVerdict, never_changes_the_verdict_of_the_tool) {
     for (const std::string& console :
          {mixed, slow_between, banner + legacy_pass + end, banner + checks_pass, std::string()}) {
         for (const char* const limit : {"throughput>=1000", "failures<=0", "dhcp<=1s"}) {
-            EXPECT_EQ(judge(read(console, held_against(limit))), judge(read(console)));
+            EXPECT_EQ(judge(read(console, with_limits({limit}))), judge(read(console)));
         }
     }
 }

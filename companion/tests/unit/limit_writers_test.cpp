@@ -3,8 +3,8 @@
 
 #include "consoles.hpp"
 #include "junit_schema.hpp"
+#include "limit_options.hpp"
 #include "model/histogram.hpp"
-#include "model/limit_text.hpp"
 #include "writers/html_writer.hpp"
 #include "writers/json_writer.hpp"
 #include "writers/junit_writer.hpp"
@@ -23,14 +23,6 @@ namespace {
 using namespace report_test;
 using namespace wivex::report;
 using namespace testing;
-
-ReaderOptions with_limits(std::initializer_list<std::string_view> texts) {
-    ReaderOptions options;
-    for (const std::string_view text : texts) {
-        EXPECT_EQ(add_limit(options.limits, text), "");
-    }
-    return options;
-}
 
 const std::string good = banner + legacy_pass + legacy_pass + end;
 const std::string slow_once = banner + legacy_pass + legacy_pass_at("11.2") + legacy_pass + end;
