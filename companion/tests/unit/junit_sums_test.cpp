@@ -22,8 +22,8 @@ const std::string scan_began = checks_pass + "Scan Command Sent Successfully...\
 
 // As many iterations as are listed, and more behind them.
 pugi::xml_document long_run(const std::string& behind) {
-    std::string console = banner + refused;
-    for (std::size_t i = 1; i < 5000; ++i) {
+    std::string console = banner + refused + scan_began;
+    for (std::size_t i = 2; i < 5000; ++i) {
         console += legacy_pass;
     }
     pugi::xml_document document;
@@ -74,6 +74,16 @@ TEST(JunitSums, show_no_pass_where_one_is_unfinished) {
                     "wivex.legacy-wlan.disconnect: passed  "));
 }
 
+TEST(JunitSums, pass_whatever_came_before_them) {
+    EXPECT_THAT(
+        sums_in(long_run(legacy_pass + legacy_pass), "iterations 5000 to 5001"),
+        ElementsAre("wivex.legacy-wlan.iterations: passed  ", "wivex.legacy-wlan.module: passed  ",
+                    "wivex.legacy-wlan.driver: passed  ", "wivex.legacy-wlan.scan: passed  ",
+                    "wivex.legacy-wlan.associate: passed  ", "wivex.legacy-wlan.dhcp: passed  ",
+                    "wivex.legacy-wlan.traffic: passed  ",
+                    "wivex.legacy-wlan.disconnect: passed  "));
+}
+
 TEST(JunitSums, leave_a_phase_out_that_none_reached) {
     EXPECT_THAT(sums_in(long_run(refused), "iterations 5000 to 5000"),
                 ElementsAre("wivex.legacy-wlan.iterations: failure failure 1 of 1 failed",
@@ -114,6 +124,14 @@ TEST(JunitFailure, that_is_concluded_says_so) {
                                  "IPERF not set in conf. file!!\nDISABLE_NETWORK 0 \n" +
                                  session_closes + end)),
                 testing::HasSubstr("\nConcluded: standard error is not part of this console.\n"));
+}
+
+TEST(JunitFailure, that_the_result_file_leaves_out_says_so) {
+    EXPECT_THAT(write_junit(read(banner + checks_pass +
+                                 "Sent P2P_GROUP_REMOVE wlan0command to wpa_supplicant:\n"
+                                 "unable to start p2p group bench-ap \n" +
+                                 session_closes + end)),
+                testing::HasSubstr(" (not counted in the result file)\" type="));
 }
 
 TEST(JunitFailure, whose_lines_are_not_kept_leads_to_the_counts) {
