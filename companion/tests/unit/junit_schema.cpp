@@ -16,7 +16,7 @@ struct Attribute {
     bool (*fits)(std::string_view value);
 };
 
-bool any(std::string_view) {
+bool any(std::string_view /*value*/) {
     return true;
 }
 
@@ -25,7 +25,7 @@ bool some(std::string_view value) {
 }
 
 bool whole(std::string_view value) {
-    return some(value) && value.find_first_not_of("0123456789") == value.npos;
+    return some(value) && value.find_first_not_of("0123456789") == std::string_view::npos;
 }
 
 bool decimal(std::string_view value) {
