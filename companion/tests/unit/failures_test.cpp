@@ -3,6 +3,7 @@
 
 #include "consoles.hpp"
 #include "model/causes.hpp"
+#include "reader/failure_keeper.hpp"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -112,6 +113,41 @@ TEST(CauseCount, tells_the_first_and_the_last_iteration_of_a_warning) {
     EXPECT_EQ(counted(run, Cause::dhcp_client).failures, 0U);
     EXPECT_EQ(counted(run, Cause::dhcp_client).first_iteration, 1U);
     EXPECT_EQ(counted(run, Cause::dhcp_client).last_iteration, 4U);
+}
+
+Failure of_cause(std::size_t number) {
+    Failure failure;
+    failure.cause = static_cast<Cause>(number);
+    return failure;
+}
+
+TEST(FailureKeeper, keeps_a_thousand_failures_and_a_hundred_of_a_cause) {
+    FailureKeeper keeper;
+    wivex::report::Run run;
+    for (std::size_t cause = 1; cause <= 10; ++cause) {
+        for (int i = 0; i < 101; ++i) {
+            keeper.describe(run, of_cause(cause));
+        }
+        EXPECT_EQ(run.failures.size(), cause * 100);
+    }
+    EXPECT_EQ(keeper.describe(run, of_cause(11)), FailureKeeper::not_kept);
+    EXPECT_EQ(run.failures.size(), 1000U);
+}
+
+TEST(FailureKeeper, adds_no_line_to_another_run) {
+    FailureKeeper keeper;
+    wivex::report::Run run;
+    keeper.describe(run, of_cause(1));
+    wivex::report::Run next;
+    keeper.add_line(&next, "of the next run");
+    EXPECT_TRUE(next.failures.empty());
+}
+
+TEST(FailureKeeper, shows_the_first_line_when_none_came_before) {
+    FailureKeeper keeper;
+    wivex::report::Run run;
+    EXPECT_EQ(keeper.describe(run, of_cause(1)), 0U);
+    EXPECT_EQ(run.failures.front().shown_at, 0U);
 }
 
 } // namespace
