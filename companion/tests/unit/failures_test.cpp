@@ -115,6 +115,15 @@ TEST(CauseCount, tells_the_first_and_the_last_iteration_of_a_warning) {
     EXPECT_EQ(counted(run, Cause::dhcp_client).last_iteration, 4U);
 }
 
+TEST(CauseCount, begins_with_the_first_failure_or_warning) {
+    wivex::report::Run run;
+    count_failure(run, Cause::dhcp_client, 1);
+    count_warning(run, Cause::dhcp_client, 3);
+    count_failure(run, Cause::dhcp_client, 5);
+    EXPECT_EQ(counted(run, Cause::dhcp_client).first_iteration, 1U);
+    EXPECT_EQ(counted(run, Cause::dhcp_client).last_iteration, 5U);
+}
+
 Failure of_cause(std::size_t number) {
     Failure failure;
     failure.cause = static_cast<Cause>(number);
