@@ -49,7 +49,7 @@ TEST_P(HangingConsole, does_not_hold_the_end_of_the_run) {
     const auto run = Bench("endless-event-flood")
                          .out_file(folder_.file())
                          .streams_together()
-                         .signal(std::string(GetParam()) + "@3000ms")
+                         .signal(std::string(GetParam()) + "@5000ms")
                          .args({"-w", "-u"})
                          .start();
     EXPECT_TRUE(shows(folder_, "CTRL-EVENT"));

@@ -28,7 +28,7 @@ const std::string nothing_failed =
 constexpr double soon_ms = 6000;
 
 /// The reader is late by then, and the console full.
-constexpr const char* in_the_flood = "@3000ms";
+constexpr const char* in_the_flood = "@5000ms";
 
 Bench flooded(const Console& console, const std::string& signal) {
     Bench bench("endless-event-flood");

@@ -199,7 +199,7 @@ TEST(InterruptedRun, can_be_at_its_question_where_the_default_action_still_holds
 
 TEST(InterruptedRun, ends_although_nobody_reads_its_output) {
     const auto run =
-        Bench("endless-event-flood").signal("INT@3000ms").args({"-w", "-u", "-m", "1"}).start();
+        Bench("endless-event-flood").signal("INT@4500ms").args({"-w", "-u", "-m", "1"}).start();
     ASSERT_TRUE(run->shows("CTRL-EVENT-BSS-ADDED")); // and from here on nobody reads
     ASSERT_TRUE(run->ends_unread(std::chrono::seconds(9)));
     const BenchRun ended = run->finish();
@@ -210,7 +210,7 @@ TEST(InterruptedRun, ends_although_nobody_reads_its_output) {
 
 TEST(KilledRun, ends_although_nobody_reads_its_output) {
     const auto run =
-        Bench("endless-event-flood").signal("TERM@3000ms").args({"-w", "-u", "-m", "1"}).start();
+        Bench("endless-event-flood").signal("TERM@4500ms").args({"-w", "-u", "-m", "1"}).start();
     ASSERT_TRUE(run->shows("CTRL-EVENT-BSS-ADDED"));
     ASSERT_TRUE(run->ends_unread(std::chrono::seconds(9)));
     const BenchRun ended = run->finish();
