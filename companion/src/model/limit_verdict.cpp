@@ -174,6 +174,7 @@ std::vector<LimitResult> judge_limits(const Run& run) {
 void keep_worse(std::vector<LimitResult>& results, const std::vector<LimitResult>& others) {
     if (results.empty()) {
         results = others;
+        return;
     }
     const std::size_t both = std::min(results.size(), others.size());
     for (std::size_t i = 0; i < both; ++i) {

@@ -97,9 +97,9 @@ void add_gaps_in_iterations(const Run& run, Words& words) {
         words.emplace_back("no iteration is in this console");
         return;
     }
-    const std::uint32_t over = run.count(Outcome::passed) + run.failed();
-    if (over < run.started) {
-        words.push_back(iterations_text(run.started - over) + " did not come to the end");
+    const std::uint32_t completed = run.count(Outcome::passed) + run.failed();
+    if (completed < run.started) {
+        words.push_back(iterations_text(run.started - completed) + " did not come to the end");
     }
     add_unjudged_check(run, Phase::module, true, words);
     add_unjudged_check(run, Phase::driver, true, words);

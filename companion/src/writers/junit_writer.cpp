@@ -150,6 +150,9 @@ private:
     void write_iterations_behind() {
         Sum sum{run_.started - static_cast<std::uint32_t>(run_.iterations.size()), run_.failed(),
                 run_.count(Outcome::unfinished)};
+        if (sum.all == 0) {
+            return;
+        }
         for (const Iteration& iteration : run_.iterations) {
             sum.failed -= iteration.failed() ? 1 : 0;
             sum.unfinished -= iteration.outcome == Outcome::unfinished ? 1 : 0;
