@@ -4,6 +4,9 @@
 
 #include "reader/run_reader.hpp"
 
+#include <gtest/gtest.h>
+
+#include <algorithm>
 #include <string>
 #include <string_view>
 
@@ -79,11 +82,15 @@ inline const std::string device_until_role =
                   "Sent P2P_CONNECT 02:00:00:00:00:01 pbc  go_intent=15 command to "
                   "wpa_supplicant:OK\n\n[WIFI]Testing for client\n";
 
+inline const std::string group_began = checks_pass + "P2P group started bench-ap \n";
+
 inline const std::string clean_up =
     "[WIFI]Cleanup\n[WIFI]Set value of sigterm_var\n[WIFI]Closing the ctrl sockets\n"
     "[WIFI]Closing the Event sockets\n[WIFI]Reset Value of sigterm_var\n";
 
 inline const std::string end = "[WIFI]ResultFile: /root/WIFIResult Updated\n" + clean_up;
+
+inline const std::string passed_run = banner + legacy_pass + end;
 
 // An iteration that fails between two that pass.
 inline const std::string mixed = banner + legacy_pass + refused + legacy_pass + end;
@@ -93,6 +100,26 @@ inline const std::string interrupt =
     "[WIFI]ResultFile: /root/WIFIResult Updated\n"
     "[WIFI] Before resultFile.flush call \n" +
     clean_up + "[WIFI] Done..\n";
+
+inline std::string without(std::string console, std::string_view part) {
+    const std::size_t at = console.find(part);
+    EXPECT_NE(at, std::string::npos) << part;
+    return console.erase(at, part.size());
+}
+
+// As a logging tool writes it: `stamp_of` gives what stands before a line, counted from 0.
+template <typename StampOf>
+std::string stamped_lines(const std::string& console, const StampOf& stamp_of) {
+    std::string text;
+    int number = 0;
+    for (std::size_t at = 0; at < console.size();) {
+        const std::size_t newline = std::min(console.find('\n', at), console.size() - 1);
+        text += stamp_of(number) + " " + console.substr(at, newline - at + 1);
+        ++number;
+        at = newline + 1;
+    }
+    return text;
+}
 
 inline wivex::report::Log read(std::string_view console,
                                const wivex::report::ReaderOptions& options = {}) {

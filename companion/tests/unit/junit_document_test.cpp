@@ -21,17 +21,11 @@ using namespace wivex::report;
 
 // As a logging tool writes it: a line each quarter of a second.
 std::string each_quarter_second(const std::string& console) {
-    std::string text;
-    double seconds = 0;
-    for (std::size_t at = 0; at < console.size();) {
-        const std::size_t newline = std::min(console.find('\n', at), console.size() - 1);
+    return stamped_lines(console, [](int line) {
         std::array<char, 64> stamp{};
-        std::snprintf(stamp.data(), stamp.size(), "2026-03-01T10:00:%06.3fZ ", seconds);
-        text += stamp.data() + console.substr(at, newline - at + 1);
-        seconds += 0.25;
-        at = newline + 1;
-    }
-    return text;
+        std::snprintf(stamp.data(), stamp.size(), "2026-03-01T10:00:%06.3fZ", line * 0.25);
+        return std::string(stamp.data());
+    });
 }
 
 constexpr std::string_view document_with_times = R"xml(

@@ -46,15 +46,8 @@ std::vector<LimitVerdict> judged_at_once(const std::string& console,
 
 // The stamps of a logging tool: every line comes `step` seconds after the one before.
 std::string stamped(const std::string& console, double step) {
-    std::string text;
-    double now = 1000000000;
-    for (std::size_t at = 0; at < console.size();) {
-        const std::size_t newline = std::min(console.find('\n', at), console.size() - 1);
-        now += step;
-        text += std::to_string(now) + " " + console.substr(at, newline - at + 1);
-        at = newline + 1;
-    }
-    return text;
+    return stamped_lines(
+        console, [step](int line) { return std::to_string(1000000000 + step * (line + 1)); });
 }
 
 const std::string slow_between =

@@ -27,20 +27,12 @@ RunVerdict verdict_on(const std::string& console) {
     return judged(console).verdict;
 }
 
-const std::string passed = banner + legacy_pass + end;
-
-std::string without(std::string console, const std::string& part) {
-    const std::size_t at = console.find(part);
-    EXPECT_NE(at, std::string::npos) << part;
-    return console.erase(at, part.size());
-}
-
 // ---- Passed
 
 TEST(Verdict, is_passed_when_everything_was_seen) {
-    EXPECT_EQ(verdict_on(passed), RunVerdict::passed);
-    EXPECT_THAT(judged(passed).missing, IsEmpty());
-    EXPECT_EQ(verdict_sentence(read_run(passed)), "The iteration passed");
+    EXPECT_EQ(verdict_on(passed_run), RunVerdict::passed);
+    EXPECT_THAT(judged(passed_run).missing, IsEmpty());
+    EXPECT_EQ(verdict_sentence(read_run(passed_run)), "The iteration passed");
 }
 
 // ---- Failed
@@ -77,13 +69,13 @@ TEST(Verdict, is_failed_when_the_run_never_started) {
 // ---- Not known
 
 TEST(Verdict, is_not_known_without_the_line_that_announces_the_result_file) {
-    const std::string console = without(passed, "[WIFI]ResultFile: /root/WIFIResult Updated\n");
+    const std::string console = without(passed_run, "[WIFI]ResultFile: /root/WIFIResult Updated\n");
     EXPECT_EQ(verdict_on(console), RunVerdict::unknown);
     EXPECT_THAT(judged(console).missing, ElementsAre("no result file was announced"));
 }
 
 TEST(Verdict, is_not_known_without_the_end_of_the_tool) {
-    EXPECT_EQ(verdict_on(without(passed, "[WIFI]Reset Value of sigterm_var\n")),
+    EXPECT_EQ(verdict_on(without(passed_run, "[WIFI]Reset Value of sigterm_var\n")),
               RunVerdict::unknown);
 }
 
@@ -92,9 +84,9 @@ TEST(Verdict, is_not_known_without_the_beginning) {
 }
 
 TEST(Verdict, is_not_known_at_any_cut) {
-    for (std::size_t at = 0; at < passed.size(); ++at) {
-        if (passed[at] == '\n' && at + 1 < passed.size()) {
-            EXPECT_NE(verdict_on(passed.substr(0, at + 1)), RunVerdict::passed) << at;
+    for (std::size_t at = 0; at < passed_run.size(); ++at) {
+        if (passed_run[at] == '\n' && at + 1 < passed_run.size()) {
+            EXPECT_NE(verdict_on(passed_run.substr(0, at + 1)), RunVerdict::passed) << at;
         }
     }
 }
@@ -118,7 +110,7 @@ TEST(Verdict, is_not_known_when_the_tool_says_what_nobody_knows) {
 
 TEST(Verdict, is_not_known_when_a_check_has_no_verdict) {
     for (const char* line : {"[WIFI]MODULE CONNECTED\n", "[WIFI]WIFI DRIVER READY\n"}) {
-        EXPECT_EQ(verdict_on(without(passed, line)), RunVerdict::unknown) << line;
+        EXPECT_EQ(verdict_on(without(passed_run, line)), RunVerdict::unknown) << line;
     }
     const std::string mac = checks_pass + "[WIFI]Result file direcotry is /root/\n";
     EXPECT_EQ(verdict_on(banner + mac + "[WIFI]MAC PRINT SUCCESS\n" + end), RunVerdict::passed);
@@ -154,17 +146,16 @@ TEST(Verdict, is_one_of_its_own_for_an_interrupted_run) {
     EXPECT_EQ(verdict_on(banner + refused + interrupt), RunVerdict::failed);
 }
 
-const std::string group = checks_pass + "P2P group started bench-ap \n";
-
 TEST(Verdict, is_passed_for_an_own_group_that_served_a_client_until_the_interrupt) {
-    EXPECT_EQ(verdict_on(banner + group + "Client connected 1.\n" + interrupt), RunVerdict::passed);
-    EXPECT_EQ(verdict_on(banner + group + interrupt), RunVerdict::interrupted);
-    EXPECT_EQ(verdict_on(banner + group +
+    EXPECT_EQ(verdict_on(banner + group_began + "Client connected 1.\n" + interrupt),
+              RunVerdict::passed);
+    EXPECT_EQ(verdict_on(banner + group_began + interrupt), RunVerdict::interrupted);
+    EXPECT_EQ(verdict_on(banner + group_began +
                          "Client connected 1.\n"
                          "Client not able to connect...continuing \n" +
                          interrupt),
               RunVerdict::failed);
-    EXPECT_EQ(verdict_on(banner + group + "Client connected 1.\n" + session_closes + end),
+    EXPECT_EQ(verdict_on(banner + group_began + "Client connected 1.\n" + session_closes + end),
               RunVerdict::unknown);
 }
 
@@ -184,7 +175,7 @@ TEST(Verdict, is_failed_for_a_refused_group_although_the_result_file_says_passed
 TEST(Verdict, is_not_passed_when_a_run_that_was_left_out_failed) {
     std::string console = banner + refused + end;
     for (int i = 0; i < 10; ++i) {
-        console += passed;
+        console += passed_run;
     }
     const Log log = read(console);
     EXPECT_EQ(log.dropped_runs, 3U);
@@ -197,8 +188,8 @@ TEST(Verdict, is_not_known_when_there_is_no_run) {
 }
 
 TEST(Verdict, belongs_to_the_run_whose_beginning_was_lost) {
-    const Log log = read(passed + without(banner + refused + end,
-                                          "[WIFI]WIVEX2_0_160421_INCREASE_SCAN_RESULT_SIZE\n"));
+    const Log log = read(passed_run + without(banner + refused + end,
+                                              "[WIFI]WIVEX2_0_160421_INCREASE_SCAN_RESULT_SIZE\n"));
     ASSERT_EQ(log.runs.size(), 2U);
     EXPECT_EQ(judge(log), RunVerdict::failed);
 }

@@ -24,14 +24,7 @@ std::string sentence_of(const std::string& console) {
     return verdict_sentence(read(console));
 }
 
-const std::string passed_run = banner + legacy_pass + end;
 const std::string broken_off = banner + legacy_pass + checks_pass;
-const std::string group_began = checks_pass + "P2P group started bench-ap \n";
-
-std::string passed_without(const std::string& part) {
-    std::string console = passed_run;
-    return console.erase(console.find(part), part.size());
-}
 
 // ---- A failed run
 
@@ -103,9 +96,9 @@ TEST(FailedRunSays, how_often_something_failed_at_the_interrupt) {
 TEST(UnknownRunSays, that_its_beginning_or_its_end_is_not_there) {
     EXPECT_THAT(missing_in(legacy_pass + end),
                 ElementsAre("the beginning of the run is not in this console"));
-    EXPECT_THAT(missing_in(passed_without("[WIFI]Reset Value of sigterm_var\n")),
+    EXPECT_THAT(missing_in(without(passed_run, "[WIFI]Reset Value of sigterm_var\n")),
                 ElementsAre("the end of the tool is not in this console"));
-    EXPECT_EQ(sentence_of(passed_without("[WIFI]Reset Value of sigterm_var\n")),
+    EXPECT_EQ(sentence_of(without(passed_run, "[WIFI]Reset Value of sigterm_var\n")),
               "Not known: the end of the tool is not in this console; "
               "1 of 1 iteration passed, none failed");
 }
@@ -146,10 +139,10 @@ TEST(UnknownRunSays, which_lines_nobody_knows) {
 TEST(UnknownRunSays, which_check_has_no_verdict) {
     const std::string mac = checks_pass + "[WIFI]Result file direcotry is /root/\n";
     const std::string loopback = checks_pass + "[WIFI]LOOPBACK SUCCESS\n";
-    EXPECT_THAT(missing_in(passed_without("[WIFI]MODULE CONNECTED\n")),
+    EXPECT_THAT(missing_in(without(passed_run, "[WIFI]MODULE CONNECTED\n")),
                 ElementsAre("1 iteration did not come to the end",
                             "the module check has a verdict in only 0 of 1 iteration"));
-    EXPECT_THAT(missing_in(passed_without("[WIFI]WIFI DRIVER READY\n")),
+    EXPECT_THAT(missing_in(without(passed_run, "[WIFI]WIFI DRIVER READY\n")),
                 ElementsAre("1 iteration did not come to the end",
                             "the driver check has a verdict in only 0 of 1 iteration"));
     EXPECT_THAT(missing_in(banner + mac + "[WIFI]MAC PRINT SUCCESS\n" + mac + end),
