@@ -8,7 +8,6 @@
 #include <cerrno>
 #include <cstdarg>
 #include <cstdio>
-#include <utility>
 
 namespace wivex {
 
@@ -116,7 +115,7 @@ int FileWriter::close() {
     if (call_on_file([fd] { return ::close(fd); }) != 0 && error_ == 0 && errno != EINTR) {
         error_ = errno;
     }
-    return std::exchange(error_, 0);
+    return error_;
 }
 
 Directory open_directory(const char* path) {

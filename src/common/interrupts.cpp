@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "common/interrupts.hpp"
 
+#include "common/signal_set.hpp"
+
 #include <sys/time.h>
 #include <ucontext.h>
 
@@ -33,8 +35,7 @@ SharedFlag sealed{false};
 
 // The two signals without the one that is being handled.
 sigset_t unhandled_interrupts() {
-    sigset_t signals;
-    sigemptyset(&signals);
+    sigset_t signals = signal_set({});
     for (const Interrupt& interrupt : interrupts) {
         if (!interrupt.handled) {
             sigaddset(&signals, interrupt.number);
@@ -75,10 +76,7 @@ void install_interrupt_handler(void (*handler)(int)) {
     action.sa_mask = both;
     sigaction(SIGINT, &action, nullptr);
     sigaction(SIGTERM, &action, nullptr);
-    sigset_t alarm;
-    sigemptyset(&alarm);
-    sigaddset(&alarm, SIGALRM);
-    change_mask(SIG_UNBLOCK, alarm);
+    change_mask(SIG_UNBLOCK, signal_set({SIGALRM}));
     held = true;
 }
 
@@ -122,7 +120,6 @@ CallAlarm::CallAlarm(Action action, int flags, Rings rings) {
     struct sigaction ringing {};
     ringing.sa_sigaction = action;
     ringing.sa_flags = SA_SIGINFO | flags;
-    ringing.sa_mask = unhandled_interrupts();
     itimerval time{};
     time.it_value.tv_usec = stuck_after_us;
     time.it_interval.tv_usec = rings == Rings::once ? 0 : stuck_after_us;

@@ -3,6 +3,7 @@
 
 #include "common/console.hpp"
 #include "common/interrupts.hpp"
+#include "common/signal_set.hpp"
 #include "common/unique_fd.hpp"
 #include "common/waiting.hpp"
 
@@ -42,14 +43,9 @@ public:
 
 private:
     bool take_defaults() {
-        sigset_t none;
-        sigemptyset(&none);
-        sigset_t defaults;
-        sigemptyset(&defaults);
+        const sigset_t none = signal_set({});
         // SIGHUP stays as it was inherited: a run under nohup keeps its children too.
-        for (const int signal : {SIGINT, SIGQUIT, SIGTERM, SIGPIPE, SIGCHLD, SIGALRM}) {
-            sigaddset(&defaults, signal);
-        }
+        const sigset_t defaults = signal_set({SIGINT, SIGQUIT, SIGTERM, SIGPIPE, SIGCHLD, SIGALRM});
         return posix_spawnattr_setsigmask(&attributes_, &none) == 0 &&
                posix_spawnattr_setsigdefault(&attributes_, &defaults) == 0 &&
                posix_spawnattr_setflags(&attributes_,

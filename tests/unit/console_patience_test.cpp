@@ -4,6 +4,8 @@
 #include "children.hpp"
 #include "common/console.hpp"
 #include "common/interrupts.hpp"
+#include "disk_file.hpp"
+#include "odd_calls.hpp"
 #include "pipe.hpp"
 #include "scratch.hpp"
 
@@ -121,6 +123,30 @@ TEST(ConsolePatience, is_as_long_for_a_pipe_that_does_not_block) {
         return taken == 300'000U ? time : longest_try;
     });
     EXPECT_THAT(times, Contains(Le(milliseconds(1500))));
+}
+
+TEST(ConsolePatience, begins_anew_with_each_text_that_the_helper_has_written) {
+    const DiskFile file;
+    if (!file.may_hang()) {
+        GTEST_SKIP() << "the test program stands in memory";
+    }
+    const int child = fork_child([&] {
+        OddCalls slow;
+        slow.write = [](int fd, std::size_t) {
+            std::this_thread::sleep_for(milliseconds(300));
+            return pwrite(fd, "x", 1, lseek(fd, 0, SEEK_END));
+        };
+        dup2(file.fd(), STDOUT_FILENO);
+        shield_from_hanging_files();
+        seal_interrupts(SIGINT);
+        for (int text = 0; text < 10; ++text) {
+            print_out("x");
+            flush_out();
+        }
+        return 0;
+    });
+    EXPECT_EQ(end_of_child(child, longest_try), 0);
+    EXPECT_EQ(file.content(), "xxxxxxxxxx");
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 #include "children.hpp"
 #include "common/files.hpp"
 #include "common/interrupts.hpp"
+#include "odd_calls.hpp"
 #include "pipe.hpp"
 #include "scratch.hpp"
 
@@ -154,6 +155,15 @@ TEST_F(Files, that_take_no_more_say_why) {
     EXPECT_EQ(full.close(), ENOSPC);
 }
 
+TEST_F(Files, that_take_nothing_and_give_no_reason_have_an_error) {
+    OddCalls calls;
+    calls.write = [](int, std::size_t) { return 0; };
+    FileWriter file(open_to_write((directory_ / "out").c_str()));
+    file.put("text");
+    errno = 0;
+    EXPECT_EQ(file.close(), EIO);
+}
+
 TEST_F(Files, behind_a_link_are_refused_where_anybody_can_put_one) {
     const std::string victim = directory_.file("victim", "precious");
     ASSERT_EQ(::symlink(victim.c_str(), (directory_ / "link").c_str()), 0);
@@ -170,6 +180,7 @@ TEST_F(Files, that_are_folders_list_their_entries_and_then_end_without_an_error)
     int entries = 0;
     while (next_entry(folder) != nullptr) {
         ++entries;
+        errno = ENOENT;
     }
     EXPECT_EQ(errno, 0);
     EXPECT_EQ(entries, 3);
@@ -246,6 +257,20 @@ TEST_F(Files, that_hold_the_handler_let_only_the_other_signal_in) {
         return 7;
     });
     EXPECT_EQ(end_of_child(child, milliseconds(2000)), 48 + SIGTERM);
+}
+
+TEST_F(Files, leave_the_alarm_of_a_run_without_a_handler_alone) {
+    const int child = fork_child([&] {
+        const itimerval an_hour{{}, {3600, 0}};
+        ::setitimer(ITIMER_REAL, &an_hour, nullptr);
+        ::signal(SIGALRM, SIG_IGN);
+        can_be_read("/dev/null");
+        ::raise(SIGALRM);
+        itimerval left{};
+        ::getitimer(ITIMER_REAL, &left);
+        return left.it_value.tv_sec > 3000 ? 7 : 8;
+    });
+    EXPECT_EQ(end_of_child(child, milliseconds(2000)), 7);
 }
 
 TEST_F(Files, leave_the_action_of_an_alarm_as_it_was) {

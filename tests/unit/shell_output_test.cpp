@@ -2,6 +2,9 @@
 #include "common/shell.hpp"
 
 #include <gtest/gtest.h>
+#include <sys/wait.h>
+
+#include <cerrno>
 
 namespace {
 
@@ -33,6 +36,12 @@ TEST(ShellOutput, of_a_command_that_never_stops_printing_is_cut) {
 
 TEST(ShellOutput, leaves_standard_error_alone) {
     EXPECT_EQ("", read_from_shell("echo told >&2", 4096));
+}
+
+TEST(ShellOutput, leaves_no_child_behind) {
+    read_from_shell("echo", 10);
+    EXPECT_EQ(::waitpid(-1, nullptr, WNOHANG), -1);
+    EXPECT_EQ(errno, ECHILD);
 }
 
 } // namespace

@@ -4,6 +4,7 @@
 #include "common/unique_fd.hpp"
 #include "common/waiting.hpp"
 #include "console_capture.hpp"
+#include "odd_calls.hpp"
 #include "pipe.hpp"
 #include "scratch.hpp"
 
@@ -256,6 +257,34 @@ TEST(Waiting, costs_next_to_no_processor_time) {
     wait_readable_or_next_second(pipe.reader());
     wait_for(1);
     EXPECT_LT(processor_time() - before, milliseconds(10));
+}
+
+TEST(WaitFor, sleeps_what_is_left_after_a_signal_that_ends_nothing) {
+    std::vector<std::time_t> sleeps;
+    OddCalls calls;
+    calls.nanosleep = [&sleeps](const timespec& duration, timespec& left) {
+        sleeps.push_back(duration.tv_sec);
+        left = {duration.tv_sec - 20, 0};
+        errno = EINTR;
+        return left.tv_sec > 0 ? -1 : 0;
+    };
+    wait_for(60);
+    EXPECT_THAT(sleeps, ElementsAre(60, 40, 20));
+}
+
+TEST(WaitUntilExpired, looks_at_the_clock_once_a_second) {
+    std::time_t now = 1000;
+    int looks = 0;
+    OddCalls calls;
+    calls.time = [&] { return ++looks < 100 ? now : 2000; };
+    calls.poll = [&now](const pollfd&, int) {
+        ++now;
+        return 0;
+    };
+    DeadlineTimer timer;
+    timer.start(30);
+    wait_until_expired(timer);
+    EXPECT_EQ(looks, 1 + 31);
 }
 
 } // namespace
