@@ -4,11 +4,10 @@
 # else runs on the device are built as they are shipped. The build that changes sources one by one takes the
 # least pains with all of them.
 # wivex_fast_tests(TARGET): so it does with this test program, and the headers of the test framework are
-# compiled once for all of them. The files still include what they use; other builds do without. A compiler
-# that is launched through a cache includes the headers each time: the cache would not know such files
-# again.
+# compiled once for all of them.
 
-option(WIVEX_FAST_TESTS "Compile the tests quickly, and the headers of their framework once" OFF)
+option(WIVEX_FAST_TESTS "Compile the tests quickly, and the headers of libraries once" OFF)
+include(cmake/precompiled.cmake)
 
 macro(wivex_fast_folder)
   if(WIVEX_FAST_TESTS AND NOT WIVEX_MUTANTS)
@@ -16,20 +15,21 @@ macro(wivex_fast_folder)
   endif()
 endmacro()
 
+# Behind the flags of every target. Nobody ships or attacks a test program.
+add_library(wivex_fast_test_flags INTERFACE)
+if(WIVEX_FAST_TESTS)
+  target_compile_options(wivex_fast_test_flags INTERFACE
+    -Og -fno-function-sections -fno-data-sections -fno-stack-protector)
+endif()
+
 function(wivex_fast_tests target)
-  if(WIVEX_FAST_TESTS)
-    target_compile_options(${target} PRIVATE -Og)
-  endif()
-  if(TARGET wivex_test_framework)
-    target_precompile_headers(${target} REUSE_FROM wivex_test_framework)
-  endif()
+  target_link_libraries(${target} PRIVATE wivex_fast_test_flags)
+  wivex_precompiled(test_framework ${target})
 endfunction()
 
-if(WIVEX_FAST_TESTS AND WIVEX_TESTS AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+wivex_precompile(as_shipped algorithm array cerrno charconv cmath cstdint cstdio cstdlib cstring functional
+  map memory optional span string string_view utility vector)
+if(WIVEX_TESTS AND WIVEX_FAST_TESTS)
   find_package(GTest REQUIRED)
-  file(CONFIGURE OUTPUT ${CMAKE_BINARY_DIR}/test_framework.cpp CONTENT "")
-  add_library(wivex_test_framework OBJECT ${CMAKE_BINARY_DIR}/test_framework.cpp)
-  target_link_libraries(wivex_test_framework PRIVATE wivex_flags GTest::gmock)
-  target_compile_options(wivex_test_framework PRIVATE -Og)
-  target_precompile_headers(wivex_test_framework PRIVATE <gmock/gmock.h> <gtest/gtest.h>)
+  wivex_precompile(test_framework gmock/gmock.h gtest/gtest.h LIBRARIES GTest::gmock wivex_fast_test_flags)
 endif()
