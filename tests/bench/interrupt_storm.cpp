@@ -76,38 +76,50 @@ private:
 
     // A signal that comes before the handler is there meets the default action, and a run can have
     // come to its own end: another is drawn.
-    void storm_once(int index) {
+    Attempt draw(int index) {
         std::seed_seq seeds{settings_.seed, static_cast<unsigned>(index)};
         std::mt19937 random(seeds);
         Attempt attempt = settings_.kind->attempt(index, random);
-        while (!note(index, attempt)) {
+        while (!counts(attempt)) {
             attempt = settings_.kind->attempt(index, random);
         }
+        return attempt;
+    }
+
+    // A machine at work delays some runs: one that ended late is bad when it does so again.
+    void storm_once(int index) {
+        Attempt attempt = draw(index);
+        if (attempt.judgement.verdict == Verdict::late) {
+            ++late_once_;
+            attempt = draw(index);
+        }
+        note(index, attempt);
         if (settings_.only == index) {
             std::printf("%s\n%s", attempt.description.c_str(), attempt.run.out.c_str());
         }
     }
 
-    /// False when the interrupt does not count.
-    bool note(int index, const Attempt& attempt) {
+    /// Whether the interrupt counts.
+    bool counts(const Attempt& attempt) {
         const std::lock_guard lock(mutex_);
         const Verdict verdict = attempt.judgement.verdict;
         ++verdicts_[verdict];
-        if (verdict == Verdict::before_the_handler || verdict == Verdict::after_the_end) {
-            return false;
-        }
+        return verdict != Verdict::before_the_handler && verdict != Verdict::after_the_end;
+    }
+
+    void note(int index, const Attempt& attempt) {
+        const std::lock_guard lock(mutex_);
         ++runs_[attempt.life];
-        if (verdict == Verdict::good) {
+        if (attempt.judgement.verdict == Verdict::good) {
             timings_.push_back({attempt.judgement.reaction_ms,
                                 "run " + std::to_string(index) + ", " + attempt.description});
-            return true;
+            return;
         }
         ++bad_;
         std::printf("BAD, repeat with --kind %s --seed %u --only %d: %s: %s\n",
                     settings_.kind->name, settings_.seed, index, attempt.description.c_str(),
                     attempt.judgement.problem.c_str());
         std::fflush(stdout);
-        return true;
     }
 
     int summarise() {
@@ -122,10 +134,11 @@ private:
         const Timing& late = count == 0 ? none : timings_[count * 99 / 100];
         const Timing& slowest = count == 0 ? none : timings_.back();
         std::printf("%s, seed %u: %zu interrupted runs ended well, %d did not (%d wedged, %d lost "
-                    "something); end after %.1f ms at the median, %.1f ms at the 99th percentile, "
+                    "something), %d ended late at first; end after %.1f ms at the median, %.1f ms "
+                    "at the 99th percentile, "
                     "%.1f ms at most (%s); %d more met no handler yet, %d had ended before\n",
                     settings_.kind->name, settings_.seed, count, bad_, verdicts_[Verdict::wedged],
-                    verdicts_[Verdict::lost], median.ms, late.ms, slowest.ms,
+                    verdicts_[Verdict::lost], late_once_.load(), median.ms, late.ms, slowest.ms,
                     slowest.description.c_str(), verdicts_[Verdict::before_the_handler],
                     verdicts_[Verdict::after_the_end]);
         return bad_ == 0 && count > 0 ? EXIT_SUCCESS : EXIT_FAILURE;
@@ -133,6 +146,7 @@ private:
 
     Settings settings_;
     std::atomic<int> next_ = 0;
+    std::atomic<int> late_once_ = 0;
     std::mutex mutex_;
     std::map<std::string, int> runs_;
     std::map<Verdict, int> verdicts_;

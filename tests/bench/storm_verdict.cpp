@@ -138,9 +138,14 @@ Judgement judge_end(const BenchRun& run, const std::vector<std::string>& argumen
         return {Verdict::after_the_end, 0, ""};
     }
     if (*reaction.ms > reaction.limit_ms) {
-        return bad(Verdict::wedged, "took " + std::to_string(*reaction.ms) + " ms");
+        return bad(Verdict::late, "took " + std::to_string(*reaction.ms) + " ms");
     }
     return {Verdict::good, *reaction.ms, ""};
+}
+
+/// Whether there is more to judge.
+bool came_to_an_end(const Judgement& judgement) {
+    return judgement.verdict == Verdict::good || judgement.verdict == Verdict::late;
 }
 
 /// The judgement with the console below it.
@@ -186,10 +191,11 @@ Reaction reaction_to_last_signal(const BenchRun& run, double limit_ms) {
 Judgement judge(const BenchRun& run, const std::vector<std::string>& arguments,
                 const Reaction& reaction) {
     Judgement judgement = judge_end(run, arguments, reaction);
-    if (judgement.verdict == Verdict::good) {
+    if (came_to_an_end(judgement)) {
         const Judgement of_lines = judge_lines(run, arguments);
-        judgement.verdict = of_lines.verdict;
-        judgement.problem = of_lines.problem;
+        if (of_lines.verdict != Verdict::good) {
+            judgement = of_lines;
+        }
     }
     return told(judgement, run);
 }
@@ -197,7 +203,7 @@ Judgement judge(const BenchRun& run, const std::vector<std::string>& arguments,
 Judgement judge_unread(const BenchRun& run, const std::vector<std::string>& arguments, int signal,
                        const Reaction& reaction) {
     Judgement judgement = judge_end(run, arguments, reaction);
-    if (judgement.verdict != Verdict::good) {
+    if (!came_to_an_end(judgement)) {
         return told(judgement, run);
     }
     const auto results = run.result_file();
@@ -213,7 +219,7 @@ Judgement judge_unread(const BenchRun& run, const std::vector<std::string>& argu
 
 Judgement judge_blocked(const BenchRun& run, const Reaction& reaction) {
     Judgement judgement = judge_end(run, {}, reaction);
-    if (judgement.verdict == Verdict::good && !run.out.ends_with(done)) {
+    if (came_to_an_end(judgement) && !run.out.ends_with(done)) {
         judgement = bad(Verdict::lost, "the clean-up is not complete");
     }
     return told(judgement, run);

@@ -17,8 +17,10 @@ enum class Verdict {
     before_the_handler,
     /// The run had come to its own end.
     after_the_end,
-    /// The run did not end, or too late.
+    /// The run did not end.
     wedged,
+    /// It ended too late.
+    late,
     /// Results are missing, or lines that somebody would have read.
     lost,
     bad

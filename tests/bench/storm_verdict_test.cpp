@@ -50,10 +50,20 @@ TEST(StormVerdict, is_good_for_a_whole_end) {
     EXPECT_EQ(verdict_of(killed_run()), Verdict::good);
 }
 
-TEST(StormVerdict, is_wedged_for_a_run_that_does_not_end_or_ends_late) {
-    BenchRun run = interrupted_run();
-    EXPECT_EQ(verdict_of(run, {1001, 1000}), Verdict::wedged);
+TEST(StormVerdict, is_late_for_a_whole_end_after_the_limit) {
+    const BenchRun run = interrupted_run();
+    EXPECT_EQ(verdict_of(run, {1001, 1000}), Verdict::late);
     EXPECT_EQ(verdict_of(run, {1001, 3000}), Verdict::good);
+}
+
+TEST(StormVerdict, tells_what_a_late_run_lost) {
+    BenchRun run = interrupted_run();
+    run.files.clear();
+    EXPECT_EQ(verdict_of(run, {1001, 1000}), Verdict::lost);
+}
+
+TEST(StormVerdict, is_wedged_for_a_run_that_does_not_end) {
+    BenchRun run = interrupted_run();
     run.timed_out = true;
     EXPECT_EQ(verdict_of(run), Verdict::wedged);
 }
