@@ -116,14 +116,18 @@ void Console::look_at_flags() {
 }
 
 void Console::work(const std::stop_token& stop) {
+    auto next = Clock::now();
     while (!stop.stop_requested() && !at_its_end_) {
         look_at_flags();
         const int speed = speed_;
         pollfd waiting{reader_end_.get(), POLLIN, 0};
         if (speed == fast) {
             poll(&waiting, 1, static_cast<int>(tick.count()));
+            next = Clock::now();
         } else {
-            std::this_thread::sleep_for(tick);
+            // By the clock: a machine at work reads no slower.
+            next += tick;
+            std::this_thread::sleep_until(next);
         }
         const int most = speed == fast ? speed : speed / ticks_a_second;
         if (most > 0 && !take(static_cast<std::size_t>(most))) {
