@@ -46,7 +46,7 @@ TEST_F(ControlClient, binds_a_name_made_of_process_id_and_counter) {
     EXPECT_EQ(wpa_ctrl_get_fd(*second), second->socket);
 }
 
-// Set before any code runs.
+// NOLINTNEXTLINE(cppcoreguidelines-interfaces-global-init): it is set before any code runs
 const int counter_at_start = client_counter;
 
 TEST_F(ControlClient, of_a_run_that_has_just_started_is_counted_as_the_first) {
