@@ -218,7 +218,7 @@ TEST(Console, drops_text_that_nobody_takes_once_the_end_has_begun) {
         flush_out();
         ::_exit(51);
     };
-    EXPECT_EQ(interrupted_while_nobody_reads(print_more, milliseconds(3000)), 51);
+    EXPECT_EQ(interrupted_while_nobody_reads(print_more, milliseconds(9000)), 51);
 }
 
 } // namespace
