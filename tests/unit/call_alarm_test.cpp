@@ -43,6 +43,11 @@ suseconds_t microseconds_between_the_rings() {
     return time.it_interval.tv_usec;
 }
 
+int set_but_not_unset(const itimerval& time) {
+    errno = EINVAL;
+    return time.it_value.tv_usec == 0 ? -1 : 0;
+}
+
 TEST(CallAlarm, that_lets_interrupts_in_rings_once_and_has_the_call_go_on) {
     const auto look = [] {
         const InterruptsWhenStuck scope;
@@ -67,10 +72,7 @@ TEST(CallAlarm, that_cuts_a_call_short_rings_every_tenth_of_a_second) {
 TEST(CallAlarm, that_cannot_be_unset_ends_no_run) {
     const auto use_a_file_and_wait = [] {
         OddCalls calls;
-        calls.setitimer = [](const itimerval& time) {
-            errno = EINVAL;
-            return time.it_value.tv_usec == 0 ? -1 : 0;
-        };
+        calls.setitimer = set_but_not_unset;
         can_be_read("/dev/null");
         ::raise(SIGALRM);
         return 7;
@@ -81,10 +83,7 @@ TEST(CallAlarm, that_cannot_be_unset_ends_no_run) {
 TEST(CallAlarm, that_cannot_be_unset_leaves_the_reason_of_the_call) {
     const auto use_no_file = [] {
         OddCalls calls;
-        calls.setitimer = [](const itimerval& time) {
-            errno = EINVAL;
-            return time.it_value.tv_usec == 0 ? -1 : 0;
-        };
+        calls.setitimer = set_but_not_unset;
         open_file("/no such file", 0);
         return errno;
     };
