@@ -4,6 +4,7 @@
 #include "children.hpp"
 #include "common/files.hpp"
 #include "common/interrupts.hpp"
+#include "common/signal_set.hpp"
 #include "odd_calls.hpp"
 #include "scratch.hpp"
 
@@ -14,22 +15,12 @@
 
 #include <cerrno>
 #include <csignal>
-#include <functional>
 #include <string>
 
 namespace wivex {
 namespace {
 
 using namespace test_support;
-
-/// How a child ends that installs the handler and then does this.
-int end_under_the_handler(const std::function<int()>& body) {
-    const int child = fork_child([&] {
-        install_interrupt_handler(exit_by_signal);
-        return body();
-    });
-    return end_of_child(child, milliseconds(2000));
-}
 
 unsigned flags_of_the_alarm() {
     struct sigaction alarm {};
@@ -95,9 +86,7 @@ TEST(CallAlarm, rings_in_a_run_that_was_started_with_alarms_held_back) {
     const std::string pipe = directory / "pipe";
     ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
     const int child = fork_child([&] {
-        sigset_t alarm;
-        ::sigemptyset(&alarm);
-        ::sigaddset(&alarm, SIGALRM);
+        const sigset_t alarm = signal_set({SIGALRM});
         ::sigprocmask(SIG_BLOCK, &alarm, nullptr);
         install_interrupt_handler(exit_by_signal);
         ::raise(SIGINT);

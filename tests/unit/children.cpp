@@ -96,4 +96,12 @@ int end_of_interrupted(int signal_number, const std::function<void()>& body, voi
     return end_of_child(child, limit);
 }
 
+int end_under_the_handler(const std::function<int()>& body) {
+    const int child = fork_child([&] {
+        install_interrupt_handler(exit_by_signal);
+        return body();
+    });
+    return end_of_child(child, milliseconds(2000));
+}
+
 } // namespace wivex::test_support

@@ -60,4 +60,7 @@ int end_of_interrupted(int signal_number, const std::function<void()>& body,
                        void (*handler)(int) = exit_by_signal,
                        milliseconds limit = milliseconds(1500));
 
+/// How a child ends that installs `exit_by_signal` and then runs `body`; within 2 seconds.
+int end_under_the_handler(const std::function<int()>& body);
+
 } // namespace wivex::test_support

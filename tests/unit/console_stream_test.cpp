@@ -102,8 +102,8 @@ TEST(ConsoleStream, is_tried_at_once_where_nobody_waits) {
     EXPECT_THAT(stream.waits(), ElementsAre("wait of 0", "wait of 0"));
 }
 
-/// The waits of a handler that writes with these answers; the last is left out, whose length
-/// varies.
+/// The waits of a handler that writes with these answers, without their lengths: what is left of
+/// the patience varies.
 std::string pauses_of_a_handler(const std::vector<int>& answers) {
     std::string pauses;
     AnsweredStream stream(answers);

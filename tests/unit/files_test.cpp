@@ -224,14 +224,13 @@ TEST_F(Files, hold_interrupts_back_again_once_they_are_no_longer_stuck) {
 }
 
 TEST_F(Files, that_answer_at_once_let_no_interrupt_in) {
-    const int child = fork_child([&] {
-        install_interrupt_handler(exit_by_signal);
+    const auto body = [&] {
         ::raise(SIGINT);
         FileWriter file(open_to_write((directory_ / "out").c_str()));
         file.put("whole");
         return file.close() == 0 ? 7 : 8;
-    });
-    EXPECT_EQ(end_of_child(child, milliseconds(2000)), 7);
+    };
+    EXPECT_EQ(end_under_the_handler(body), 7);
     EXPECT_EQ(test_support::read_file(directory_ / "out"), "whole");
 }
 
@@ -274,13 +273,12 @@ TEST_F(Files, leave_the_alarm_of_a_run_without_a_handler_alone) {
 }
 
 TEST_F(Files, leave_the_action_of_an_alarm_as_it_was) {
-    const int child = fork_child([&] {
-        install_interrupt_handler(exit_by_signal);
+    const auto body = [&] {
         can_be_read("/dev/null");
         ::raise(SIGALRM);
         return 7;
-    });
-    EXPECT_EQ(end_of_child(child, milliseconds(2000)), 128 + SIGALRM);
+    };
+    EXPECT_EQ(end_under_the_handler(body), 128 + SIGALRM);
 }
 
 } // namespace

@@ -88,27 +88,25 @@ TEST(Interrupts, are_let_in_while_waiting_for_a_child) {
 }
 
 TEST(Interrupts, are_held_back_while_the_program_computes) {
-    const int child = fork_child([] {
-        install_interrupt_handler(exit_by_signal);
+    const auto body = [] {
         ::raise(SIGINT);
         ::raise(SIGTERM);
         const Stopwatch watch;
         while (watch.elapsed() < milliseconds(100)) {
         }
         return 7;
-    });
-    EXPECT_EQ(end_of_child(child, milliseconds(2000)), 7);
+    };
+    EXPECT_EQ(end_under_the_handler(body), 7);
 }
 
 TEST(Interrupts, are_let_in_on_request) {
-    const int child = fork_child([] {
-        install_interrupt_handler(exit_by_signal);
+    const auto body = [] {
         let_interrupts_in();
         ::raise(SIGINT);
         let_interrupts_in();
         return 7;
-    });
-    EXPECT_EQ(end_of_child(child, milliseconds(2000)), 50);
+    };
+    EXPECT_EQ(end_under_the_handler(body), 50);
 }
 
 TEST(Interrupts, are_held_back_again_after_every_way_of_letting_them_in) {
@@ -123,14 +121,13 @@ TEST(Interrupts, are_held_back_again_after_every_way_of_letting_them_in) {
         [] { run_shell("true"); },
     };
     for (const auto& way : ways) {
-        const int child = fork_child([&] {
-            install_interrupt_handler(exit_by_signal);
+        const auto body = [&] {
             way();
             ::raise(SIGINT);
             ::raise(SIGTERM);
             return 7;
-        });
-        EXPECT_EQ(end_of_child(child, milliseconds(2000)), 7);
+        };
+        EXPECT_EQ(end_under_the_handler(body), 7);
     }
 }
 
@@ -143,8 +140,7 @@ TEST(Interrupts, have_their_default_actions_before_the_handler_is_installed) {
 }
 
 TEST(Interrupts, are_not_let_in_any_more_once_sealed) {
-    const int child = fork_child([] {
-        install_interrupt_handler(exit_by_signal);
+    const auto body = [] {
         if (interrupts_sealed()) {
             return 1;
         }
@@ -154,8 +150,8 @@ TEST(Interrupts, are_not_let_in_any_more_once_sealed) {
         let_interrupts_in();
         wait_for(0, 1000);
         return interrupts_sealed() ? 7 : 2;
-    });
-    EXPECT_EQ(end_of_child(child, milliseconds(2000)), 7);
+    };
+    EXPECT_EQ(end_under_the_handler(body), 7);
 }
 
 TEST(Interrupts, that_come_during_the_handler_wait_for_ever) {
