@@ -90,7 +90,6 @@ private:
     void storm_once(int index) {
         Attempt attempt = draw(index);
         if (attempt.judgement.verdict == Verdict::late) {
-            ++late_once_;
             attempt = draw(index);
         }
         note(index, attempt);
@@ -134,19 +133,18 @@ private:
         const Timing& late = count == 0 ? none : timings_[count * 99 / 100];
         const Timing& slowest = count == 0 ? none : timings_.back();
         std::printf("%s, seed %u: %zu interrupted runs ended well, %d did not (%d wedged, %d lost "
-                    "something), %d ended late at first; end after %.1f ms at the median, %.1f ms "
-                    "at the 99th percentile, "
-                    "%.1f ms at most (%s); %d more met no handler yet, %d had ended before\n",
+                    "something), %d ended late; end after %.1f ms at the median, %.1f ms at the "
+                    "99th percentile, %.1f ms at most (%s); %d more met no handler yet, %d had "
+                    "ended before\n",
                     settings_.kind->name, settings_.seed, count, bad_, verdicts_[Verdict::wedged],
-                    verdicts_[Verdict::lost], late_once_.load(), median.ms, late.ms, slowest.ms,
-                    slowest.description.c_str(), verdicts_[Verdict::before_the_handler],
+                    verdicts_[Verdict::lost], verdicts_[Verdict::late], median.ms, late.ms,
+                    slowest.ms, slowest.description.c_str(), verdicts_[Verdict::before_the_handler],
                     verdicts_[Verdict::after_the_end]);
         return bad_ == 0 && count > 0 ? EXIT_SUCCESS : EXIT_FAILURE;
     }
 
     Settings settings_;
     std::atomic<int> next_ = 0;
-    std::atomic<int> late_once_ = 0;
     std::mutex mutex_;
     std::map<std::string, int> runs_;
     std::map<Verdict, int> verdicts_;
