@@ -29,7 +29,7 @@ endfunction()
 
 wivex_precompile(as_shipped algorithm array cerrno charconv cmath cstdint cstdio cstdlib cstring functional
   map memory optional span string string_view utility vector)
-if(WIVEX_TESTS AND WIVEX_FAST_TESTS)
+if(WIVEX_TESTS)
   find_package(GTest REQUIRED)
   wivex_precompile(test_framework gmock/gmock.h gtest/gtest.h LIBRARIES GTest::gmock wivex_fast_test_flags)
 endif()
