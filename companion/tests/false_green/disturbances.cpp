@@ -9,6 +9,7 @@ namespace report_test {
 namespace {
 
 constexpr std::string_view announcement = "[WIFI]ResultFile: ";
+constexpr std::string_view first_line = "\n[WIFI]Chip type is = ";
 
 // A longer line is read in pieces of this many bytes.
 constexpr std::size_t longest_line = 4096;
@@ -69,6 +70,21 @@ void disturb_at(const Place& place, bool good, const Take& take) {
     say("a line that is too long", before + std::string(in_front, '.') + line + behind);
 }
 
+void crowd(const Recording& recording, const Take& take) {
+    const std::size_t place = recording.console.find(first_line);
+    if (place == std::string::npos) {
+        return;
+    }
+    std::string names;
+    for (std::size_t i = 0; i < many_access_points; ++i) {
+        names += "\n02:00:00:00:" + std::to_string(10 + i / 90) + ":" +
+                 std::to_string(10 + i % 90) + "\t2412\t-40\t[ESS]\tname " + std::to_string(i);
+    }
+    std::string console = recording.console;
+    console.insert(place, names);
+    take({"more access points than are kept", console, is_good(recording), 1});
+}
+
 } // namespace
 
 std::vector<std::string_view> lines_of(std::string_view console) {
@@ -115,6 +131,7 @@ void disturb(const Recording& recording, const Take& take) {
         returns += c == '\n' ? std::string("\r\n") : std::string(1, c);
     }
     take({"with carriage returns", returns, good, 1});
+    crowd(recording, take);
 }
 
 void join(std::span<const Recording> recordings, const Take& take) {
@@ -149,7 +166,6 @@ void join(std::span<const Recording> recordings, const Take& take) {
 }
 
 void outgrow(const Recording& recording, const Recording& good, const Take& take) {
-    constexpr std::string_view first_line = "\n[WIFI]Chip type is = ";
     const std::size_t first = good.console.find(first_line);
     const std::size_t second = good.console.find(first_line, first + 1);
     const std::size_t place = recording.console.find(first_line);
@@ -160,14 +176,6 @@ void outgrow(const Recording& recording, const Recording& good, const Take& take
     std::string console = recording.console;
     console.insert(place, repeated(iteration, many_iterations));
     take({"more iterations than are kept", console, is_good(recording), 1});
-    console = recording.console;
-    std::string names;
-    for (std::size_t i = 0; i < many_access_points; ++i) {
-        names += "\n02:00:00:00:" + std::to_string(10 + i / 90) + ":" +
-                 std::to_string(10 + i % 90) + "\t2412\t-40\t[ESS]\tname " + std::to_string(i);
-    }
-    console.insert(place, names);
-    take({"more access points than are kept", console, is_good(recording), 1});
 }
 
 } // namespace report_test

@@ -39,7 +39,7 @@ void disturb(const Recording& recording, const Take& take);
 /// Puts runs behind each other in many orders, whole and cut, more than a reader keeps.
 void join(std::span<const Recording> recordings, const Take& take);
 
-/// Puts more iterations and access points into a recording than a reader keeps.
+/// Puts more iterations into a recording than a reader keeps.
 void outgrow(const Recording& recording, const Recording& good, const Take& take);
 
 } // namespace report_test

@@ -11,7 +11,9 @@
 #include <cstdio>
 #include <exception>
 #include <map>
+#include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -25,6 +27,9 @@ constexpr std::size_t fewest_consoles = 20000;
 constexpr std::size_t most_shown = 5;
 // No multiple of the kinds of disturbance, so that each gets its looks.
 constexpr std::size_t consoles_a_look = 53;
+// What outgrows a reader is a thousand times as long as a recording: one recording of so many gets
+// it.
+constexpr std::size_t outgrowing_each = 4;
 
 // A flood of one line, told in few: every line is disturbed, and the same one need not be so often.
 std::string condensed(const std::string& console) {
@@ -42,11 +47,14 @@ std::string condensed(const std::string& console) {
     return text;
 }
 
+// Many scenarios end alike: each console once.
 std::vector<Recording> recordings_to_disturb() {
     std::vector<Recording> recordings = report_test::recordings_in(RECORDINGS_FOLDER);
-    for (Recording& recording : recordings) {
+    std::set<std::pair<std::string, bool>> known;
+    std::erase_if(recordings, [&](Recording& recording) {
         recording.console = condensed(recording.console);
-    }
+        return !known.emplace(recording.console, report_test::is_good(recording)).second;
+    });
     return recordings;
 }
 
@@ -150,11 +158,15 @@ int run() {
     Judge plain(1);
     Judge judge(consoles_a_look);
     const auto take = [&](const Disturbed& disturbed) { judge.take(disturbed); };
+    std::size_t number = 0;
     for (const Recording& recording : recordings) {
         plain.about(recording);
         plain.take({"as recorded", recording.console, report_test::is_good(recording), 1});
         judge.about(recording);
         report_test::disturb(recording, take);
+        if (number++ % outgrowing_each != 0) {
+            continue;
+        }
         if (const Recording* const good = good_of_same_mode(recordings, recording)) {
             report_test::outgrow(recording, *good, take);
         }
