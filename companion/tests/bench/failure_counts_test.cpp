@@ -67,7 +67,7 @@ std::vector<std::string> scripted_modes() {
     return options;
 }
 
-std::vector<Rehearsal> all_rehearsals() {
+std::vector<Rehearsal> find_rehearsals() {
     std::vector<Rehearsal> list;
     for (const std::string& name : test_tools::scenario_names(SCENARIO_FOLDER)) {
         const std::size_t slash = name.find('/');
@@ -83,7 +83,12 @@ std::vector<Rehearsal> all_rehearsals() {
             list.push_back({name, {"-l", "-M"}});
         }
     }
-    std::ranges::sort(list, {}, [](const Rehearsal& one) { return one.scenario + one.modes[0]; });
+    return list;
+}
+
+// Every test is a process that asks more than once.
+const std::vector<Rehearsal>& all_rehearsals() {
+    static const std::vector<Rehearsal> list = find_rehearsals();
     return list;
 }
 
