@@ -26,6 +26,10 @@ TEST_F(ReplyOfEight, is_as_long_as_its_capacity_before_anything_came) {
     EXPECT_EQ(reply_.length(), 8U);
 }
 
+TEST_F(ReplyOfEight, is_as_long_as_its_limit_before_anything_came) {
+    EXPECT_EQ(reply_.limited_to(3).length(), 3U);
+}
+
 TEST_F(ReplyOfEight, ends_where_the_text_ends) {
     std::memcpy(reply_.data(), "OK\n#", 4);
     reply_.end_at(3);
