@@ -10,6 +10,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <chrono>
 #include <csignal>
 #include <cstdlib>
 #include <string>
@@ -41,7 +42,8 @@ int end_of_child(int pid, milliseconds limit) {
 
 namespace {
 
-// Runs `body` in a child that has no rights, and that can have so many processes at first.
+// Runs `body` in a child that has no rights, and that can have so many processes at first. A minute
+// of the fast clock is three seconds.
 int without_rights(rlim_t processes, const std::function<int()>& body) {
     const int child = fork_child([processes, &body] {
         const rlimit most{processes, processes};
@@ -51,7 +53,7 @@ int without_rights(rlim_t processes, const std::function<int()>& body) {
         }
         return body();
     });
-    return end_of_child(child, milliseconds(9000));
+    return end_of_child(child, std::chrono::minutes(1));
 }
 
 } // namespace
