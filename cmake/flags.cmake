@@ -19,7 +19,7 @@ endif()
 
 if(WIVEX_FUZZ)
   target_compile_options(wivex_flags INTERFACE
-    -fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=all -O1 -g)
+    -fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=all -O1 -g1)
   target_link_options(wivex_flags INTERFACE -fsanitize=address,undefined)
 elseif(WIVEX_SANITIZE)
   target_compile_options(wivex_flags INTERFACE
