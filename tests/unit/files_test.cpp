@@ -100,6 +100,11 @@ TEST_F(Files, that_cannot_be_read_have_no_lines) {
     EXPECT_EQ(folder.get(), -1);
 }
 
+TEST_F(Files, have_no_error_before_they_are_read) {
+    const FileReader file(open_file(directory_.file("read", "x").c_str(), O_RDONLY));
+    EXPECT_EQ(file.error(), 0);
+}
+
 TEST_F(Files, are_written_whole_however_long_they_are) {
     FileWriter file(open_to_write((directory_ / "out").c_str()));
     std::string expected;
