@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "children.hpp"
 #include "host_programs.hpp"
+#include "made_up_clock.hpp"
 #include "modes/autonomous_go.hpp"
 #include "session_fixture.hpp"
 
@@ -190,6 +191,28 @@ TEST_F(ServingGroupOwner, shows_the_status_of_both_interfaces_when_debugging) {
     start();
     EXPECT_TRUE(shows("wlan0 status OK of the station\n\n"));
     EXPECT_TRUE(shows("p2p0 status OK of the device\n\n"));
+}
+
+/// No event comes that a test does not ask for.
+class LonelyGroupOwner : public SupplicantFixture {};
+
+TEST_F(LonelyGroupOwner, returns_10_when_the_group_does_not_start_in_30_seconds) {
+    const MadeUpClock clock(&supplicant_);
+    EXPECT_EQ(autonomous_go_test(config_), 10);
+    EXPECT_THAT(clock.story(), ElementsAre("sleeps 1 s", "waits 30 s"));
+}
+
+TEST_F(LonelyGroupOwner, gives_a_station_30_seconds_and_waits_for_the_next_request) {
+    HostPrograms programs;
+    for (const char* program : {"ifconfig", "killall", "udhcpd"}) {
+        programs.provide(program);
+    }
+    supplicant_.event_after("P2P_GROUP_ADD ssid= passphrase=", "<3>P2P-GROUP-STARTED wlan5 GO");
+    supplicant_.event_after("P2P_GROUP_ADD ssid= passphrase=", "<3>P2P-PROV-DISC-PBC-REQ 02:00");
+    const MadeUpClock clock(&supplicant_);
+    EXPECT_THROW(autonomous_go_test(config_), EndlessWait);
+    EXPECT_THAT(clock.story(),
+                ElementsAre("sleeps 1 s", "waits 30 s", "sleeps 1 s", "waits 1000 s"));
 }
 
 } // namespace

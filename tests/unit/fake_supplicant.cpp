@@ -123,6 +123,11 @@ std::vector<std::string> FakeSupplicant::spoken() const {
     return texts;
 }
 
+bool FakeSupplicant::has_said_all() const {
+    const std::lock_guard lock(mutex_);
+    return handled_ == received_.size();
+}
+
 bool FakeSupplicant::wait_for_commands(std::size_t count) const {
     std::unique_lock lock(mutex_);
     return changed_.wait_for(lock, std::chrono::seconds(5),
@@ -171,6 +176,8 @@ void FakeSupplicant::handle(const bench::Command& command) {
         std::this_thread::sleep_for(event.delay);
         send_event(event.text);
     }
+    const std::lock_guard lock(mutex_);
+    ++handled_;
 }
 
 void FakeSupplicant::send_to(const bench::Client& client, const std::string& text) const {

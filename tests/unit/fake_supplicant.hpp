@@ -62,6 +62,9 @@ public:
 
     std::vector<Received> received() const;
 
+    /// Whether every command received so far has its answer and its events.
+    bool has_said_all() const;
+
     /// Waits until `count` commands were received. False when that takes longer than 5 seconds.
     bool wait_for_commands(std::size_t count) const;
 
@@ -89,6 +92,7 @@ private:
     std::map<std::string, std::deque<Answer>> answers_;
     std::map<std::string, std::vector<Event>> events_;
     std::vector<Received> received_;
+    std::size_t handled_ = 0;
     std::jthread thread_;
 };
 

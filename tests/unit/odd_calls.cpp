@@ -5,18 +5,24 @@
 
 namespace {
 
-wivex::test_support::OddCalls* odd_calls = nullptr;
+thread_local wivex::test_support::OddCalls* odd_calls = nullptr;
 
 } // namespace
 
 // NOLINTBEGIN(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp)
 extern "C" {
 
+int __real_gettimeofday(timeval* now, void* zone);
 int __real_nanosleep(const timespec* duration, timespec* left);
 int __real_poll(pollfd* descriptors, nfds_t count, int timeout_ms);
 int __real_setitimer(__itimer_which_t which, const itimerval* time, itimerval* before);
 std::time_t __real_time(std::time_t* now);
 ssize_t __real_write(int fd, const void* data, std::size_t length);
+
+int __wrap_gettimeofday(timeval* now, void* zone) {
+    return odd_calls != nullptr && odd_calls->gettimeofday ? odd_calls->gettimeofday(*now)
+                                                           : __real_gettimeofday(now, zone);
+}
 
 int __wrap_nanosleep(const timespec* duration, timespec* left) {
     return odd_calls != nullptr && odd_calls->nanosleep ? odd_calls->nanosleep(*duration, *left)

@@ -13,7 +13,8 @@
 
 namespace wivex::test_support {
 
-/// While it lives, those of these calls that are set answer in place of the kernel. One at a time.
+/// While it lives, those of these calls that are set answer in place of the kernel, to the thread
+/// that made it. One at a time.
 class OddCalls {
 public:
     OddCalls();
@@ -21,6 +22,7 @@ public:
     OddCalls(const OddCalls&) = delete;
     OddCalls& operator=(const OddCalls&) = delete;
 
+    std::function<int(timeval& now)> gettimeofday;
     std::function<int(const timespec& duration, timespec& left)> nanosleep;
     std::function<int(pollfd& descriptor, int timeout_ms)> poll;
     std::function<int(const itimerval& time)> setitimer;

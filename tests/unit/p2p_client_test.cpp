@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "children.hpp"
 #include "host_programs.hpp"
+#include "made_up_clock.hpp"
 #include "modes/p2p_client.hpp"
 #include "session_fixture.hpp"
 
@@ -83,6 +84,17 @@ TEST_F(GroupClient, returns_14_when_no_child_can_be_started_for_iperf) {
     EXPECT_EQ(until_no_more_processes([this] { return p2p_client_test(config_); }), 14);
     EXPECT_THAT(console_.err(), EndsWith("Unable to run Iperf in Client mode!!!\n"));
     EXPECT_EQ(supplicant_.commands().back(), "DETACH");
+}
+
+/// No event comes that a test does not ask for.
+class LonelyGroupClient : public SupplicantFixture {};
+
+TEST_F(LonelyGroupClient, returns_29_when_it_is_not_connected_in_60_seconds) {
+    config_.p2p_target_device_mac = "02:00:00:00:00:01";
+    supplicant_.event_after("P2P_FIND", "<3>P2P-DEVICE-FOUND 02:00:00:00:00:01");
+    const MadeUpClock clock(&supplicant_);
+    EXPECT_EQ(p2p_client_test(config_), 29);
+    EXPECT_THAT(clock.story(), ElementsAre("sleeps 1 s", "waits 60 s"));
 }
 
 } // namespace

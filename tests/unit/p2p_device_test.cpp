@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "children.hpp"
 #include "host_programs.hpp"
+#include "made_up_clock.hpp"
 #include "modes/p2p_device.hpp"
 #include "session_fixture.hpp"
 
@@ -104,6 +105,26 @@ TEST_F(PeerDevice, returns_12_when_the_owner_cannot_serve_addresses) {
                                           "GO\n"
                                           "ifconfig wlan5 10.0.0.1\n"));
     EXPECT_EQ(console_.err(), "Unable to assign ip to wlan5 \n");
+}
+
+TEST_F(PeerDevice, ends_the_group_that_it_owns_behind_30_seconds) {
+    events_after(connect, {"<3>P2P-GROUP-STARTED wlan5 GO"});
+    for (const char* program : {"ifconfig", "udhcpd"}) {
+        programs_.provide(program);
+    }
+    run_options.iteration_interval = 7;
+    const MadeUpClock clock(&supplicant_);
+    EXPECT_EQ(p2p_device_test(config_), 0);
+    // A second for the session, two for an old group, two behind the removal, then the interval.
+    EXPECT_THAT(clock.story(),
+                ElementsAre("sleeps 1 s", "sleeps 2 s", "waits 30 s", "sleeps 2 s", "sleeps 7 s"));
+}
+
+TEST_F(PeerDevice, returns_10_when_no_group_starts_in_30_seconds) {
+    const MadeUpClock clock(&supplicant_);
+    EXPECT_EQ(p2p_device_test(config_), 10);
+    EXPECT_EQ(console_.err(), "Unable to recieve P2P-GROUP-STARTED event.\n");
+    EXPECT_THAT(clock.story(), ElementsAre("sleeps 1 s", "sleeps 2 s", "waits 30 s"));
 }
 
 } // namespace

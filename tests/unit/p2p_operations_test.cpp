@@ -3,6 +3,7 @@
 #include "common/process_state.hpp"
 #include "console_capture.hpp"
 #include "fake_supplicant.hpp"
+#include "made_up_clock.hpp"
 #include "ops/p2p.hpp"
 #include "scratch.hpp"
 
@@ -82,6 +83,12 @@ TEST_F(P2pOperations, find_returns_when_the_peer_was_found) {
     EXPECT_EQ(console->out(), "SUCCESS:P2P_FIND\n"
                               "Sent P2P_FIND command to wpa_supplicant:OK\n\n"
                               "MATCH FOUND!!!02:00:00:00:00:01\n");
+}
+
+TEST_F(P2pOperations, find_gives_up_when_the_peer_does_not_come_in_60_seconds) {
+    const wivex::test_support::MadeUpClock clock(&*supplicant);
+    EXPECT_EQ(wivex::p2pFind(*session, reply, peer), -1);
+    EXPECT_THAT(clock.story(), ElementsAre("waits 60 s"));
 }
 
 TEST_F(P2pOperations, find_passes_over_other_peers) {
