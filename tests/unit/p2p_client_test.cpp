@@ -89,6 +89,12 @@ TEST_F(GroupClient, returns_14_when_no_child_can_be_started_for_iperf) {
 /// No event comes that a test does not ask for.
 class LonelyGroupClient : public SupplicantFixture {};
 
+TEST_F(LonelyGroupClient, returns_16_when_no_peer_is_configured) {
+    EXPECT_EQ(p2p_client_test(config_), 16);
+    EXPECT_EQ(console_.err(), "error in config file: missing target mac address\n");
+    EXPECT_THAT(supplicant_.spoken(), ElementsAre());
+}
+
 TEST_F(LonelyGroupClient, returns_29_when_it_is_not_connected_in_60_seconds) {
     config_.p2p_target_device_mac = "02:00:00:00:00:01";
     supplicant_.event_after("P2P_FIND", "<3>P2P-DEVICE-FOUND 02:00:00:00:00:01");

@@ -120,6 +120,13 @@ TEST_F(PeerDevice, ends_the_group_that_it_owns_behind_30_seconds) {
                 ElementsAre("sleeps 1 s", "sleeps 2 s", "waits 30 s", "sleeps 2 s", "sleeps 7 s"));
 }
 
+TEST_F(PeerDevice, returns_16_when_none_is_configured) {
+    config_.p2p_target_device_mac.clear();
+    EXPECT_EQ(p2p_device_test(config_), 16);
+    EXPECT_EQ(console_.err(), "error in config file: missing target mac address\n");
+    EXPECT_THAT(supplicant_.spoken(), ElementsAre());
+}
+
 TEST_F(PeerDevice, returns_10_when_no_group_starts_in_30_seconds) {
     const MadeUpClock clock(&supplicant_);
     EXPECT_EQ(p2p_device_test(config_), 10);
