@@ -33,7 +33,10 @@ protected:
         supplicant.emplace(*scratch / "wlan0");
         config.ctrl_iface = scratch->path();
         config.interface_name = "wlan0";
-        session.emplace(config);
+        {
+            const wivex::test_support::MadeUpClock clock;
+            session.emplace(config);
+        }
         console.emplace();
     }
     void TearDown() override {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "ctrl/supplicant_session.hpp"
+#include "made_up_clock.hpp"
 #include "process_fixture.hpp"
 
 #include <optional>
@@ -15,12 +16,15 @@ protected:
     FakeSupplicant supplicant_{control_path()};
 };
 
-/// An open session.
+/// An open session; the second behind its opening takes no time.
 class SessionFixture : public SupplicantFixture {
 protected:
     void SetUp() override {
         SupplicantFixture::SetUp();
-        session_.emplace(config_);
+        {
+            const MadeUpClock clock;
+            session_.emplace(config_);
+        }
         ASSERT_FALSE(session_->isInvalid());
         console_.out();
     }
